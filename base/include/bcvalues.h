@@ -1,0 +1,131 @@
+#pragma once
+#include <iosfwd>
+#include "bcobject.h"
+
+class BCModule;
+
+// A point; coordinates are signed 16-bit values.
+class NORLIB1_API BCPosition : public BCObject {
+  public:
+    BCPosition(short x = 0, short y = 0) : BCObject(2), coX(x), coY(y) {}
+    short GetX() const { return coX; }
+    short GetY() const { return coY; }
+    void SetX(short x) { coX = x; }
+    void SetY(short y) { coY = y; }
+    void Set(short x, short y) { coX = x, coY = y; }
+    bool operator==(const BCPosition& o) const { return coX == o.coX && coY == o.coY; }
+    bool operator!=(const BCPosition& o) const { return !(*this == o); }
+    void Display(const char* prefix) override;
+
+  private:
+    short coX, coY;
+};
+
+class NORLIB1_API BCSize : public BCObject {
+  public:
+    BCSize(short width = 0, short height = 0) : BCObject(3), coW(width), coH(height) {}
+    short GetWidth() const { return coW; }
+    short GetHeight() const { return coH; }
+    void SetWidth(short width) { coW = width; }
+    void SetHeight(short height) { coH = height; }
+    bool operator==(const BCSize& o) const { return coW == o.coW && coH == o.coH; }
+    bool operator!=(const BCSize& o) const { return !(*this == o); }
+    void Display(const char* prefix) override;
+
+  private:
+    short coW, coH;
+};
+
+// A pair of offsets: a selection's anchor and end, a range's start and end.
+class NORLIB1_API BCLimits : public BCObject {
+  public:
+    BCLimits(long start = 0, long end = 0) : BCObject(4), dwStart(start), dwEnd(end) {}
+    long GetStart() const { return dwStart; }
+    long GetEnd() const { return dwEnd; }
+    void SetStart(long start) { dwStart = start; }
+    void SetEnd(long end) { dwEnd = end; }
+    // Distance between the two ends, whichever comes first.
+    unsigned long GetLength() const {
+        return dwEnd >= dwStart ? static_cast<unsigned long>(dwEnd - dwStart)
+                                : static_cast<unsigned long>(dwStart - dwEnd);
+    }
+    bool IsEmpty() const { return dwStart == dwEnd; }
+    bool operator==(const BCLimits& o) const { return dwStart == o.dwStart && dwEnd == o.dwEnd; }
+    void Display(const char* prefix) override;
+
+  private:
+    long dwStart, dwEnd;
+};
+
+// Left and top are inside, right and bottom just outside, as the platform's rectangles.
+class NORLIB1_API BCRectangle : public BCObject {
+  public:
+    BCRectangle(short left = 0, short top = 0, short right = 0, short bottom = 0)
+        : BCObject(5), coLeft(left), coTop(top), coRight(right), coBottom(bottom) {}
+    BCRectangle(const BCPosition& pos, const BCSize& size);
+    short GetLeft() const { return coLeft; }
+    short GetTop() const { return coTop; }
+    short GetRight() const { return coRight; }
+    short GetBottom() const { return coBottom; }
+    short GetWidth() const { return static_cast<short>(coRight - coLeft); }
+    short GetHeight() const { return static_cast<short>(coBottom - coTop); }
+    BCPosition GetPos() const { return BCPosition(coLeft, coTop); }
+    BCSize GetSize() const { return BCSize(GetWidth(), GetHeight()); }
+    void Set(short left, short top, short right, short bottom);
+    bool IsEmpty() const { return coRight <= coLeft || coBottom <= coTop; }
+    bool Contains(const BCPosition& pos) const;
+    bool operator==(const BCRectangle& o) const;
+    // Conversion to and from the platform's RECT (passed as void* to keep windows.h out).
+    void ToRECT(void* rect) const;
+    static BCRectangle FromRECT(const void* rect);
+    void Display(const char* prefix) override;
+
+  private:
+    short coLeft, coTop, coRight, coBottom;
+};
+
+NORLIB1_API const BCRectangle& BCGetNullRect();
+
+// An RGB colour; stored as the platform's COLORREF (0x00BBGGRR).
+class NORLIB1_API BCColor : public BCObject {
+  public:
+    BCColor(unsigned char red = 0, unsigned char green = 0, unsigned char blue = 0)
+        : BCObject(8), dwRGB(red | (green << 8) | (static_cast<unsigned long>(blue) << 16)) {}
+    static BCColor FromCOLORREF(unsigned long rgb);
+    unsigned char GetRed() const { return static_cast<unsigned char>(dwRGB & 0xFF); }
+    unsigned char GetGreen() const { return static_cast<unsigned char>((dwRGB >> 8) & 0xFF); }
+    unsigned char GetBlue() const { return static_cast<unsigned char>((dwRGB >> 16) & 0xFF); }
+    unsigned long GetCOLORREF() const { return dwRGB; }
+    bool operator==(const BCColor& o) const { return dwRGB == o.dwRGB; }
+    bool operator!=(const BCColor& o) const { return dwRGB != o.dwRGB; }
+    // Record: the type code word, then the COLORREF as a double word.
+    int Load(std::istream& is) override;
+    int Save(std::ostream& os) override;
+    void Display(const char* prefix) override;
+
+  private:
+    unsigned long dwRGB;
+};
+
+// Names a resource of a module, by number or by name.
+class NORLIB1_API BCResID : public BCObject {
+  public:
+    BCResID(unsigned int id, BCModule* module = nullptr);
+    BCResID(const char* name, BCModule* module = nullptr);
+    BCResID(const BCResID& other);
+    BCResID& operator=(const BCResID& other);
+    ~BCResID() override;
+
+    unsigned int GetResNum() const { return wResNum; }
+    // The name, or null for a numbered resource.
+    const char* GetResName() const { return caResName; }
+    BCModule* GetModule() const { return opModule; }
+    // What the platform's Load...A calls take: the name, or the number as an integer atom.
+    const char* GetResource() const;
+    void Display(const char* prefix) override;
+
+  private:
+    unsigned int wResNum;
+    char* caResName;
+    BCModule* opModule;
+};

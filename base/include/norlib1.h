@@ -1,0 +1,15 @@
+#pragma once
+// Every public class of the base module.
+#include "norlib1api.h"
+#include "bcobject.h"
+#include "bcmsg.h"
+#include "bcmodule.h"
+#include "bcmemory.h"
+#include "bcstream.h"
+#include "bcvalues.h"
+#include "bcformat.h"
+#include "bcrendata.h"
+#include "bclist.h"
+#include "bcsllist.h"
+#include "kostring.h"
+#include "koerrhk.h"

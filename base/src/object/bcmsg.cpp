@@ -1,0 +1,92 @@
+#include "bcmsg.h"
+
+#include <windows.h>
+
+#include "bcmodule.h"
+#include "kostring.h"
+#include "msgformat.h"
+
+namespace {
+
+BCMsgSink g_sink = nullptr;
+void* g_sinkContext = nullptr;
+
+constexpr unsigned int kTaskModalStyle = MB_OK | MB_ICONEXCLAMATION | MB_TASKMODAL;
+constexpr unsigned int kAppModalStyle = MB_OK | MB_ICONEXCLAMATION | MB_APPLMODAL;
+
+int ShowAppMsg(BCModule* module, unsigned int id, va_list args) {
+    return BCShowNumberedMsg(id, module ? module->GetResources() : nullptr, kAppModalStyle, nullptr,
+                             args);
+}
+
+} // namespace
+
+BCMsgSink BCSetMsgSink(BCMsgSink sink, void* context, void** previousContext) {
+    BCMsgSink previous = g_sink ? g_sink : BCDefaultMsgSink;
+    if (previousContext)
+        *previousContext = g_sinkContext;
+    g_sink = sink;
+    g_sinkContext = sink ? context : nullptr;
+    return previous;
+}
+
+int BCShowMsg(const BCMsgInfo& info) {
+    return g_sink ? g_sink(info, g_sinkContext) : BCDefaultMsgSink(info, nullptr);
+}
+
+int BCDefaultMsgSink(const BCMsgInfo& info, void*) {
+    const char* text = info.text ? info.text : "";
+    switch (info.kind) {
+    case BC_MSG_NUMBERED:
+    case BC_MSG_BOX:
+        return MessageBoxA(GetActiveWindow(), text, info.caption, info.style);
+    case BC_MSG_FAULT: {
+        KoString line;
+        line.Sprintf("%s (%s, line %u)\n", text, info.file ? info.file : "", info.line);
+        OutputDebugStringA(line.c_str());
+        return IDOK;
+    }
+    case BC_MSG_DIAGNOSTIC:
+        OutputDebugStringA(text);
+        OutputDebugStringA("\n");
+        return IDOK;
+    }
+    return IDOK;
+}
+
+int BCShowNumberedMsg(unsigned int id, void* resources, unsigned int style, const BCObject* object,
+                      va_list args) {
+    KoString format;
+    if (!format.getResource(id, resources))
+        return 0;
+    KoString text;
+    text.VSprintf(format.c_str(), args);
+    BCMsgInfo info = {BC_MSG_NUMBERED, id, text.c_str(), nullptr, style, object, nullptr, 0};
+    return BCShowMsg(info);
+}
+
+int BCDispMsg(unsigned int id, void* resources, ...) {
+    va_list args;
+    va_start(args, resources);
+    int result = BCShowNumberedMsg(id, resources, kTaskModalStyle, nullptr, args);
+    va_end(args);
+    return result;
+}
+
+int BCDispAppMsg(BCModule* module, unsigned int id, ...) {
+    va_list args;
+    va_start(args, id);
+    int result = ShowAppMsg(module, id, args);
+    va_end(args);
+    return result;
+}
+
+// The owner window is for the default sink's box; until windows carry handles the active
+// window owns it.
+int BCDispAppMsg(BCModule* module, BCWindow*, unsigned int id, ...) {
+    va_list args;
+    va_start(args, id);
+    int result = ShowAppMsg(module, id, args);
+    va_end(args);
+    return result;
+}

@@ -1,0 +1,9 @@
+#pragma once
+#include <cstdarg>
+#include "bcmsg.h"
+
+// Loads numbered message `id` from `resources` (search order of the module), formats it
+// with `args` and hands it to the sink as a numbered message; returns the sink's result,
+// 0 when the text is missing.
+int BCShowNumberedMsg(unsigned int id, void* resources, unsigned int style, const BCObject* object,
+                      va_list args);

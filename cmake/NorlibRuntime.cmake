@@ -1,0 +1,21 @@
+# The MinGW runtime DLLs travel with the library: copied beside the build's programs so
+# that tests run under Wine without a search path, and installed into bin/.
+set(NORLIB_RUNTIME_DLLS)
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+  set(_gcc_dll libgcc_s_seh-1.dll)
+else()
+  set(_gcc_dll libgcc_s_dw2-1.dll)
+endif()
+foreach(_dll libstdc++-6.dll ${_gcc_dll} libwinpthread-1.dll)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${_dll}
+                  OUTPUT_VARIABLE _path OUTPUT_STRIP_TRAILING_WHITESPACE)
+  if(NOT IS_ABSOLUTE "${_path}" OR NOT EXISTS "${_path}")
+    file(GLOB _found /usr/lib/gcc/${NORLIB_TRIPLET}/*-posix/${_dll} /usr/${NORLIB_TRIPLET}/lib/${_dll})
+    list(GET _found 0 _path)
+  endif()
+  if(NOT EXISTS "${_path}")
+    message(FATAL_ERROR "MinGW runtime ${_dll} not found")
+  endif()
+  list(APPEND NORLIB_RUNTIME_DLLS "${_path}")
+  file(COPY "${_path}" DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+endforeach()

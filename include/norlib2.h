@@ -1,0 +1,6 @@
+#pragma once
+// Every public class of the library (and, through norlib1.h, of the base module).
+#include "norlib1.h"
+#include "norlib2api.h"
+#include "bclib2.h"
+#include "bcarrlist.h"

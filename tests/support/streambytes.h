@@ -1,0 +1,13 @@
+#pragma once
+#include <cstdint>
+#include <initializer_list>
+#include <sstream>
+#include <string>
+#include <vector>
+
+// Building and reading expected stream bytes.
+std::string LE32(std::uint32_t value);
+std::string LE16(std::uint16_t value);
+std::string Bytes(std::initializer_list<unsigned char> bytes);
+std::istringstream InStream(const std::string& bytes);
+std::ostringstream OutStream();

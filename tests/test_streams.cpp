@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "norlib2.h"
+#include "streambytes.h"
+
+namespace {
+
+TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
+    std::ostringstream os = OutStream();
+    ASSERT_TRUE(BCSaveWord(os, 0x11223344u));
+    ASSERT_TRUE(BCSaveDblWord(os, 0xA1B2C3D4ul));
+    ASSERT_TRUE(BCSaveCoord(os, -2));
+    ASSERT_TRUE(BCSaveByte(os, 0x7F));
+    ASSERT_TRUE(BCSavePtr(os, &os));
+    ASSERT_TRUE(BCSavePtr(os, nullptr));
+    ASSERT_TRUE(BCSaveStringPtr(os, "hi"));
+    ASSERT_TRUE(BCSaveStringPtr(os, ""));
+    ASSERT_TRUE(BCSaveStringPtr(os, nullptr));
+    ASSERT_TRUE(BCSaveFarBlk(os, "xyz", 3));
+    const std::string expected = Bytes({0x44, 0x33, 0x22, 0x11, 0xD4, 0xC3, 0xB2, 0xA1, 0xFE, 0xFF,
+                                        0x7F}) +
+                                 LE32(1) + LE32(0) + LE32(2) + "hi" + LE32(0) + LE32(0xFFFFFFFF) +
+                                 "xyz";
+    EXPECT_EQ(expected, os.str());
+
+    std::istringstream is = InStream(os.str());
+    unsigned int word = 0;
+    unsigned long dbl = 0;
+    short coord = 0;
+    unsigned char byte = 0;
+    void* set = nullptr;
+    void* unset = &word;
+    char *hi = nullptr, *empty = nullptr, *none = &reinterpret_cast<char&>(byte);
+    char block[3];
+    ASSERT_TRUE(BCLoadWord(is, word) && BCLoadDblWord(is, dbl) && BCLoadCoord(is, coord) &&
+                BCLoadByte(is, byte) && BCLoadPtr(is, set) && BCLoadPtr(is, unset) &&
+                BCLoadStringPtr(is, hi) && BCLoadStringPtr(is, empty) &&
+                BCLoadStringPtr(is, none) && BCLoadFarBlk(is, block, 3));
+    EXPECT_EQ(0x11223344u, word);
+    EXPECT_EQ(0xA1B2C3D4ul, dbl);
+    EXPECT_EQ(-2, coord);
+    EXPECT_EQ(0x7F, byte);
+    EXPECT_NE(nullptr, set); // only a presence mark
+    EXPECT_EQ(nullptr, unset);
+    EXPECT_STREQ("hi", hi);
+    EXPECT_STREQ("", empty);
+    EXPECT_EQ(nullptr, none);
+    EXPECT_EQ(0, std::memcmp(block, "xyz", 3));
+    delete[] hi;
+    delete[] empty;
+}
+
+TEST(StreamPrimitiveTest, ShortStreamsFail) {
+    unsigned int word = 7;
+    std::istringstream three = InStream(std::string(3, '\x01'));
+    EXPECT_EQ(0, BCLoadWord(three, word));
+    EXPECT_FALSE(BCStreamOK(three));
+
+    short coord = 0;
+    std::istringstream one = InStream("x");
+    EXPECT_EQ(0, BCLoadCoord(one, coord));
+
+    char block[8];
+    std::istringstream five = InStream("12345");
+    EXPECT_EQ(0, BCLoadFarBlk(five, block, 8));
+    std::istringstream any = InStream("12345");
+    EXPECT_EQ(0, BCLoadFarBlk(any, nullptr, 2));
+    EXPECT_EQ(0, BCLoadFarBlk(any, block, -1));
+
+    // A string that claims more bytes than follow.
+    char* text = reinterpret_cast<char*>(&word);
+    std::istringstream cut = InStream(LE32(10) + "abc");
+    EXPECT_EQ(0, BCLoadStringPtr(cut, text));
+    EXPECT_EQ(nullptr, text);
+}
+
+TEST(StreamPrimitiveTest, AbsurdStringLengthsFailWithoutHugeAllocation) {
+    // Four billion bytes claimed, a handful present: refused at the end of the stream.
+    char* text = nullptr;
+    std::istringstream is = InStream(LE32(0xFFFFFFFE) + std::string(100, 'a'));
+    EXPECT_EQ(0, BCLoadStringPtr(is, text));
+    EXPECT_EQ(nullptr, text);
+
+    // A long string that is really there loads whole.
+    std::string big(300000, 'q');
+    std::ostringstream os = OutStream();
+    ASSERT_TRUE(BCSaveStringPtr(os, big.c_str()));
+    std::istringstream in = InStream(os.str());
+    ASSERT_TRUE(BCLoadStringPtr(in, text));
+    EXPECT_EQ(big, text);
+    delete[] text;
+}
+
+TEST(StreamPrimitiveTest, RemainingBytesOfSeekableStreams) {
+    std::istringstream is = InStream("abcdef");
+    char two[2];
+    is.read(two, 2);
+    EXPECT_EQ(4, BCStreamRemaining(is));
+    char rest[4];
+    EXPECT_TRUE(BCLoadFarBlk(is, rest, 4)); // the position was kept
+    EXPECT_EQ(0, std::memcmp(rest, "cdef", 4));
+}
+
+} // namespace

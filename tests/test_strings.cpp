@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "norlib2.h"
+
+namespace {
+
+void* LibResources() { return BCGetDLLModule2()->GetResources(); }
+
+TEST(KoStringTest, LoadsResourcesFromTheLibraryAndFormats) {
+    KoErrorHook::ResetProcError();
+    KoString text;
+    ASSERT_TRUE(text.getResource(10072));
+    EXPECT_STREQ("File already exists:  %s", text.c_str());
+    // Found through the registered library module without naming it.
+    KoString again;
+    ASSERT_TRUE(again.getResource(3086, nullptr));
+    EXPECT_STREQ("BCArrayList", again.c_str());
+
+    KoString message;
+    EXPECT_EQ(38, message.Sprintf(10086, LibResources(), "a.txt"));
+    EXPECT_STREQ("File a.txt already exists.  Overwrite?", message.c_str());
+    EXPECT_FALSE(KoErrorHook::DidProcErrorOccur());
+}
+
+TEST(KoStringTest, MultiLineAndLongTextsSurviveLoading) {
+    KoString text;
+    ASSERT_TRUE(text.getResource(10082));
+    EXPECT_EQ(std::string("An edit control can only handle\n text up to 32767 characters in "
+                          "length.\n (Attempted to edit %ld characters.)"),
+              text.c_str());
+    KoString formatted;
+    formatted.Sprintf(10082, nullptr, 40000L);
+    EXPECT_NE(std::string::npos, std::string(formatted.c_str()).find("edit 40000 characters"));
+
+    std::string big(5000, 'x');
+    KoString wide;
+    EXPECT_EQ(5002, wide.Sprintf("<%s>", big.c_str()));
+    EXPECT_EQ(5002u, wide.Length());
+}
+
+TEST(KoErrorHookTest, FailuresRaiseTheFlagUntilReset) {
+    KoErrorHook::ResetProcError();
+    KoString text("kept");
+    EXPECT_FALSE(text.getResource(9999));
+    EXPECT_TRUE(KoErrorHook::DidProcErrorOccur());
+    EXPECT_EQ(KO_ERR_NO_RESOURCE, KoErrorHook::GetProcError());
+    EXPECT_STREQ("", text.c_str());
+
+    // The first code raised is the one kept.
+    KoErrorHook::RaiseProcError(KO_ERR_FORMAT);
+    EXPECT_EQ(KO_ERR_NO_RESOURCE, KoErrorHook::GetProcError());
+    KoErrorHook::ResetProcError();
+    EXPECT_FALSE(KoErrorHook::DidProcErrorOccur());
+
+    EXPECT_EQ(0, text.Sprintf(static_cast<const char*>(nullptr)));
+    EXPECT_EQ(KO_ERR_FORMAT, KoErrorHook::GetProcError());
+    KoErrorHook::ResetProcError();
+}
+
+TEST(KoStringTest, CopiesAreIndependent) {
+    KoString a("first");
+    KoString b(a);
+    a.Sprintf("%d", 2);
+    EXPECT_STREQ("first", b.c_str());
+    b = a;
+    EXPECT_STREQ("2", b.c_str());
+    b = b;
+    EXPECT_STREQ("2", b.c_str());
+}
+
+TEST(KoStringTest, LoadResStringCutsToTheBuffer) {
+    char buffer[8];
+    EXPECT_EQ(7, KoString::LoadResString(3086, nullptr, buffer, sizeof buffer));
+    EXPECT_STREQ("BCArray", buffer);
+    EXPECT_EQ(0, KoString::LoadResString(9999, nullptr, buffer, sizeof buffer));
+    EXPECT_STREQ("", buffer);
+}
+
+} // namespace
