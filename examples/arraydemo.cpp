@@ -15,7 +15,9 @@ struct City {
     long population; // the key
 };
 
-void* KeyOf(long value) { return reinterpret_cast<void*>(static_cast<intptr_t>(value)); }
+void* KeyOf(long value) {
+    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
+}
 
 BCArrayList MakeList() {
     return BCArrayList(0, sizeof(City), offsetof(City, population), sizeof(long), 8,
@@ -26,7 +28,7 @@ BCArrayList MakeList() {
 
 int main(int argc, char** argv) {
     const char* path = argc > 1 ? argv[1] : "cities.lst";
-    const City cities[] = {{"Tallinn", 438341}, {"Reykjavik", 139875}, {"Oslo", 709037},
+    const City cities[] = {{"Tallinn", 438341},  {"Reykjavik", 139875}, {"Oslo", 709037},
                            {"Helsinki", 664028}, {"Riga", 605273},      {"Vilnius", 592389}};
 
     BCArrayList list = MakeList();
@@ -46,8 +48,7 @@ int main(int argc, char** argv) {
         std::printf("could not load %s\n", path);
         return 1;
     }
-    std::printf("%s: %lu cities, smallest first\n", loaded.GetObjectTypeStr(),
-                loaded.GetCount());
+    std::printf("%s: %lu cities, smallest first\n", loaded.GetObjectTypeStr(), loaded.GetCount());
     for (int more = loaded.Home(); more; more = loaded.Next()) {
         City* city = static_cast<City*>(loaded.GetCrntItem());
         std::printf("  %2lu  %-10s %8ld\n", loaded.GetCrntInd(), city->name, city->population);

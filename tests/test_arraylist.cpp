@@ -18,7 +18,9 @@ struct Record {
     int key;
 };
 
-void* Key(long value) { return reinterpret_cast<void*>(static_cast<intptr_t>(value)); }
+void* Key(long value) {
+    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
+}
 
 Record CurrentRecord(BCArrayList& list) {
     Record r{};
@@ -233,8 +235,8 @@ TEST(ArrayListStreamTest, RecordLayoutIsHeaderThenRawItems) {
     AppendAll(list, {{0x0A0B0C0D, 2}, {0x01020304, 1}});
     std::ostringstream os = OutStream();
     ASSERT_EQ(1, list.Save(os));
-    const std::string header = LE32(86) + LE32(BC_FLAG_ARRAY | BC_FLAG_SORTED) + LE32(4) +
-                               LE32(2) + LE32(sizeof(Record));
+    const std::string header =
+        LE32(86) + LE32(BC_FLAG_ARRAY | BC_FLAG_SORTED) + LE32(4) + LE32(2) + LE32(sizeof(Record));
     const std::string own = LE32(4) + LE32(4) + LE32(4);
     const std::string items = LE32(0x01020304) + LE32(1) + LE32(0x0A0B0C0D) + LE32(2);
     EXPECT_EQ(header + own + items, os.str());
@@ -258,14 +260,14 @@ TEST(ArrayListStreamTest, CorruptRecordsFailAndLeaveTheListUsable) {
         return LE32(86) + LE32(BC_FLAG_ARRAY) + LE32(length) + LE32(count) + LE32(itemSize);
     };
     const std::string cases[] = {
-        header(4, 2, 8) + own + std::string(12, 'x'),             // items cut short
-        header(4, 2, 8),                                         // settings cut short
-        header(0x40000000, 1, 8) + own + std::string(8, 'x'),    // absurd capacity
-        header(0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF) + own,        // overflowing sizes
-        header(2, 5, 8) + own + std::string(40, 'x'),            // more items than slots
-        header(100, 100000000, 8) + own,                         // billions of bytes claimed
+        header(4, 2, 8) + own + std::string(12, 'x'),         // items cut short
+        header(4, 2, 8),                                      // settings cut short
+        header(0x40000000, 1, 8) + own + std::string(8, 'x'), // absurd capacity
+        header(0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF) + own,     // overflowing sizes
+        header(2, 5, 8) + own + std::string(40, 'x'),         // more items than slots
+        header(100, 100000000, 8) + own,                      // billions of bytes claimed
         header(4, 1, 8) + LE32(6) + LE32(4) + LE32(4) + std::string(8, 'x'), // key past item
-        LE32(76) + header(4, 0, 8).substr(4) + own,              // another class's record
+        LE32(76) + header(4, 0, 8).substr(4) + own, // another class's record
     };
     for (const std::string& bytes : cases) {
         BCArrayList list = MakeList();

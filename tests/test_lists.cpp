@@ -10,13 +10,21 @@
 
 namespace {
 
-void* Key(long value) { return reinterpret_cast<void*>(static_cast<intptr_t>(value)); }
-long KeyValue(void* key) { return static_cast<long>(reinterpret_cast<intptr_t>(key)); }
+void* Key(long value) {
+    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
+}
+long KeyValue(void* key) {
+    return static_cast<long>(reinterpret_cast<intptr_t>(key));
+}
 
 // Items of size 0 are the caller's: here, pointers into a fixed array of ints.
 int g_items[10] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-void* Item(int i) { return &g_items[i]; }
-int ItemNo(void* item) { return item ? *static_cast<int*>(item) : -1; }
+void* Item(int i) {
+    return &g_items[i];
+}
+int ItemNo(void* item) {
+    return item ? *static_cast<int*>(item) : -1;
+}
 
 std::vector<int> Items(BCList& list) {
     std::vector<int> out;
@@ -194,7 +202,9 @@ TEST(ListProtocolTest, ItemsAreChangedInPlaceThroughTheCurrentNode) {
 struct FakeIterator {
     BCIteratorState state;
 };
-BCIteratorState* FakeAccess(BCIterator* it) { return &reinterpret_cast<FakeIterator*>(it)->state; }
+BCIteratorState* FakeAccess(BCIterator* it) {
+    return &reinterpret_cast<FakeIterator*>(it)->state;
+}
 
 TEST(ListProtocolTest, SwapStateExchangesThePositionWithTheIterator) {
     BCSingleLinkedList list(0, 0);
@@ -281,11 +291,11 @@ TEST(ListStreamTest, OwnedItemsSaveWithTheirValueKeys) {
 TEST(ListStreamTest, ShortAndAbsurdRecordsFailAndLeaveTheListUsable) {
     const std::string base = LE32(87) + LE32(0);
     const std::string cases[] = {
-        base + LE32(0) + LE32(3) + LE32(4) + LE32(1) + "abcd",        // fewer items than claimed
+        base + LE32(0) + LE32(3) + LE32(4) + LE32(1) + "abcd",          // fewer items than claimed
         base + LE32(0) + LE32(0xFFFFFFFF) + LE32(0xFFFFFFFF) + LE32(1), // absurd item size
-        base + LE32(0),                                              // settings cut short
+        base + LE32(0),                                                 // settings cut short
         LE32(87) + LE32(BC_FLAG_STRING_KEY | BC_FLAG_BLOCK_KEY) + LE32(0) + LE32(0) + LE32(4),
-        base + LE32(0) + LE32(1) + LE32(0) + LE32(1),                // items not the list's
+        base + LE32(0) + LE32(1) + LE32(0) + LE32(1), // items not the list's
     };
     for (const std::string& bytes : cases) {
         BCSingleLinkedList list(0, 4);

@@ -15,7 +15,9 @@ namespace {
 class StatefulObject : public BCObject {
   public:
     explicit StatefulObject(unsigned int code) : BCObject(code) {}
-    void SetStateBits(unsigned int bits) { wType = static_cast<unsigned short>((wType & ~0x3Fu) | (bits & 0x3Fu)); }
+    void SetStateBits(unsigned int bits) {
+        wType = static_cast<unsigned short>((wType & ~0x3Fu) | (bits & 0x3Fu));
+    }
 };
 
 // Redirects faults, as a class may.
@@ -54,11 +56,10 @@ TEST(TypeNameTest, NamesComeFromTheLibraryTable) {
         unsigned int code;
         const char* name;
     };
-    const Row rows[] = {{1, "BCObject"},          {26, "BCWindow"},
-                        {86, "BCArrayList"},      {91, "BCHashList"},
-                        {108, "BCMDIChildWindow"}, {110, "BCMDIFrameWindow"},
-                        {116, "BCIterator"},      {135, "BCFormat"},
-                        {152, "BCFileData"},      {156, "BCText"}};
+    const Row rows[] = {{1, "BCObject"},     {26, "BCWindow"},          {86, "BCArrayList"},
+                        {91, "BCHashList"},  {108, "BCMDIChildWindow"}, {110, "BCMDIFrameWindow"},
+                        {116, "BCIterator"}, {135, "BCFormat"},         {152, "BCFileData"},
+                        {156, "BCText"}};
     for (const Row& row : rows) {
         StatefulObject object(row.code);
         EXPECT_STREQ(row.name, object.GetObjectTypeStr()) << row.code;
@@ -147,7 +148,8 @@ TEST(NumberedMessageTest, FormatsShowsAndAnswersThroughTheSink) {
     EXPECT_EQ(0u, recorder.Last().style & MB_TASKMODAL);
     BCDispAppMsg(BCGetDLLModule2(), static_cast<BCWindow*>(nullptr), 10082u, 40000L);
     EXPECT_EQ(10082u, recorder.Last().id);
-    EXPECT_NE(std::string::npos, recorder.Last().text.find("(Attempted to edit 40000 characters.)"));
+    EXPECT_NE(std::string::npos,
+              recorder.Last().text.find("(Attempted to edit 40000 characters.)"));
 
     // A message the tables do not hold is not shown.
     size_t before = recorder.Count();

@@ -20,10 +20,9 @@ TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
     ASSERT_TRUE(BCSaveStringPtr(os, ""));
     ASSERT_TRUE(BCSaveStringPtr(os, nullptr));
     ASSERT_TRUE(BCSaveFarBlk(os, "xyz", 3));
-    const std::string expected = Bytes({0x44, 0x33, 0x22, 0x11, 0xD4, 0xC3, 0xB2, 0xA1, 0xFE, 0xFF,
-                                        0x7F}) +
-                                 LE32(1) + LE32(0) + LE32(2) + "hi" + LE32(0) + LE32(0xFFFFFFFF) +
-                                 "xyz";
+    const std::string expected =
+        Bytes({0x44, 0x33, 0x22, 0x11, 0xD4, 0xC3, 0xB2, 0xA1, 0xFE, 0xFF, 0x7F}) + LE32(1) +
+        LE32(0) + LE32(2) + "hi" + LE32(0) + LE32(0xFFFFFFFF) + "xyz";
     EXPECT_EQ(expected, os.str());
 
     std::istringstream is = InStream(os.str());

@@ -6,7 +6,9 @@
 
 namespace {
 
-void* LibResources() { return BCGetDLLModule2()->GetResources(); }
+void* LibResources() {
+    return BCGetDLLModule2()->GetResources();
+}
 
 TEST(KoStringTest, LoadsResourcesFromTheLibraryAndFormats) {
     KoErrorHook::ResetProcError();

@@ -113,8 +113,8 @@ class NORLIB1_API BCList : public BCRenderableData {
     unsigned long dwItemSize;
     void* lpCrnt;
     unsigned long dwIterCount;
-    unsigned long dwKeySize;  // bytes of a block key (flag 0x1000)
-    unsigned long dwCrntAux;  // second word of a position, for lists that need one
+    unsigned long dwKeySize; // bytes of a block key (flag 0x1000)
+    unsigned long dwCrntAux; // second word of a position, for lists that need one
 
   private:
     int RenderItems(char* buffer, unsigned long size, BCFormat& format, unsigned long& total);

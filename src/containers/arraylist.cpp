@@ -16,7 +16,9 @@ constexpr UINT kBlockFlags = GMEM_MOVEABLE | GMEM_ZEROINIT; // 0x42
 // Largest block a list record may ask for: larger claims are corrupt streams.
 constexpr unsigned long long kMaxLoadedBlock = 256ull * 1024 * 1024;
 
-HGLOBAL Handle(void* block) { return static_cast<HGLOBAL>(block); }
+HGLOBAL Handle(void* block) {
+    return static_cast<HGLOBAL>(block);
+}
 
 } // namespace
 
@@ -86,7 +88,9 @@ int BCArrayList::Clear(int freeItems) {
     return 0;
 }
 
-void* BCArrayList::Find(void* key) { return GoToItem(key) ? GetCrntItem() : nullptr; }
+void* BCArrayList::Find(void* key) {
+    return GoToItem(key) ? GetCrntItem() : nullptr;
+}
 
 int BCArrayList::SetLen(unsigned int length) {
     unsigned long long size = static_cast<unsigned long long>(length) * dwItemSize;
@@ -151,7 +155,9 @@ int BCArrayList::Append(void* key, void* item) {
     return Insert(key, item);
 }
 
-int BCArrayList::Delete(void* key) { return GoToItem(key) ? DeleteCrnt() : 0; }
+int BCArrayList::Delete(void* key) {
+    return GoToItem(key) ? DeleteCrnt() : 0;
+}
 
 int BCArrayList::DeleteCrnt() {
     if (dwCount == 0 || !LockList())
@@ -212,9 +218,13 @@ int BCArrayList::Next() {
     return 1;
 }
 
-unsigned long BCArrayList::GetCrntInd() { return dwCrnt; }
+unsigned long BCArrayList::GetCrntInd() {
+    return dwCrnt;
+}
 
-void* BCArrayList::GetCrntItem() { return Lock(); }
+void* BCArrayList::GetCrntItem() {
+    return Lock();
+}
 
 // The current index may lie past the items (GoToIndex does not check it): then there is
 // no item to hand out or change.
@@ -278,7 +288,8 @@ int BCArrayList::LoadBase(std::istream& is) {
     const unsigned long long count = GetLoadCount();
     const unsigned long long itemBytes = count * dwItemSize;
     const long long remaining = BCStreamRemaining(is);
-    if (count > dwLength || static_cast<unsigned long long>(dwLength) * dwItemSize > kMaxLoadedBlock ||
+    if (count > dwLength ||
+        static_cast<unsigned long long>(dwLength) * dwItemSize > kMaxLoadedBlock ||
         (keySize2 && static_cast<unsigned long long>(keyOfs2) + keySize2 > dwItemSize) ||
         (remaining >= 0 && itemBytes > static_cast<unsigned long long>(remaining)))
         return restore();

@@ -49,10 +49,18 @@ void Detach() {
 const char* const BCTaskRegisterErrorText =
     "An error occured while registering this task.  The application will now close!";
 
-BCModule* BCGetDLLModule2() { return g_module; }
-int BCGetScreenWidth2() { return g_screenWidth; }
-int BCGetScreenHeight2() { return g_screenHeight; }
-void* BCGetArrowCursor2() { return g_arrowCursor; }
+BCModule* BCGetDLLModule2() {
+    return g_module;
+}
+int BCGetScreenWidth2() {
+    return g_screenWidth;
+}
+int BCGetScreenHeight2() {
+    return g_screenHeight;
+}
+void* BCGetArrowCursor2() {
+    return g_arrowCursor;
+}
 
 void BCOutOfMemoryHandler() {
     int answer = ShowBox("Can't allocate enough memory!", "Attention",

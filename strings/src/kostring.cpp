@@ -69,7 +69,9 @@ KoString& KoString::operator=(const KoString& other) {
     return *this;
 }
 
-KoString::~KoString() { delete[] m_text; }
+KoString::~KoString() {
+    delete[] m_text;
+}
 
 int KoString::Assign(const char* text, unsigned long length) {
     char* copy = new (std::nothrow) char[length + 1];
@@ -111,9 +113,8 @@ int KoString::LoadResString(unsigned int id, void* resources, char* buffer, unsi
 
 int KoString::getResource(unsigned int id, void* resources) {
     std::vector<char> text;
-    int length = SearchModules(static_cast<HINSTANCE>(resources), [&](HINSTANCE module) {
-        return LoadAnyLength(module, id, text);
-    });
+    int length = SearchModules(static_cast<HINSTANCE>(resources),
+                               [&](HINSTANCE module) { return LoadAnyLength(module, id, text); });
     if (length == 0) {
         Assign("", 0);
         KoErrorHook::RaiseProcError(KO_ERR_NO_RESOURCE);

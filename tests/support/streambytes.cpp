@@ -19,4 +19,6 @@ std::istringstream InStream(const std::string& bytes) {
     return std::istringstream(bytes, std::ios::in | std::ios::binary);
 }
 
-std::ostringstream OutStream() { return std::ostringstream(std::ios::out | std::ios::binary); }
+std::ostringstream OutStream() {
+    return std::ostringstream(std::ios::out | std::ios::binary);
+}

@@ -44,11 +44,17 @@ void BCRenderableData::Display(const char* prefix) {
     DispObjectMsg("%sdwFlags=%08lx, lpKey=%p", prefix ? prefix : "", dwFlags, lpKey);
 }
 
-BCRenderableData* BCRenderableData::Dup() { return new (std::nothrow) BCRenderableData(*this); }
+BCRenderableData* BCRenderableData::Dup() {
+    return new (std::nothrow) BCRenderableData(*this);
+}
 
-int BCRenderableData::Clear(int) { return 1; }
+int BCRenderableData::Clear(int) {
+    return 1;
+}
 
-void* BCRenderableData::GetKey() { return lpKey; }
+void* BCRenderableData::GetKey() {
+    return lpKey;
+}
 
 void* BCRenderableData::SetKey(void* key) {
     void* previous = lpKey;
@@ -56,15 +62,25 @@ void* BCRenderableData::SetKey(void* key) {
     return previous;
 }
 
-int BCRenderableData::IsRenderable(BCFormat&) { return 0; }
+int BCRenderableData::IsRenderable(BCFormat&) {
+    return 0;
+}
 
-unsigned long BCRenderableData::GetData(void*, unsigned long, BCFormat&) { return 0; }
+unsigned long BCRenderableData::GetData(void*, unsigned long, BCFormat&) {
+    return 0;
+}
 
-void* BCRenderableData::GetDataPtr(BCFormat&) { return nullptr; }
+void* BCRenderableData::GetDataPtr(BCFormat&) {
+    return nullptr;
+}
 
-unsigned long BCRenderableData::GetLen(BCFormat&) { return 0; }
+unsigned long BCRenderableData::GetLen(BCFormat&) {
+    return 0;
+}
 
-unsigned long BCRenderableData::SetData(void*, unsigned long, BCFormat&) { return 0; }
+unsigned long BCRenderableData::SetData(void*, unsigned long, BCFormat&) {
+    return 0;
+}
 
 unsigned long BCRenderableData::SetFlags(unsigned long bits, int on) {
     unsigned long previous = dwFlags;

@@ -56,7 +56,9 @@ long long BCStreamRemaining(std::istream& is) {
     return static_cast<long long>(end - here);
 }
 
-int BCSaveWord(std::ostream& os, unsigned int value) { return SaveLittleEndian<4>(os, value); }
+int BCSaveWord(std::ostream& os, unsigned int value) {
+    return SaveLittleEndian<4>(os, value);
+}
 
 int BCLoadWord(std::istream& is, unsigned int& value) {
     unsigned long v = 0;
@@ -66,9 +68,13 @@ int BCLoadWord(std::istream& is, unsigned int& value) {
     return 1;
 }
 
-int BCSaveDblWord(std::ostream& os, unsigned long value) { return SaveLittleEndian<4>(os, value); }
+int BCSaveDblWord(std::ostream& os, unsigned long value) {
+    return SaveLittleEndian<4>(os, value);
+}
 
-int BCLoadDblWord(std::istream& is, unsigned long& value) { return LoadLittleEndian<4>(is, value); }
+int BCLoadDblWord(std::istream& is, unsigned long& value) {
+    return LoadLittleEndian<4>(is, value);
+}
 
 int BCSaveCoord(std::ostream& os, short value) {
     return SaveLittleEndian<2>(os, static_cast<unsigned short>(value));
@@ -82,7 +88,9 @@ int BCLoadCoord(std::istream& is, short& value) {
     return 1;
 }
 
-int BCSaveByte(std::ostream& os, unsigned char value) { return SaveLittleEndian<1>(os, value); }
+int BCSaveByte(std::ostream& os, unsigned char value) {
+    return SaveLittleEndian<1>(os, value);
+}
 
 int BCLoadByte(std::istream& is, unsigned char& value) {
     unsigned long v = 0;
@@ -132,7 +140,9 @@ int BCLoadStringPtr(std::istream& is, char*& text) {
     return 1;
 }
 
-int BCSavePtr(std::ostream& os, const void* pointer) { return BCSaveWord(os, pointer ? 1u : 0u); }
+int BCSavePtr(std::ostream& os, const void* pointer) {
+    return BCSaveWord(os, pointer ? 1u : 0u);
+}
 
 int BCLoadPtr(std::istream& is, void*& pointer) {
     unsigned int mark = 0;

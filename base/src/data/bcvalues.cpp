@@ -9,7 +9,9 @@
 #include "bcstream.h"
 
 namespace {
-const char* Prefix(const char* prefix) { return prefix ? prefix : ""; }
+const char* Prefix(const char* prefix) {
+    return prefix ? prefix : "";
+}
 
 char* CopyName(const char* name) {
     if (!name)
@@ -48,8 +50,7 @@ bool BCRectangle::Contains(const BCPosition& pos) const {
 }
 
 bool BCRectangle::operator==(const BCRectangle& o) const {
-    return coLeft == o.coLeft && coTop == o.coTop && coRight == o.coRight &&
-           coBottom == o.coBottom;
+    return coLeft == o.coLeft && coTop == o.coTop && coRight == o.coRight && coBottom == o.coBottom;
 }
 
 void BCRectangle::ToRECT(void* rect) const {
@@ -88,7 +89,9 @@ int BCColor::Load(std::istream& is) {
     return 1;
 }
 
-int BCColor::Save(std::ostream& os) { return BCObject::Save(os) && BCSaveDblWord(os, dwRGB); }
+int BCColor::Save(std::ostream& os) {
+    return BCObject::Save(os) && BCSaveDblWord(os, dwRGB);
+}
 
 void BCColor::Display(const char* prefix) {
     DispObjectMsg("%sdwRGB=%06lx", Prefix(prefix), dwRGB);
@@ -115,7 +118,9 @@ BCResID& BCResID::operator=(const BCResID& other) {
     return *this;
 }
 
-BCResID::~BCResID() { delete[] caResName; }
+BCResID::~BCResID() {
+    delete[] caResName;
+}
 
 const char* BCResID::GetResource() const {
     return caResName ? caResName : MAKEINTRESOURCEA(wResNum);

@@ -31,11 +31,15 @@ unsigned long TextLength(const void* item, unsigned long limit) {
 }
 
 // A value key as the signed number it stands for, the same on 32- and 64-bit builds.
-void* ValueKey(long value) { return reinterpret_cast<void*>(static_cast<std::intptr_t>(value)); }
+void* ValueKey(long value) {
+    return reinterpret_cast<void*>(static_cast<std::intptr_t>(value));
+}
 
 } // namespace
 
-void BCSetIteratorStateAccess(BCIteratorStateAccess access) { g_iteratorState = access; }
+void BCSetIteratorStateAccess(BCIteratorStateAccess access) {
+    g_iteratorState = access;
+}
 
 BCIteratorState* BCGetIteratorState(BCIterator* iterator) {
     return (iterator && g_iteratorState) ? g_iteratorState(iterator) : nullptr;
@@ -91,7 +95,9 @@ void BCList::Display(const char* prefix) {
                   prefix ? prefix : "", dwFlags, dwLength, dwCount, dwItemSize, dwIterCount);
 }
 
-BCRenderableData* BCList::Dup() { return nullptr; }
+BCRenderableData* BCList::Dup() {
+    return nullptr;
+}
 
 int BCList::Clear(int) {
     dwCount = 0;
@@ -100,7 +106,9 @@ int BCList::Clear(int) {
     return 1;
 }
 
-int BCList::IsRenderable(BCFormat& format) { return IsItemRenderable(nullptr, nullptr, format); }
+int BCList::IsRenderable(BCFormat& format) {
+    return IsItemRenderable(nullptr, nullptr, format);
+}
 
 unsigned long BCList::GetLen(BCFormat& format) {
     if (!IsRenderable(format))
@@ -123,8 +131,7 @@ unsigned long BCList::GetData(void* buffer, unsigned long size, BCFormat& format
     return total;
 }
 
-int BCList::RenderItems(char* buffer, unsigned long size, BCFormat& format,
-                        unsigned long& total) {
+int BCList::RenderItems(char* buffer, unsigned long size, BCFormat& format, unsigned long& total) {
     unsigned long used = 0;
     buffer[0] = '\0';
     int ok = ForEachItem(*this, [&](void* key, void* item) {
@@ -162,23 +169,51 @@ unsigned long BCList::SetData(void* buffer, unsigned long length, BCFormat& form
     return length;
 }
 
-void* BCList::Find(void* key) { return GoToItem(key) ? GetCrntItem() : nullptr; }
+void* BCList::Find(void* key) {
+    return GoToItem(key) ? GetCrntItem() : nullptr;
+}
 
 // This base keeps no items: nothing can be added, moved or visited.
-int BCList::Insert(void*, void*) { return 0; }
-int BCList::Append(void*, void*) { return 0; }
-int BCList::Relocate(void*, void*, void*) { return 0; }
-int BCList::Delete(void* key) { return GoToItem(key) ? DeleteCrnt() : 0; }
-int BCList::DeleteCrnt() { return 0; }
-int BCList::Home() { return 0; }
-int BCList::End() { return 0; }
-int BCList::GoToIndex(unsigned int) { return 0; }
-int BCList::GoToItem(void*) { return 0; }
-int BCList::Prev() { return 0; }
-int BCList::Next() { return 0; }
-unsigned long BCList::GetCrntInd() { return kNoIndex; }
+int BCList::Insert(void*, void*) {
+    return 0;
+}
+int BCList::Append(void*, void*) {
+    return 0;
+}
+int BCList::Relocate(void*, void*, void*) {
+    return 0;
+}
+int BCList::Delete(void* key) {
+    return GoToItem(key) ? DeleteCrnt() : 0;
+}
+int BCList::DeleteCrnt() {
+    return 0;
+}
+int BCList::Home() {
+    return 0;
+}
+int BCList::End() {
+    return 0;
+}
+int BCList::GoToIndex(unsigned int) {
+    return 0;
+}
+int BCList::GoToItem(void*) {
+    return 0;
+}
+int BCList::Prev() {
+    return 0;
+}
+int BCList::Next() {
+    return 0;
+}
+unsigned long BCList::GetCrntInd() {
+    return kNoIndex;
+}
 
-void* BCList::GetCrntItem() { return lpCrnt ? GetCrntNode()->lpItem : nullptr; }
+void* BCList::GetCrntItem() {
+    return lpCrnt ? GetCrntNode()->lpItem : nullptr;
+}
 
 void* BCList::SetCrntItem(void* item) {
     if (!lpCrnt)
@@ -188,9 +223,13 @@ void* BCList::SetCrntItem(void* item) {
     return previous;
 }
 
-void* BCList::GetCrntKey() { return lpCrnt ? GetCrntNode()->lpKey : nullptr; }
+void* BCList::GetCrntKey() {
+    return lpCrnt ? GetCrntNode()->lpKey : nullptr;
+}
 
-void* BCList::Lock() { return GetCrntItem(); }
+void* BCList::Lock() {
+    return GetCrntItem();
+}
 
 int BCList::Update(void*, void* item) {
     if (!lpCrnt)
@@ -199,7 +238,9 @@ int BCList::Update(void*, void* item) {
     return 1;
 }
 
-int BCList::Unlock(void* key, void* item) { return Update(key, item); }
+int BCList::Unlock(void* key, void* item) {
+    return Update(key, item);
+}
 
 int BCList::SaveBase(std::ostream& os) {
     return BCObject::Save(os) && BCSaveDblWord(os, dwFlags) && BCSaveDblWord(os, dwLength) &&
@@ -300,7 +341,9 @@ int BCList::CmpKey(void* key, void* itemKey) {
     return a < b ? -1 : (a > b ? 1 : 0);
 }
 
-int BCList::Install(void*, void*, int) { return 1; }
+int BCList::Install(void*, void*, int) {
+    return 1;
+}
 
 int BCList::DeleteItem(void*, void* item) {
     if (dwFlags & BC_FLAG_KEEP_ITEMS)

@@ -11,7 +11,9 @@ BCSingleLinkedList::BCSingleLinkedList(unsigned int flags, unsigned int itemSize
     SetObjectType(87);
 }
 
-BCSingleLinkedList::~BCSingleLinkedList() { BCSingleLinkedList::Clear(1); }
+BCSingleLinkedList::~BCSingleLinkedList() {
+    BCSingleLinkedList::Clear(1);
+}
 
 int BCSingleLinkedList::Clear(int freeItems) {
     unsigned long keep = dwFlags & BC_FLAG_KEEP_ITEMS;
@@ -27,7 +29,9 @@ int BCSingleLinkedList::Clear(int freeItems) {
     return 1;
 }
 
-void* BCSingleLinkedList::Find(void* key) { return GoToItem(key) ? GetCrntItem() : nullptr; }
+void* BCSingleLinkedList::Find(void* key) {
+    return GoToItem(key) ? GetCrntItem() : nullptr;
+}
 
 int BCSingleLinkedList::Insert(void* key, void* item) {
     if (!(dwFlags & BC_FLAG_SORTED) && !lpCrnt)
@@ -89,7 +93,9 @@ int BCSingleLinkedList::Relocate(void* key, void* oldKey, void*) {
     return 0;
 }
 
-int BCSingleLinkedList::Delete(void* key) { return GoToItem(key) ? DeleteCrnt() : 0; }
+int BCSingleLinkedList::Delete(void* key) {
+    return GoToItem(key) ? DeleteCrnt() : 0;
+}
 
 int BCSingleLinkedList::DeleteCrnt() {
     BCSingleLinkNode* node = Crnt();

@@ -33,7 +33,9 @@ int Fault(unsigned int id) {
 
 // The handle of a block this module handed out; null (with no fault shown) when the
 // address is not the start of a global block.
-HGLOBAL HandleOf(void* memory) { return GlobalHandle(memory); }
+HGLOBAL HandleOf(void* memory) {
+    return GlobalHandle(memory);
+}
 
 } // namespace
 
@@ -129,7 +131,9 @@ unsigned long BCCopyLimStr(char* to, const char* from, unsigned long limit) {
     return n;
 }
 
-unsigned long BCGetStrLen(const char* text) { return text ? std::strlen(text) : 0; }
+unsigned long BCGetStrLen(const char* text) {
+    return text ? std::strlen(text) : 0;
+}
 
 int BCFrmtStr(char* buffer, unsigned int size, const char* format, ...) {
     if (!buffer || size == 0)

@@ -32,7 +32,9 @@ const char* CachedTypeName(unsigned int code) {
 
 } // namespace
 
-BCObject::BCObject(unsigned int typeCode) : wType(0) { SetObjectType(typeCode); }
+BCObject::BCObject(unsigned int typeCode) : wType(0) {
+    SetObjectType(typeCode);
+}
 
 BCObject::BCObject(const BCObject& other) : wType(other.wType) {}
 
@@ -43,7 +45,9 @@ BCObject& BCObject::operator=(const BCObject& other) {
 
 BCObject::~BCObject() {}
 
-const char* BCObject::GetObjectTypeStr() const { return CachedTypeName(GetObjectType()); }
+const char* BCObject::GetObjectTypeStr() const {
+    return CachedTypeName(GetObjectType());
+}
 
 int BCObject::Load(std::istream& is) {
     unsigned int code = 0;
@@ -52,11 +56,14 @@ int BCObject::Load(std::istream& is) {
     return code == GetObjectType();
 }
 
-int BCObject::Save(std::ostream& os) { return BCSaveWord(os, GetObjectType()); }
+int BCObject::Save(std::ostream& os) {
+    return BCSaveWord(os, GetObjectType());
+}
 
 void BCObject::Error(const char* text, unsigned int line, const char* file) {
-    BCMsgInfo info = {BC_MSG_FAULT, 0, text ? text : "", GetObjectTypeStr(), MB_OK | MB_ICONSTOP,
-                      this, file, line};
+    BCMsgInfo info = {
+        BC_MSG_FAULT, 0,   text ? text : "", GetObjectTypeStr(), MB_OK | MB_ICONSTOP, this,
+        file,         line};
     BCShowMsg(info);
 }
 
@@ -71,7 +78,7 @@ int BCObject::DispObjectMsg(const char* format, ...) const {
     text.VSprintf(format, args);
     va_end(args);
     BCMsgInfo info = {BC_MSG_DIAGNOSTIC, 0, text.c_str(), GetObjectTypeStr(), MB_OK, this,
-                      nullptr, 0};
+                      nullptr,           0};
     return BCShowMsg(info);
 }
 
@@ -106,8 +113,8 @@ long BCAssert(BCObject* object, long condition, unsigned int line, const char* f
     if (object)
         object->Error(text, line, file);
     else {
-        BCMsgInfo info = {BC_MSG_FAULT, 0, text ? text : "", nullptr, MB_OK | MB_ICONSTOP,
-                          nullptr, file, line};
+        BCMsgInfo info = {
+            BC_MSG_FAULT, 0, text ? text : "", nullptr, MB_OK | MB_ICONSTOP, nullptr, file, line};
         BCShowMsg(info);
     }
     return 0;

@@ -6,8 +6,7 @@
 #include "kostring.h"
 
 BCModule::BCModule(void* instance, const char* name, unsigned short dataSegment)
-    : BCObject(114), lpInstance(instance), caName(nullptr), wDataSeg(dataSegment),
-      blRegistered(0) {
+    : BCObject(114), lpInstance(instance), caName(nullptr), wDataSeg(dataSegment), blRegistered(0) {
     if (name) {
         caName = new (std::nothrow) char[std::strlen(name) + 1];
         if (caName)
