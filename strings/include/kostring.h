@@ -33,6 +33,9 @@ class NORSTR_API KoString {
     // Copies resource `id`, found in the search order above, into `buffer` (NUL-terminated,
     // cut to size - 1); returns the length copied, 0 when not found.
     static int LoadResString(unsigned int id, void* resources, char* buffer, unsigned int size);
+    // The first module, in the search order above, for which `found` gives non-zero; null
+    // when none does.
+    static void* FindModule(void* first, int (*found)(void* module, void* context), void* context);
 
   private:
     int Assign(const char* text, unsigned long length);

@@ -111,6 +111,17 @@ int KoString::LoadResString(unsigned int id, void* resources, char* buffer, unsi
     });
 }
 
+void* KoString::FindModule(void* first, int (*found)(void* module, void* context), void* context) {
+    HINSTANCE match = nullptr;
+    SearchModules(static_cast<HINSTANCE>(first), [&](HINSTANCE module) {
+        if (!found(module, context))
+            return 0;
+        match = module;
+        return 1;
+    });
+    return match;
+}
+
 int KoString::getResource(unsigned int id, void* resources) {
     std::vector<char> text;
     int length = SearchModules(static_cast<HINSTANCE>(resources),

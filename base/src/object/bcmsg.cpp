@@ -3,12 +3,14 @@
 #include <windows.h>
 
 #include "bcmodule.h"
+#include "bcwindow.h"
 #include "kostring.h"
 #include "msgformat.h"
 
 namespace {
 
 BCMsgSink g_sink = nullptr;
+HWND g_owner = nullptr;
 void* g_sinkContext = nullptr;
 
 constexpr unsigned int kTaskModalStyle = MB_OK | MB_ICONEXCLAMATION | MB_TASKMODAL;
@@ -39,7 +41,7 @@ int BCDefaultMsgSink(const BCMsgInfo& info, void*) {
     switch (info.kind) {
     case BC_MSG_NUMBERED:
     case BC_MSG_BOX:
-        return MessageBoxA(GetActiveWindow(), text, info.caption, info.style);
+        return MessageBoxA(g_owner ? g_owner : GetActiveWindow(), text, info.caption, info.style);
     case BC_MSG_FAULT: {
         KoString line;
         line.Sprintf("%s (%s, line %u)\n", text, info.file ? info.file : "", info.line);
@@ -52,6 +54,10 @@ int BCDefaultMsgSink(const BCMsgInfo& info, void*) {
         return IDOK;
     }
     return IDOK;
+}
+
+void BCSetMsgOwner(void* window) {
+    g_owner = static_cast<HWND>(window);
 }
 
 int BCShowNumberedMsg(unsigned int id, void* resources, unsigned int style, const BCObject* object,
@@ -81,12 +87,12 @@ int BCDispAppMsg(BCModule* module, unsigned int id, ...) {
     return result;
 }
 
-// The owner window is for the default sink's box; until windows carry handles the active
-// window owns it.
-int BCDispAppMsg(BCModule* module, BCWindow*, unsigned int id, ...) {
+int BCDispAppMsg(BCModule* module, BCWindow* window, unsigned int id, ...) {
     va_list args;
     va_start(args, id);
+    BCSetMsgOwner(window ? window->GetHandle() : nullptr);
     int result = ShowAppMsg(module, id, args);
+    BCSetMsgOwner(nullptr);
     va_end(args);
     return result;
 }

@@ -7,3 +7,7 @@
 // 0 when the text is missing.
 int BCShowNumberedMsg(unsigned int id, void* resources, unsigned int style, const BCObject* object,
                       va_list args);
+
+// The window that owns the boxes the default sink shows while it is set (null: the active
+// window). Set around a message shown on behalf of a window.
+void BCSetMsgOwner(void* window);

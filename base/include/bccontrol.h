@@ -1,0 +1,89 @@
+#pragma once
+#include <windows.h>
+
+#include "bcvalues.h"
+#include "bcwindow.h"
+
+class BCDialog;
+
+// A system control: bound to a control of a dialog template by id, or created as a child
+// window at a position and size. Its notifications reach the parent's handlers; with
+// Intercept(1) the control's own messages pass through its DispatchEvent first.
+class NORLIB1_API BCControlWindow : public BCWindow {
+  public:
+    BCControlWindow(const BCResID& id, BCDialog* dialog, unsigned int typeCode, BCApplication* app);
+    BCControlWindow(const char* className, long style, unsigned int id, BCWindow* parent,
+                    const BCPosition& pos, const BCSize& size, unsigned int typeCode,
+                    BCApplication* app);
+    ~BCControlWindow() override;
+
+    // Template controls: binds to the dialog's control (message 10014 when it has none,
+    // 10015 without a dialog window). Created controls: creates the window (10016).
+    int Create(const char* title) override;
+    // 1: route the control's messages through DispatchEvent; 0 or -1: stop.
+    int Intercept(int on);
+    LRESULT DefaultEvent(BCEvent* event) override;
+    BCDialog* GetDialog() const { return opDialog; }
+    // Used by the owning dialog.
+    void ForgetDialog() { opDialog = nullptr; }
+    void Unbind();
+
+  private:
+    static LRESULT CALLBACK InterceptProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    BCDialog* opDialog;
+    const char* caClass;
+    WNDPROC lpOldProc;
+};
+
+// Entry operations shared by list boxes and combo boxes (which send other messages).
+class NORLIB1_API BCListControl : public BCControlWindow {
+  public:
+    using BCControlWindow::BCControlWindow;
+    // Each returns -1 (counts, indexes) or 0 without a window.
+    virtual int AddString(const char* text);
+    virtual int InsertString(int index, const char* text);
+    virtual int DeleteString(int index);
+    virtual int GetCount();
+    virtual int GetCurSel();
+    virtual int SetCurSel(int index);
+    virtual int GetItem(int index, char* buffer);
+    virtual int GetItemLen(int index);
+    virtual int ResetContent();
+
+  protected:
+    // The list box messages; a combo box gives its own.
+    struct Messages {
+        UINT add, insert, remove, count, getSel, setSel, getText, getTextLen, reset;
+        int errSpace;
+        unsigned int spaceMsg, errorMsg;
+    };
+    virtual const Messages& GetMessages() const;
+    LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const;
+};
+
+class NORLIB1_API BCListBox : public BCListControl {
+  public:
+    BCListBox(const BCResID& id, BCDialog* dialog, BCApplication* app);
+    BCListBox(unsigned int id, BCWindow* parent, const BCPosition& pos, const BCSize& size,
+              const char* text, BCApplication* app);
+};
+
+// Scroll-bar kinds.
+enum BCScrollKind { BC_SCROLL_HORZ = 0, BC_SCROLL_VERT = 1, BC_SCROLL_SIZEBOX = 5 };
+
+class NORLIB1_API BCScrollBar : public BCControlWindow {
+  public:
+    BCScrollBar(const BCResID& id, BCDialog* dialog, unsigned int kind, unsigned int typeCode,
+                BCApplication* app);
+    BCScrollBar(unsigned int kind, long style, unsigned int id, BCWindow* parent,
+                const BCPosition& pos, const BCSize& size, unsigned int typeCode,
+                BCApplication* app);
+    unsigned int GetKind() const { return wKind; }
+    int SetRange(int minimum, int maximum);
+    int SetThumb(int position);
+    // -1 without a window.
+    int GetThumb() const;
+
+  private:
+    unsigned int wKind;
+};

@@ -1,0 +1,216 @@
+#include "bccontrol.h"
+
+#include "bcdialog.h"
+
+namespace {
+enum : unsigned int {
+    kMsgCannotInstallControl = 10013,
+    kMsgNoControl = 10014,
+    kMsgNoDialog = 10015,
+    kMsgCannotCreateControl = 10016,
+    kMsgListError = 10033,
+    kMsgListNoMemory = 10034
+};
+
+BCRectangle RectAt(const BCPosition& pos, const BCSize& size) {
+    return BCRectangle(pos, size);
+}
+} // namespace
+
+BCControlWindow::BCControlWindow(const BCResID& id, BCDialog* dialog, unsigned int typeCode,
+                                 BCApplication* app)
+    : BCWindow(typeCode, dialog, app), opDialog(dialog), caClass(nullptr), lpOldProc(nullptr) {
+    wID = id.GetResNum();
+    if (dialog)
+        dialog->AddControl(this);
+}
+
+BCControlWindow::BCControlWindow(const char* className, long style, unsigned int id,
+                                 BCWindow* parent, const BCPosition& pos, const BCSize& size,
+                                 unsigned int typeCode, BCApplication* app)
+    : BCWindow(typeCode, parent, app), opDialog(nullptr), caClass(className), lpOldProc(nullptr) {
+    wID = id;
+    dwStyle = style;
+    rcWindow = RectAt(pos, size);
+}
+
+BCControlWindow::~BCControlWindow() {
+    Intercept(0);
+    if (opDialog) {
+        opDialog->RemoveControl(this);
+        Unbind(); // the dialog's window owns the control's window
+    }
+}
+
+void BCControlWindow::Unbind() {
+    Intercept(0);
+    Detach();
+}
+
+int BCControlWindow::Create(const char* title) {
+    if (hWnd)
+        return 1;
+    if (!caClass) { // bound to a template control
+        if (!opDialog || !opDialog->GetHandle()) {
+            DispObjectMsg(kMsgNoDialog);
+            return 0;
+        }
+        HWND control = GetDlgItem(opDialog->GetHandle(), static_cast<int>(wID));
+        if (!control) {
+            DispObjectMsg(kMsgNoControl);
+            return 0;
+        }
+        if (!Attach(control)) {
+            DispObjectMsg(kMsgCannotInstallControl);
+            return 0;
+        }
+        dwStyle = static_cast<long>(GetWindowLongPtrA(control, GWL_STYLE));
+        if (title && *title)
+            SetTitle(title);
+        return 1;
+    }
+    if (!opParent || !opParent->GetHandle()) {
+        DispObjectMsg(kMsgCannotCreateControl);
+        return 0;
+    }
+    return BCWindow::Create(title) &&
+           CreateSystemWindow(caClass, opParent->GetHandle(),
+                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(wID)),
+                              kMsgCannotCreateControl);
+}
+
+int BCControlWindow::Intercept(int on) {
+    if (!hWnd)
+        return 0;
+    if (on == 1 && !lpOldProc) {
+        lpOldProc = reinterpret_cast<WNDPROC>(SetWindowLongPtrA(
+            hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&BCControlWindow::InterceptProc)));
+    } else if (on != 1 && lpOldProc) {
+        SetWindowLongPtrA(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(lpOldProc));
+        lpOldProc = nullptr;
+    }
+    return 1;
+}
+
+LRESULT CALLBACK BCControlWindow::InterceptProc(HWND window, UINT message, WPARAM wParam,
+                                                LPARAM lParam) {
+    BCControlWindow* control = static_cast<BCControlWindow*>(FromHandle(window));
+    if (!control || !control->lpOldProc)
+        return DefWindowProcA(window, message, wParam, lParam);
+    WNDPROC old = control->lpOldProc;
+    if (message == WM_NCDESTROY) { // the control goes: hand it back to its own procedure
+        control->Unbind();
+        return CallWindowProcA(old, window, message, wParam, lParam);
+    }
+    BCEvent event(window, message, wParam, lParam);
+    return control->DispatchEvent(&event);
+}
+
+LRESULT BCControlWindow::DefaultEvent(BCEvent* e) {
+    if (lpOldProc)
+        return CallWindowProcA(lpOldProc, e->GetWindow(), e->GetMessage(), e->GetWParam(),
+                               e->GetLParam());
+    return DefWindowProcA(e->GetWindow(), e->GetMessage(), e->GetWParam(), e->GetLParam());
+}
+
+const BCListControl::Messages& BCListControl::GetMessages() const {
+    static const Messages listBox = {LB_ADDSTRING, LB_INSERTSTRING,  LB_DELETESTRING,
+                                     LB_GETCOUNT,  LB_GETCURSEL,     LB_SETCURSEL,
+                                     LB_GETTEXT,   LB_GETTEXTLEN,    LB_RESETCONTENT,
+                                     LB_ERRSPACE,  kMsgListNoMemory, kMsgListError};
+    return listBox;
+}
+
+LRESULT BCListControl::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return SendMessageA(hWnd, message, wParam, lParam);
+}
+
+// Adding reports a full box and other failures with the control's own messages.
+int BCListControl::AddString(const char* text) {
+    if (!hWnd)
+        return -1;
+    const Messages& m = GetMessages();
+    int index = static_cast<int>(Send(m.add, 0, reinterpret_cast<LPARAM>(text ? text : "")));
+    if (index == m.errSpace)
+        DispObjectMsg(m.spaceMsg);
+    else if (index < 0)
+        DispObjectMsg(m.errorMsg);
+    return index;
+}
+
+int BCListControl::InsertString(int index, const char* text) {
+    if (!hWnd)
+        return -1;
+    const Messages& m = GetMessages();
+    int at = static_cast<int>(
+        Send(m.insert, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text ? text : "")));
+    if (at == m.errSpace)
+        DispObjectMsg(m.spaceMsg);
+    else if (at < 0)
+        DispObjectMsg(m.errorMsg);
+    return at;
+}
+
+int BCListControl::DeleteString(int index) {
+    return hWnd ? static_cast<int>(Send(GetMessages().remove, static_cast<WPARAM>(index), 0)) : -1;
+}
+
+int BCListControl::GetCount() {
+    return hWnd ? static_cast<int>(Send(GetMessages().count, 0, 0)) : -1;
+}
+
+int BCListControl::GetCurSel() {
+    return hWnd ? static_cast<int>(Send(GetMessages().getSel, 0, 0)) : -1;
+}
+
+int BCListControl::SetCurSel(int index) {
+    return hWnd ? static_cast<int>(Send(GetMessages().setSel, static_cast<WPARAM>(index), 0)) : -1;
+}
+
+int BCListControl::GetItem(int index, char* buffer) {
+    if (!hWnd || !buffer)
+        return -1;
+    return static_cast<int>(
+        Send(GetMessages().getText, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(buffer)));
+}
+
+int BCListControl::GetItemLen(int index) {
+    return hWnd ? static_cast<int>(Send(GetMessages().getTextLen, static_cast<WPARAM>(index), 0))
+                : -1;
+}
+
+int BCListControl::ResetContent() {
+    return hWnd ? (Send(GetMessages().reset, 0, 0), 1) : 0;
+}
+
+BCListBox::BCListBox(const BCResID& id, BCDialog* dialog, BCApplication* app)
+    : BCListControl(id, dialog, 40, app) {}
+
+BCListBox::BCListBox(unsigned int id, BCWindow* parent, const BCPosition& pos, const BCSize& size,
+                     const char* text, BCApplication* app)
+    : BCListControl("LISTBOX", WS_CHILD | WS_VISIBLE | WS_BORDER | WS_VSCROLL | LBS_NOTIFY, id,
+                    parent, pos, size, 40, app) {
+    if (text)
+        Create(text);
+}
+
+BCScrollBar::BCScrollBar(const BCResID& id, BCDialog* dialog, unsigned int kind,
+                         unsigned int typeCode, BCApplication* app)
+    : BCControlWindow(id, dialog, typeCode, app), wKind(kind) {}
+
+BCScrollBar::BCScrollBar(unsigned int kind, long style, unsigned int id, BCWindow* parent,
+                         const BCPosition& pos, const BCSize& size, unsigned int typeCode,
+                         BCApplication* app)
+    : BCControlWindow("SCROLLBAR", style, id, parent, pos, size, typeCode, app), wKind(kind) {}
+
+int BCScrollBar::SetRange(int minimum, int maximum) {
+    return hWnd && SetScrollRange(hWnd, SB_CTL, minimum, maximum, TRUE);
+}
+
+int BCScrollBar::SetThumb(int position) {
+    return hWnd ? (SetScrollPos(hWnd, SB_CTL, position, TRUE), 1) : 0;
+}
+
+int BCScrollBar::GetThumb() const {
+    return hWnd ? GetScrollPos(hWnd, SB_CTL) : -1;
+}

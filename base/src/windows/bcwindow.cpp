@@ -1,0 +1,546 @@
+#include "bcwindow.h"
+
+#include <cstring>
+#include <new>
+
+#include "bcapp.h"
+#include "bcmenu.h"
+#include "bcmodule.h"
+
+namespace {
+
+const char kObjectProperty[] = "BCWindowObject";
+const char kWindowClass[] = "BCWindow";
+
+enum : unsigned int {
+    kMsgCannotInstall = 10066,
+    kMsgNullWindowObject = 10064,
+    kMsgNullWindowHandle = 10065,
+    kMsgPaintWithDC = 10059
+};
+
+BCWindow* g_creating = nullptr;
+
+char* CopyText(const char* text) {
+    char* copy = new (std::nothrow) char[std::strlen(text ? text : "") + 1];
+    if (copy)
+        std::strcpy(copy, text ? text : "");
+    return copy;
+}
+
+HINSTANCE ThisModule() {
+    static HINSTANCE instance = [] {
+        HMODULE module = nullptr;
+        GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                               GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                           reinterpret_cast<LPCSTR>(&BCWndProc), &module);
+        return module;
+    }();
+    return instance;
+}
+
+bool AnyButton(WPARAM keys) {
+    return (keys & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON)) != 0;
+}
+
+} // namespace
+
+void BCSetCreateWindow(BCWindow* window) {
+    g_creating = window;
+}
+BCWindow* BCGetCreateWindow() {
+    return g_creating;
+}
+
+LRESULT CALLBACK BCWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    BCWindow* object = BCWindow::FromHandle(window);
+    if (!object && g_creating && !g_creating->GetHandle()) {
+        object = g_creating;
+        if (!object->Attach(window))
+            object = nullptr;
+    }
+    if (!object)
+        return DefWindowProcA(window, message, wParam, lParam);
+    BCEvent event(window, message, wParam, lParam);
+    LRESULT result = object->DispatchEvent(&event);
+    if (message == WM_NCDESTROY)
+        object->Detach();
+    return result;
+}
+
+BCWindow* BCWindow::FromHandle(HWND window) {
+    return window ? static_cast<BCWindow*>(GetPropA(window, kObjectProperty)) : nullptr;
+}
+
+BCWindow::BCWindow(unsigned int typeCode, BCWindow* parent, BCApplication* app)
+    : BCDisplayDevice(typeCode, app ? app->GetModule() : nullptr), hWnd(nullptr), opParent(parent),
+      wID(0), dwStyle(0), dwExStyle(0), caTitle(nullptr), opMenu(nullptr),
+      opApp(app ? app : BCGetApp()), hCursor(nullptr), blDestroying(0) {}
+
+BCWindow::~BCWindow() {
+    if (g_creating == this)
+        g_creating = nullptr;
+    if (opApp)
+        opApp->ForgetWindow(this);
+    if (hWnd) {
+        HWND window = hWnd;
+        Detach(); // the window's last messages must not reach a dying object
+        DestroyWindow(window);
+    }
+    delete[] caTitle;
+}
+
+int BCWindow::Attach(HWND window) {
+    if (!SetPropA(window, kObjectProperty, this)) {
+        DispObjectMsg(kMsgCannotInstall);
+        return 0;
+    }
+    hWnd = window;
+    return 1;
+}
+
+void BCWindow::Detach() {
+    if (hWnd)
+        RemovePropA(hWnd, kObjectProperty);
+    hWnd = nullptr;
+    blDestroying = 0;
+    if (opMenu)
+        opMenu->SetOwnedByWindow(0);
+}
+
+void BCWindow::Display(const char* prefix) {
+    DispObjectMsg("%shWnd=%p, wID=%u, dwStyle=%08lx, caTitle=%s", prefix ? prefix : "",
+                  static_cast<void*>(hWnd), wID, dwStyle, caTitle ? caTitle : "");
+}
+
+void* BCWindow::GetDeviceDC() {
+    return hWnd ? ::GetDC(hWnd) : nullptr;
+}
+
+int BCWindow::ReleaseDeviceDC(void* dc) {
+    return hWnd && dc ? ::ReleaseDC(hWnd, static_cast<HDC>(dc)) : 0;
+}
+
+const char* BCWindow::WindowClass() {
+    static ATOM atom = [] {
+        WNDCLASSA wc = {};
+        wc.style = CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
+        wc.lpfnWndProc = BCWndProc;
+        wc.hInstance = ThisModule();
+        wc.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
+        wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+        wc.lpszClassName = kWindowClass;
+        return RegisterClassA(&wc);
+    }();
+    return atom ? kWindowClass : nullptr;
+}
+
+int BCWindow::Create(const char* title) {
+    char* copy = CopyText(title);
+    if (!copy)
+        return 0;
+    delete[] caTitle;
+    caTitle = copy;
+    return WindowClass() != nullptr;
+}
+
+int BCWindow::CreateSystemWindow(const char* className, HWND parent, HMENU menuOrId,
+                                 unsigned int failureMessage) {
+    if (hWnd)
+        return 1;
+    bool placed = !rcWindow.IsEmpty();
+    BCSetCreateWindow(this);
+    HWND window = CreateWindowExA(
+        dwExStyle, className, caTitle, static_cast<DWORD>(dwStyle),
+        placed ? rcWindow.GetLeft() : CW_USEDEFAULT, placed ? rcWindow.GetTop() : CW_USEDEFAULT,
+        placed ? rcWindow.GetWidth() : CW_USEDEFAULT, placed ? rcWindow.GetHeight() : CW_USEDEFAULT,
+        parent, menuOrId, ThisModule(), this);
+    BCSetCreateWindow(nullptr);
+    if (!window) {
+        DispObjectMsg(failureMessage);
+        return 0;
+    }
+    if (!hWnd) // a class whose procedure is not ours: attach now
+        Attach(window);
+    return hWnd != nullptr;
+}
+
+LRESULT BCWindow::DispatchEvent(BCEvent* e) {
+    switch (e->GetMessage()) {
+    case WM_CREATE:
+    case WM_INITDIALOG:
+        return Initialize(e);
+    case WM_PAINT: {
+        if (GetDC()) {
+            DispObjectMsg(kMsgPaintWithDC);
+            return DefaultEvent(e);
+        }
+        PAINTSTRUCT ps;
+        AdoptDC(BeginPaint(hWnd, &ps));
+        long result = Paint(e);
+        DropDC();
+        EndPaint(e->GetWindow(), &ps);
+        return result;
+    }
+    case WM_SIZE:
+        return ReSize(e);
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+        return Focus(e);
+    case WM_VSCROLL:
+        return VertScroll(e);
+    case WM_HSCROLL:
+        return HorizScroll(e);
+    case WM_CHAR:
+        return CharKey(e);
+    case WM_KEYDOWN:
+        return KeyDown(e);
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+        return MouseDown(e);
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+        return MouseUp(e);
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDBLCLK:
+        return MouseDblClk(e);
+    case WM_MOUSEMOVE:
+        return AnyButton(e->GetWParam()) ? MouseDrag(e) : DefaultEvent(e);
+    case WM_INITMENU:
+    case WM_INITMENUPOPUP:
+        return MenuInit(e);
+    case WM_CLOSE:
+        return Close(e);
+    case WM_DESTROY:
+        blDestroying = 1;
+        if (opApp && opApp->GetMainWindow() == this)
+            PostQuitMessage(0);
+        return DefaultEvent(e);
+    case WM_COMMAND:
+        if (e->IsMenuCommand())
+            return MenuCommand(e);
+        switch (e->GetNotifyCode()) {
+        case BN_CLICKED:
+            return ButtonSnglClk(e);
+        case EN_CHANGE:
+            return EditChange(e);
+        case LBN_SELCHANGE:
+            return ListBoxSnglClk(e);
+        case LBN_DBLCLK:
+            return ListBoxDblClk(e);
+        default:
+            return DefaultEvent(e);
+        }
+    default:
+        return DefaultEvent(e);
+    }
+}
+
+LRESULT BCWindow::DefaultEvent(BCEvent* e) {
+    return DefWindowProcA(e->GetWindow(), e->GetMessage(), e->GetWParam(), e->GetLParam());
+}
+
+long BCWindow::DataUpdated(BCObject*, unsigned int, BCObject*) {
+    Repaint();
+    return 1;
+}
+
+long BCWindow::CharKey(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::Focus(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::HorizScroll(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::Initialize(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::KeyDown(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::MenuCommand(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::MenuInit(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::MouseDown(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::MouseUp(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::MouseDblClk(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::MouseDrag(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::Paint(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::ReSize(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::VertScroll(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::ButtonSnglClk(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::EditChange(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::ListBoxSnglClk(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::ListBoxDblClk(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::Close(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+
+int BCWindow::Destroy() {
+    return hWnd && DestroyWindow(hWnd);
+}
+
+int BCWindow::HandleCheck() const {
+    return hWnd && IsWindow(hWnd);
+}
+
+long BCWindow::SetStyle(long bits, int add) {
+    long previous = dwStyle;
+    dwStyle = add ? (dwStyle | bits) : (dwStyle & ~bits);
+    if (hWnd)
+        SetWindowLongPtrA(hWnd, GWL_STYLE, static_cast<LONG_PTR>(static_cast<DWORD>(dwStyle)));
+    return previous;
+}
+
+BCRectangle BCWindow::GetWindowRect() const {
+    if (!hWnd)
+        return rcWindow;
+    RECT r;
+    ::GetWindowRect(hWnd, &r);
+    if (HWND parent = GetParent(hWnd); parent && (dwStyle & WS_CHILD))
+        MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&r), 2);
+    return BCRectangle::FromRECT(&r);
+}
+
+int BCWindow::SetWindowRect(const BCRectangle& rect) {
+    rcWindow = rect;
+    return hWnd ? MoveWindow(hWnd, rect.GetLeft(), rect.GetTop(), rect.GetWidth(), rect.GetHeight(),
+                             TRUE)
+                : 1;
+}
+
+BCRectangle BCWindow::GetClientRect() const {
+    RECT r = {0, 0, 0, 0};
+    if (hWnd)
+        ::GetClientRect(hWnd, &r);
+    return BCRectangle::FromRECT(&r);
+}
+
+BCWindow* BCWindow::SetPrnt(BCWindow* parent) {
+    BCWindow* previous = opParent;
+    opParent = parent;
+    if (hWnd && parent && parent->hWnd)
+        SetParent(hWnd, parent->hWnd);
+    return previous;
+}
+
+unsigned int BCWindow::SetID(unsigned int id) {
+    unsigned int previous = wID;
+    wID = id;
+    if (hWnd && (dwStyle & WS_CHILD))
+        SetWindowLongPtrA(hWnd, GWLP_ID, static_cast<LONG_PTR>(id));
+    return previous;
+}
+
+int BCWindow::GetTitle(char* buffer, int size) const {
+    if (!buffer || size <= 0)
+        return 0;
+    buffer[0] = '\0';
+    if (hWnd)
+        return GetWindowTextA(hWnd, buffer, size);
+    lstrcpynA(buffer, caTitle ? caTitle : "", size);
+    return lstrlenA(buffer);
+}
+
+int BCWindow::SetTitle(const char* title) {
+    char* copy = CopyText(title);
+    if (!copy)
+        return 0;
+    delete[] caTitle;
+    caTitle = copy;
+    return hWnd ? SetWindowTextA(hWnd, caTitle) : 1;
+}
+
+BCMenu* BCWindow::SetMenu(BCMenu* menu) {
+    BCMenu* previous = opMenu;
+    if (hWnd && !(dwStyle & WS_CHILD)) {
+        ::SetMenu(hWnd, menu ? menu->GetHandle() : nullptr);
+        DrawMenuBar(hWnd);
+    }
+    if (previous)
+        previous->SetOwnedByWindow(0);
+    opMenu = menu;
+    if (menu && hWnd)
+        menu->SetOwnedByWindow(1);
+    return previous;
+}
+
+int BCWindow::SetCursor(HCURSOR cursor) {
+    hCursor = cursor;
+    if (hWnd)
+        SetClassLongPtrA(hWnd, GCLP_HCURSOR, reinterpret_cast<LONG_PTR>(cursor));
+    if (cursor)
+        ::SetCursor(cursor);
+    return 1;
+}
+
+int BCWindow::Show(int command) {
+    return hWnd ? (ShowWindow(hWnd, command), 1) : 0;
+}
+int BCWindow::SetFocus() {
+    return hWnd && ::SetFocus(hWnd) != nullptr;
+}
+int BCWindow::HasFocus() const {
+    return hWnd && GetFocus() == hWnd;
+}
+int BCWindow::Enable() {
+    return hWnd ? (EnableWindow(hWnd, TRUE), 1) : 0;
+}
+int BCWindow::Disable() {
+    return hWnd ? (EnableWindow(hWnd, FALSE), 1) : 0;
+}
+int BCWindow::IsEnabled() const {
+    return hWnd && IsWindowEnabled(hWnd);
+}
+
+int BCWindow::EnableRedraw(int redraw) {
+    if (!hWnd)
+        return 0;
+    SendMessageA(hWnd, WM_SETREDRAW, redraw ? TRUE : FALSE, 0);
+    return 1;
+}
+
+int BCWindow::Repaint() {
+    return hWnd && InvalidateRect(hWnd, nullptr, TRUE);
+}
+
+int BCWindow::Invalidate(const BCRectangle* rect, int erase) {
+    if (!hWnd)
+        return 0;
+    RECT r;
+    if (rect)
+        rect->ToRECT(&r);
+    return InvalidateRect(hWnd, rect ? &r : nullptr, erase ? TRUE : FALSE);
+}
+
+int BCWindow::Update() {
+    return hWnd && UpdateWindow(hWnd);
+}
+
+int BCWindow::CaptureMouse() {
+    return hWnd ? (SetCapture(hWnd), 1) : 0;
+}
+
+int BCWindow::ReleaseMouse() {
+    return hWnd && GetCapture() == hWnd && ReleaseCapture();
+}
+
+int BCWindow::SetVertScrollRange(int minimum, int maximum, int redraw) {
+    return hWnd && SetScrollRange(hWnd, SB_VERT, minimum, maximum, redraw);
+}
+
+int BCWindow::SetHorizScrollRange(int minimum, int maximum, int redraw) {
+    return hWnd && SetScrollRange(hWnd, SB_HORZ, minimum, maximum, redraw);
+}
+
+int BCWindow::SetVertThumb(int position, int redraw) {
+    return hWnd ? (SetScrollPos(hWnd, SB_VERT, position, redraw), 1) : 0;
+}
+
+int BCWindow::SetHorizThumb(int position, int redraw) {
+    return hWnd ? (SetScrollPos(hWnd, SB_HORZ, position, redraw), 1) : 0;
+}
+
+int BCWindow::GetVertThumb() const {
+    return hWnd ? GetScrollPos(hWnd, SB_VERT) : -1;
+}
+
+int BCWindow::GetHorizThumb() const {
+    return hWnd ? GetScrollPos(hWnd, SB_HORZ) : -1;
+}
+
+BCMainWindow::BCMainWindow(BCApplication* app, unsigned int typeCode)
+    : BCWindow(typeCode, nullptr, app) {
+    dwStyle = WS_OVERLAPPEDWINDOW;
+}
+
+int BCMainWindow::Create(const char* title) {
+    if (!BCWindow::Create(title) ||
+        !CreateSystemWindow(WindowClass(), nullptr, opMenu ? opMenu->GetHandle() : nullptr, 10036))
+        return 0;
+    if (opMenu)
+        opMenu->SetOwnedByWindow(1);
+    if (opApp && !opApp->GetMainWindow())
+        opApp->SetMainWindow(this);
+    return 1;
+}
+
+BCChildWindow::BCChildWindow(BCWindow* parent, unsigned int id, BCApplication* app,
+                             unsigned int typeCode)
+    : BCWindow(typeCode, parent, app) {
+    wID = id;
+    dwStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
+}
+
+int BCChildWindow::Create(const char* title) {
+    if (!opParent) {
+        DispObjectMsg(kMsgNullWindowObject);
+        return 0;
+    }
+    if (!opParent->GetHandle()) {
+        DispObjectMsg(kMsgNullWindowHandle);
+        return 0;
+    }
+    return BCWindow::Create(title) &&
+           CreateSystemWindow(WindowClass(), opParent->GetHandle(),
+                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(wID)), 10012);
+}
+
+BCPopUpWindow::BCPopUpWindow(BCWindow* owner, BCApplication* app, unsigned int typeCode)
+    : BCWindow(typeCode, owner, app) {
+    dwStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME;
+}
+
+int BCPopUpWindow::Create(const char* title) {
+    return BCWindow::Create(title) &&
+           CreateSystemWindow(WindowClass(), opParent ? opParent->GetHandle() : nullptr,
+                              opMenu ? opMenu->GetHandle() : nullptr, 10054);
+}
+
+BCWindowList::BCWindowList() : BCSingleLinkedList(0, 0) {
+    SetObjectType(92);
+}
+
+int BCWindowList::CloseAll() {
+    for (int more = Home(); more; more = Next()) {
+        BCWindow* window = static_cast<BCWindow*>(GetCrntItem());
+        if (window && window->HandleCheck())
+            SendMessageA(window->GetHandle(), WM_CLOSE, 0, 0);
+    }
+    for (int more = Home(); more; more = Next()) {
+        BCWindow* window = static_cast<BCWindow*>(GetCrntItem());
+        if (window && window->HandleCheck())
+            return 0;
+    }
+    return 1;
+}

@@ -1,0 +1,377 @@
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "guidriver.h"
+#include "msgrecorder.h"
+#include "norlib2.h"
+
+namespace {
+
+BCApplication& App() {
+    static BCApplication app;
+    return app;
+}
+
+// Records which handler each event reached.
+class RecordingWindow : public BCChildWindow {
+  public:
+    RecordingWindow(BCWindow* parent) : BCChildWindow(parent, 7, &App()) {}
+    std::vector<std::string> calls;
+    unsigned int lastKey = 0;
+    bool paintHadDC = false;
+    long Note(const char* name) {
+        calls.push_back(name);
+        return 1;
+    }
+    long CharKey(BCEvent*) override { return Note("CharKey"); }
+    long Focus(BCEvent*) override { return Note("Focus"); }
+    long HorizScroll(BCEvent*) override { return Note("HorizScroll"); }
+    long KeyDown(BCEvent* e) override {
+        lastKey = e->GetKeycode();
+        return Note("KeyDown");
+    }
+    long MenuCommand(BCEvent*) override { return Note("MenuCommand"); }
+    long MenuInit(BCEvent*) override { return Note("MenuInit"); }
+    long MouseDown(BCEvent*) override { return Note("MouseDown"); }
+    long MouseUp(BCEvent*) override { return Note("MouseUp"); }
+    long MouseDblClk(BCEvent*) override { return Note("MouseDblClk"); }
+    long MouseDrag(BCEvent*) override { return Note("MouseDrag"); }
+    long Paint(BCEvent*) override {
+        paintHadDC = GetDC() != nullptr;
+        return Note("Paint");
+    }
+    long ReSize(BCEvent*) override { return Note("ReSize"); }
+    long VertScroll(BCEvent*) override { return Note("VertScroll"); }
+    long ButtonSnglClk(BCEvent*) override { return Note("ButtonSnglClk"); }
+    long EditChange(BCEvent*) override { return Note("EditChange"); }
+    long ListBoxSnglClk(BCEvent*) override { return Note("ListBoxSnglClk"); }
+    long ListBoxDblClk(BCEvent*) override { return Note("ListBoxDblClk"); }
+    LRESULT DefaultEvent(BCEvent* e) override {
+        if (e->GetMessage() == WM_USER + 5 || e->GetMessage() == WM_MOUSEMOVE)
+            calls.push_back("Default");
+        return BCChildWindow::DefaultEvent(e);
+    }
+};
+
+struct Frame {
+    BCMainWindow main{&App()};
+    // Showing costs Wine a wait for the X server: only tests that paint show the frame.
+    explicit Frame(bool shown = false) {
+        main.SetWindowRect(BCRectangle(10, 10, 410, 310));
+        EXPECT_TRUE(main.Create("Frame"));
+        if (shown)
+            main.Show(SW_SHOWNOACTIVATE);
+    }
+};
+
+TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
+    Frame frame(true);
+    RecordingWindow child(&frame.main);
+    child.SetWindowRect(BCRectangle(0, 0, 200, 100));
+    ASSERT_TRUE(child.Create("child"));
+    HWND w = child.GetHandle();
+    child.calls.clear(); // creation's own size and paint events
+    HWND button =
+        CreateWindowExA(0, "BUTTON", "b", WS_CHILD, 0, 0, 10, 10, w, nullptr, nullptr, nullptr);
+
+    struct Case {
+        UINT message;
+        WPARAM wParam;
+        LPARAM lParam;
+        const char* handler;
+    };
+    const Case cases[] = {
+        {WM_CHAR, 'a', 1, "CharKey"},
+        {WM_KEYDOWN, VK_F5, 1, "KeyDown"},
+        {WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5), "MouseDown"},
+        {WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5), "MouseDown"},
+        {WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(6, 6), "MouseDrag"},
+        {WM_MOUSEMOVE, 0, MAKELPARAM(6, 6), "Default"},
+        {WM_LBUTTONUP, 0, MAKELPARAM(6, 6), "MouseUp"},
+        {WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(6, 6), "MouseDblClk"},
+        {WM_SIZE, SIZE_RESTORED, MAKELPARAM(200, 100), "ReSize"},
+        {WM_SETFOCUS, 0, 0, "Focus"},
+        {WM_KILLFOCUS, 0, 0, "Focus"},
+        {WM_VSCROLL, SB_LINEDOWN, 0, "VertScroll"},
+        {WM_HSCROLL, SB_PAGEUP, 0, "HorizScroll"},
+        {WM_COMMAND, MAKEWPARAM(42, 0), 0, "MenuCommand"},
+        {WM_INITMENUPOPUP, 0, 0, "MenuInit"},
+        {WM_COMMAND, MAKEWPARAM(3, BN_CLICKED), reinterpret_cast<LPARAM>(button), "ButtonSnglClk"},
+        {WM_COMMAND, MAKEWPARAM(3, EN_CHANGE), reinterpret_cast<LPARAM>(button), "EditChange"},
+        {WM_COMMAND, MAKEWPARAM(3, LBN_SELCHANGE), reinterpret_cast<LPARAM>(button),
+         "ListBoxSnglClk"},
+        {WM_COMMAND, MAKEWPARAM(3, LBN_DBLCLK), reinterpret_cast<LPARAM>(button), "ListBoxDblClk"},
+        {WM_USER + 5, 0, 0, "Default"},
+    };
+    for (const Case& c : cases) {
+        child.calls.clear();
+        SendMessageA(w, c.message, c.wParam, c.lParam);
+        EXPECT_EQ(std::vector<std::string>{c.handler}, child.calls) << c.message;
+    }
+
+    child.calls.clear();
+    InvalidateRect(w, nullptr, TRUE);
+    UpdateWindow(w);
+    EXPECT_EQ(std::vector<std::string>{"Paint"}, child.calls);
+    EXPECT_TRUE(child.paintHadDC);
+    EXPECT_EQ(nullptr, child.GetDC()); // the paint context went with the event
+}
+
+TEST(WindowEventTest, CtrlMovementKeysGetTheirOwnCodes) {
+    Frame frame;
+    RecordingWindow child(&frame.main);
+    ASSERT_TRUE(child.Create("keys"));
+    const UINT keys[] = {VK_HOME, VK_END, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN};
+    for (unsigned i = 0; i < 6; ++i) {
+        Input::Key(child.GetHandle(), keys[i], true);
+        EXPECT_EQ(144u + i, child.lastKey);
+        Input::Key(child.GetHandle(), keys[i], false);
+        EXPECT_EQ(keys[i], child.lastKey);
+    }
+    Input::Key(child.GetHandle(), 'A', true);
+    EXPECT_EQ(static_cast<unsigned>('A'), child.lastKey);
+}
+
+TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
+    MsgRecorder recorder;
+    Frame frame;
+    auto* child = new BCChildWindow(&frame.main, 3, &App());
+    ASSERT_TRUE(child->Create("doomed"));
+    HWND handle = child->GetHandle();
+    EXPECT_TRUE(IsWindow(handle));
+    EXPECT_EQ(child, BCWindow::FromHandle(handle));
+    delete child; // the object goes first: its window goes with it
+    EXPECT_FALSE(IsWindow(handle));
+
+    BCChildWindow survivor(&frame.main, 4, &App());
+    ASSERT_TRUE(survivor.Create("survivor"));
+    DestroyWindow(survivor.GetHandle()); // the window goes first
+    EXPECT_FALSE(survivor.HandleCheck());
+    EXPECT_EQ(nullptr, survivor.GetHandle());
+    EXPECT_EQ(-1, survivor.GetVertThumb());
+    EXPECT_EQ(0, survivor.Enable());
+    EXPECT_TRUE(survivor.GetClientRect().IsEmpty());
+    EXPECT_EQ(0u, recorder.Count());
+
+    BCChildWindow orphan(nullptr, 5, &App());
+    EXPECT_EQ(0, orphan.Create("orphan"));
+    BCMainWindow unborn(&App());
+    BCChildWindow early(&unborn, 6, &App());
+    EXPECT_EQ(0, early.Create("early"));
+    EXPECT_EQ((std::vector<unsigned int>{10064, 10065}), recorder.NumberedIds());
+}
+
+TEST(WindowLifeTest, SettingsBeforeAndAfterCreation) {
+    Frame frame;
+    BCChildWindow child(&frame.main, 9, &App());
+    child.SetWindowRect(BCRectangle(5, 6, 105, 56));
+    EXPECT_EQ(static_cast<long>(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS),
+              child.SetStyle(WS_VSCROLL, 1));
+    ASSERT_TRUE(child.Create("first"));
+    EXPECT_EQ(9, GetDlgCtrlID(child.GetHandle()));
+    EXPECT_TRUE(child.GetWindowRect() == BCRectangle(5, 6, 105, 56));
+    EXPECT_TRUE(GetWindowLongA(child.GetHandle(), GWL_STYLE) & WS_VSCROLL);
+    ASSERT_TRUE(child.SetTitle("second"));
+    char title[16];
+    child.GetTitle(title, sizeof title);
+    EXPECT_STREQ("second", title);
+    ASSERT_TRUE(child.SetVertScrollRange(0, 50));
+    ASSERT_TRUE(child.SetVertThumb(20));
+    EXPECT_EQ(20, child.GetVertThumb());
+    child.Disable();
+    EXPECT_FALSE(child.IsEnabled());
+    child.Enable();
+    EXPECT_TRUE(child.IsEnabled());
+
+    // Device nesting on a window.
+    MsgRecorder recorder;
+    ASSERT_TRUE(child.SelectDC());
+    ASSERT_TRUE(child.SelectDC());
+    EXPECT_NE(nullptr, child.GetDC());
+    EXPECT_TRUE(child.ReleaseDC());
+    EXPECT_TRUE(child.ReleaseDC());
+    EXPECT_EQ(nullptr, child.GetDC());
+    EXPECT_FALSE(child.ReleaseDC());
+    EXPECT_EQ((std::vector<unsigned int>{10023}), recorder.NumberedIds());
+}
+
+TEST(ApplicationTest, TheMainWindowEndsTheLoop) {
+    BCApplication& app = App();
+    EXPECT_EQ(&app, BCGetApp());
+    BCMainWindow main(&app);
+    ASSERT_TRUE(main.Create("main"));
+    EXPECT_EQ(&main, app.GetMainWindow());
+    EXPECT_TRUE(app.ProcessPending());
+    main.Destroy();
+    EXPECT_FALSE(app.ProcessPending()); // the quit message came
+    EXPECT_EQ(nullptr, main.GetHandle());
+    app.SetMainWindow(nullptr);
+}
+
+class TestDialog : public BCModalDialog {
+  public:
+    TestDialog() : BCModalDialog(BCResID(500u), nullptr, &App()) {
+        edit = new BCControlWindow(BCResID(101u), this, 31, &App());
+        new BCControlWindow(BCResID(102u), this, 35, &App());
+    }
+    long ButtonSnglClk(BCEvent* e) override {
+        if (e->GetControlID() == IDOK) {
+            char text[64];
+            edit->GetTitle(text, sizeof text);
+            seen = text;
+        }
+        return static_cast<long>(DefaultEvent(e)); // OK ends the dialog
+    }
+    long Initialize(BCEvent* e) override {
+        initialized = edit->HandleCheck();
+        return static_cast<long>(BCModalDialog::Initialize(e));
+    }
+    BCControlWindow* edit;
+    std::string seen;
+    bool initialized = false;
+};
+
+TEST(DialogTest, ModalDialogIsDrivenAndReturnsItsResult) {
+    TestDialog dialog;
+    DialogDriver driver;
+    driver.SetText(101, "typed text").Click(IDOK).Start();
+    ASSERT_EQ(1, dialog.Create(""));
+    EXPECT_TRUE(driver.Finish());
+    EXPECT_TRUE(dialog.initialized); // controls were bound before start-up
+    EXPECT_EQ(IDOK, dialog.GetResult());
+    EXPECT_EQ("typed text", dialog.seen);
+    EXPECT_FALSE(dialog.edit->HandleCheck()); // let go with the dialog
+    EXPECT_EQ(nullptr, dialog.edit->GetHandle());
+
+    TestDialog cancelled;
+    DialogDriver canceller;
+    canceller.Click(IDCANCEL).Start();
+    ASSERT_EQ(1, cancelled.Create(""));
+    EXPECT_TRUE(canceller.Finish());
+    EXPECT_EQ(IDCANCEL, cancelled.GetResult());
+}
+
+TEST(DialogTest, MissingTemplatesAndControlsAreReported) {
+    MsgRecorder recorder;
+    BCModalDialog missing(BCResID(999u), nullptr, &App());
+    EXPECT_EQ(0, missing.Create(""));
+    EXPECT_EQ((std::vector<unsigned int>{10052}), recorder.NumberedIds());
+
+    BCControlWindow unbound(BCResID(101u), nullptr, 31, &App());
+    EXPECT_EQ(0, unbound.Create(""));
+    EXPECT_EQ(10015u, recorder.Last().id);
+}
+
+TEST(MessageBoxTest, AnswersThroughTheSink) {
+    MsgRecorder recorder;
+    recorder.Answer(IDNO);
+    BCMsgBox box("Save changes?", "Title", MB_YESNOCANCEL | MB_ICONQUESTION, nullptr, nullptr);
+    EXPECT_EQ(IDNO, box.GetResult());
+    EXPECT_EQ(BC_MSG_BOX, recorder.Last().kind);
+    EXPECT_EQ("Save changes?", recorder.Last().text);
+    EXPECT_EQ("Title", recorder.Last().caption);
+    EXPECT_EQ(static_cast<unsigned>(MB_YESNOCANCEL | MB_ICONQUESTION), recorder.Last().style);
+}
+
+TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
+    BCMenu bar;
+    auto* file = new BCMenu;
+    ASSERT_TRUE(file->Append(1, "&New"));
+    ASSERT_TRUE(file->Append(2, "&Open"));
+    ASSERT_TRUE(file->Append(3, "&Save"));
+    ASSERT_TRUE(bar.Append(file, "&File"));
+    auto* window = new BCMenu;
+    ASSERT_TRUE(window->Append(10, "&Tile"));
+    ASSERT_TRUE(bar.Append(window, "&Window"));
+    EXPECT_EQ(1u, bar.FindItem("&Window", 0));
+    EXPECT_EQ(0xFFFFu, bar.FindItem("&Help", 0));
+    EXPECT_EQ(0xFFFFu, bar.FindItem("&File", 1));
+
+    BCMenu sub(&bar, 0, nullptr);
+    EXPECT_EQ(GetSubMenu(bar.GetHandle(), 0), sub.GetHandle());
+    EXPECT_EQ(3, sub.GetItemCount());
+    ASSERT_TRUE(sub.Disable(2, 1, 1));
+    EXPECT_FALSE(sub.IsEnabled(2));
+    EXPECT_TRUE(GetMenuState(sub.GetHandle(), 2, MF_BYCOMMAND) & MF_GRAYED);
+    ASSERT_TRUE(sub.Enable(2, 1, 1));
+    EXPECT_TRUE(sub.IsEnabled(2));
+    ASSERT_TRUE(sub.SetCheck(1, 1));
+    ASSERT_TRUE(sub.SetExclCheck(1, 3, 3));
+    EXPECT_FALSE(sub.IsChecked(1));
+    EXPECT_FALSE(sub.IsChecked(2));
+    EXPECT_TRUE(sub.IsChecked(3));
+    ASSERT_TRUE(sub.Delete(2));
+    EXPECT_EQ(2, sub.GetItemCount());
+
+    Frame frame;
+    EXPECT_EQ(nullptr, frame.main.SetMenu(&bar));
+    EXPECT_EQ(bar.GetHandle(), GetMenu(frame.main.GetHandle()));
+    EXPECT_EQ(&bar, frame.main.SetMenu(nullptr));
+    EXPECT_EQ(nullptr, GetMenu(frame.main.GetHandle()));
+
+    MsgRecorder recorder;
+    BCMenu missing(BCResID("NOSUCHMENU"));
+    EXPECT_EQ(nullptr, missing.GetHandle());
+    EXPECT_EQ("Unable to load menu NOSUCHMENU.", recorder.Last().text);
+    EXPECT_EQ(0xFFFFu, missing.FindItem("x", 0));
+}
+
+TEST(CursorTest, StockCursorsIconsAndTheCaret) {
+    MsgRecorder recorder;
+    BCCursor wait(BC_CURSOR_WAIT);
+    EXPECT_EQ(LoadCursorA(nullptr, IDC_WAIT), wait.GetHandle());
+    BCCursor bad(99);
+    EXPECT_EQ(nullptr, bad.GetHandle());
+    EXPECT_EQ("Invalid cursor type:  99", recorder.Last().text);
+    BCIcon icon(BC_ICON_APPLICATION);
+    EXPECT_NE(nullptr, icon.GetHandle());
+
+    Frame frame;
+    BCChildWindow child(&frame.main, 2, &App());
+    ASSERT_TRUE(child.Create("caret"));
+    child.SetFocus();
+    BCCaret caret(&child, BCSize(2, 14));
+    ASSERT_TRUE(caret.IsCreated());
+    ASSERT_TRUE(caret.SetPos(BCPosition(30, 4)));
+    POINT at;
+    GetCaretPos(&at);
+    EXPECT_EQ(30, at.x);
+    EXPECT_EQ(4, at.y);
+    EXPECT_TRUE(caret.Destroy());
+    EXPECT_FALSE(caret.Destroy());
+
+    ASSERT_TRUE(child.SetCursor(wait.GetHandle()));
+    EXPECT_EQ(wait.GetHandle(), child.GetCursor());
+}
+
+TEST(ControlTest, CreatedListBoxAndScrollBar) {
+    Frame frame;
+    BCListBox list(20, &frame.main, BCPosition(0, 0), BCSize(120, 100), "", &App());
+    ASSERT_TRUE(list.HandleCheck());
+    EXPECT_EQ(0, list.AddString("beta"));
+    EXPECT_EQ(0, list.InsertString(0, "alpha"));
+    EXPECT_EQ(2, list.GetCount());
+    char text[16];
+    EXPECT_EQ(4, list.GetItem(1, text));
+    EXPECT_STREQ("beta", text);
+    EXPECT_EQ(5, list.GetItemLen(0));
+    EXPECT_EQ(1, list.SetCurSel(1));
+    EXPECT_EQ(1, list.GetCurSel());
+
+    BCScrollBar bar(BC_SCROLL_VERT, WS_CHILD | WS_VISIBLE | SBS_VERT, 21, &frame.main,
+                    BCPosition(130, 0), BCSize(16, 100), 44, &App());
+    ASSERT_TRUE(bar.Create(""));
+    ASSERT_TRUE(bar.SetRange(0, 10));
+    ASSERT_TRUE(bar.SetThumb(7));
+    EXPECT_EQ(7, bar.GetThumb());
+
+    BCListBox noWindow(BCResID(5u), nullptr, &App());
+    EXPECT_EQ(-1, noWindow.GetCount());
+    EXPECT_EQ(-1, noWindow.AddString("x"));
+}
+
+} // namespace
