@@ -9,17 +9,8 @@ export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="mscoree=d;mshtml=d;winedbg.exe=d"
 export WINEARCH="${WINEARCH:-win64}"
 
-if [ -z "${DISPLAY:-}" ]; then
-  display_num="${NORLIB_XVFB_DISPLAY:-97}"
-  if [ ! -e "/tmp/.X11-unix/X$display_num" ]; then
-    (Xvfb ":$display_num" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &)
-    for _ in $(seq 1 50); do
-      [ -e "/tmp/.X11-unix/X$display_num" ] && break
-      sleep 0.1
-    done
-  fi
-  export DISPLAY=":$display_num"
-fi
+. "$(dirname "$0")/xvfb.sh"
+norlib_ensure_display
 
 mkdir -p "$WINEPREFIX"
 # The server and Wine's services outlive this program: start them with their output
@@ -32,6 +23,8 @@ done
 if [ -z "$running" ]; then
   if [ ! -f "$WINEPREFIX/system.reg" ]; then
     wineboot -i </dev/null >/dev/null 2>&1
+    # No window manager under Xvfb: Wine draws the title bars itself.
+    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f </dev/null >/dev/null 2>&1
   fi
   # A persistent server saves the cold start of every test process.
   wineserver -p </dev/null >/dev/null 2>&1

@@ -1,12 +1,31 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds the x86_64 library and its samples, and runs the sample
-# program under Wine (headless under Xvfb when there is no display).
+# Installs what is missing, builds the x86_64 library and its samples, and runs them under
+# Wine: the console sample prints what it saved and loaded; the window sample acts on its
+# own for a few seconds and, headless (Xvfb), leaves a screenshot in build/guidemo.png.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 cd "$root"
 ./scripts/deps.sh
 cmake --preset x64 >/dev/null
-cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo
+cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo guidemo
 export NORLIB_BUILD_DIR="$root/build/x64"
+. "$root/cmake/xvfb.sh"
+norlib_ensure_display
 cd "$NORLIB_BUILD_DIR"
+
 "$root/cmake/wine-run.sh" bin/arraydemo.exe cities.lst
+
+wait_for() { # a mark the sample leaves, at most 30 s
+  for _ in $(seq 1 300); do [ -e "$1" ] && return 0; sleep 0.1; done
+  return 1
+}
+shoot() {
+  sleep 0.5
+  import -window root -crop 600x460+20+20 "$root/build/$1" && echo "screenshot: build/$1"
+}
+rm -f guidemo.dialog guidemo.done
+"$root/cmake/wine-run.sh" bin/guidemo.exe --demo 2 &
+sample=$!
+wait_for guidemo.dialog && shoot guidemo-dialog.png
+wait_for guidemo.done && shoot guidemo.png
+wait "$sample"

@@ -27,6 +27,12 @@ class NORLIB1_API BCMenu : public BCObject {
     BCModule* GetModule() const { return opModule; }
     // A window that shows the menu destroys it with itself.
     void SetOwnedByWindow(int owned) { blWindowOwned = owned; }
+    // The window that showed the menu is gone, and the menu with it.
+    void WindowGone() {
+        if (blWindowOwned)
+            hMenu = nullptr;
+        blWindowOwned = 0;
+    }
     void Display(const char* prefix) override;
 
     int GetItemCount() const;

@@ -105,7 +105,7 @@ void BCWindow::Detach() {
     hWnd = nullptr;
     blDestroying = 0;
     if (opMenu)
-        opMenu->SetOwnedByWindow(0);
+        opMenu->WindowGone();
 }
 
 void BCWindow::Display(const char* prefix) {

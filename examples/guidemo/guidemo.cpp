@@ -1,0 +1,210 @@
+// A main window with a menu, a child window that reports the keys and mouse actions it
+// gets into a list box, a modal dialog from a template and a message box.
+//
+//   guidemo.exe              runs until the window is closed
+//   guidemo.exe --demo N     shows itself acting on its own and ends after N seconds
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include <norlib2.h>
+
+namespace {
+
+enum : unsigned int {
+    kMenuGreeting = 201,
+    kMenuAbout = 202,
+    kMenuExit = 203,
+    kMenuSmall = 211,
+    kMenuLarge = 212,
+    kLogId = 20,
+    kPadId = 21,
+    kDemoTimer = 1
+};
+
+// Tells whoever watches the demonstration (a script taking screenshots) how far it got.
+void Mark(const char* file) {
+    if (FILE* f = std::fopen(file, "w"))
+        std::fclose(f);
+}
+
+// The dialog keeps the name typed before OK.
+class GreetingDialog : public BCModalDialog {
+  public:
+    explicit GreetingDialog(BCWindow* parent, bool closeItself)
+        : BCModalDialog(BCResID(300u), parent, BCGetApp()), closeItself(closeItself) {
+        name = new BCControlWindow(BCResID(301u), this, 37, BCGetApp());
+    }
+    long Initialize(BCEvent* e) override {
+        name->SetTitle("Ada");
+        if (closeItself) {
+            SetTimer(hWnd, kDemoTimer, 3000, nullptr);
+            Mark("guidemo.dialog");
+        }
+        return static_cast<long>(BCModalDialog::Initialize(e));
+    }
+    long ButtonSnglClk(BCEvent* e) override {
+        if (e->GetControlID() == IDOK)
+            name->GetTitle(typed, sizeof typed);
+        return static_cast<long>(DefaultEvent(e));
+    }
+    LRESULT DispatchEvent(BCEvent* e) override {
+        if (e->GetMessage() == WM_TIMER) { // as if OK was pressed
+            name->GetTitle(typed, sizeof typed);
+            return EndDlg(IDOK);
+        }
+        return BCModalDialog::DispatchEvent(e);
+    }
+    char typed[64] = "";
+
+  private:
+    BCControlWindow* name;
+    bool closeItself;
+};
+
+// Tells what reaches it.
+class Pad : public BCChildWindow {
+  public:
+    Pad(BCWindow* parent, BCListBox* log) : BCChildWindow(parent, kPadId, BCGetApp()), log(log) {
+        SetStyle(WS_BORDER, 1);
+    }
+    long KeyDown(BCEvent* e) override { return Report("Key down: code %u", e->GetKeycode()); }
+    long CharKey(BCEvent* e) override {
+        return Report("Character: '%c'", static_cast<int>(e->GetWParam()));
+    }
+    long MouseDown(BCEvent* e) override {
+        SetFocus();
+        return Report("Mouse down at %d, %d", e->GetPos().GetX(), e->GetPos().GetY());
+    }
+    long MouseDrag(BCEvent* e) override {
+        return Report("Dragged to %d, %d", e->GetPos().GetX(), e->GetPos().GetY());
+    }
+    long MouseUp(BCEvent* e) override {
+        return Report("Mouse up at %d, %d", e->GetPos().GetX(), e->GetPos().GetY());
+    }
+
+  private:
+    template <class... Args> long Report(const char* format, Args... args) {
+        KoString line;
+        line.Sprintf(format, args...);
+        log->SetCurSel(log->AddString(line.c_str()));
+        return 1;
+    }
+    BCListBox* log;
+};
+
+class DemoWindow : public BCMainWindow {
+  public:
+    explicit DemoWindow(int demoSeconds)
+        : BCMainWindow(BCGetApp()), menu(BCResID(100u, BCGetApp()->GetModule())),
+          demoSeconds(demoSeconds) {
+        SetWindowRect(BCRectangle(40, 40, 560, 420));
+        SetMenu(&menu);
+    }
+    ~DemoWindow() override {
+        delete pad;
+        delete log;
+    }
+    long Initialize(BCEvent*) override {
+        log = new BCListBox(kLogId, this, BCPosition(260, 10), BCSize(240, 330), nullptr, GetApp());
+        pad = new Pad(this, log);
+        pad->SetWindowRect(BCRectangle(10, 10, 250, 340));
+        return 0;
+    }
+    long MenuInit(BCEvent* e) override {
+        BCMenu* opened = e->GetMenu();
+        if (opened)
+            opened->SetExclCheck(kMenuSmall, kMenuLarge, large ? kMenuLarge : kMenuSmall);
+        return 0;
+    }
+    long MenuCommand(BCEvent* e) override {
+        switch (e->GetControlID()) {
+        case kMenuGreeting:
+            return Greet();
+        case kMenuAbout:
+            BCMsgBox("A sample of the window classes.", "About", MB_OK | MB_ICONINFORMATION, this,
+                     GetApp()->GetModule());
+            return 1;
+        case kMenuExit:
+            Destroy();
+            return 1;
+        case kMenuSmall:
+        case kMenuLarge:
+            large = e->GetControlID() == kMenuLarge;
+            return 1;
+        default:
+            return static_cast<long>(DefaultEvent(e));
+        }
+    }
+    LRESULT DispatchEvent(BCEvent* e) override {
+        if (e->GetMessage() == WM_TIMER)
+            return DemoStep();
+        return BCMainWindow::DispatchEvent(e);
+    }
+    int Start(const char* title) {
+        if (!Create(title) || !pad->Create("pad") || !log->Create(""))
+            return 0;
+        Show(SW_SHOW);
+        if (demoSeconds > 0)
+            SetTimer(hWnd, kDemoTimer, 300, nullptr);
+        return 1;
+    }
+
+  private:
+    long Greet() {
+        GreetingDialog dialog(this, demoSeconds > 0);
+        if (dialog.Create("") && dialog.GetResult() == IDOK) {
+            KoString text;
+            text.Sprintf("Hello, %s!", dialog.typed);
+            log->SetCurSel(log->AddString(text.c_str()));
+        }
+        if (demoSeconds > 0) { // the last step: the end, a while later
+            Mark("guidemo.done");
+            SetTimer(hWnd, kDemoTimer, static_cast<UINT>(demoSeconds * 1000), nullptr);
+        }
+        return 1;
+    }
+    // The demonstration: input to the pad, then the dialog, then the end.
+    long DemoStep() {
+        HWND p = pad->GetHandle();
+        switch (step++) {
+        case 0:
+            SendMessageA(p, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(40, 50));
+            SendMessageA(p, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(90, 80));
+            SendMessageA(p, WM_LBUTTONUP, 0, MAKELPARAM(120, 95));
+            for (const char* c = "Hi"; *c; ++c) {
+                SendMessageA(p, WM_KEYDOWN, static_cast<WPARAM>(VkKeyScanA(*c) & 0xFF), 1);
+                SendMessageA(p, WM_CHAR, static_cast<WPARAM>(*c), 1);
+            }
+            return 0;
+        case 1:
+            KillTimer(hWnd, kDemoTimer);
+            PostMessageA(hWnd, WM_COMMAND, kMenuGreeting, 0); // opens the dialog
+            return 0;
+        default:
+            KillTimer(hWnd, kDemoTimer);
+            Destroy();
+            return 0;
+        }
+    }
+
+    BCMenu menu;
+    BCListBox* log = nullptr;
+    Pad* pad = nullptr;
+    int demoSeconds;
+    int step = 0;
+    bool large = false;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    int demoSeconds = 0;
+    if (argc > 2 && std::strcmp(argv[1], "--demo") == 0)
+        demoSeconds = std::atoi(argv[2]);
+    BCApplication app;
+    DemoWindow window(demoSeconds);
+    if (!window.Start("Norlib2 windows sample"))
+        return 1;
+    return app.Run();
+}
