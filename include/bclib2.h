@@ -11,6 +11,9 @@ NORLIB2_API BCModule* BCGetDLLModule2();
 NORLIB2_API int BCGetScreenWidth2();
 NORLIB2_API int BCGetScreenHeight2();
 NORLIB2_API void* BCGetArrowCursor2();
+// The base module's window and dialog procedures, recorded for the library's window classes.
+NORLIB2_API void* BCGetWindowProc2();
+NORLIB2_API void* BCGetDialogProc2();
 
 // The library's answer when the allocator runs out of memory: asks the user to retry (after
 // compacting the heaps) or to end the application.

@@ -4,3 +4,7 @@
 #include "norlib2api.h"
 #include "bclib2.h"
 #include "bcarrlist.h"
+#include "bciter.h"
+#include "bcdllist.h"
+#include "bchash.h"
+#include "bcstack.h"

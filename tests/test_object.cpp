@@ -336,6 +336,8 @@ TEST(StartupTest, ModuleCachesAndOutOfMemoryRetry) {
     EXPECT_EQ(GetSystemMetrics(SM_CXSCREEN), BCGetScreenWidth2());
     EXPECT_EQ(GetSystemMetrics(SM_CYSCREEN), BCGetScreenHeight2());
     EXPECT_NE(nullptr, BCGetArrowCursor2());
+    EXPECT_EQ(reinterpret_cast<void*>(&BCWndProc), BCGetWindowProc2());
+    EXPECT_EQ(reinterpret_cast<void*>(&BCDlgWndProc), BCGetDialogProc2());
     EXPECT_EQ(&BCOutOfMemoryHandler, std::get_new_handler());
 
     MsgRecorder recorder;

@@ -375,3 +375,66 @@ TEST(ControlTest, CreatedListBoxAndScrollBar) {
 }
 
 } // namespace
+
+namespace {
+
+// Counts the keys its own control receives once intercepted.
+class InterceptedEdit : public BCControlWindow {
+  public:
+    InterceptedEdit(BCWindow* parent)
+        : BCControlWindow("EDIT", WS_CHILD | WS_VISIBLE, 30, parent, BCPosition(0, 0),
+                          BCSize(100, 20), 37, &App()) {}
+    long CharKey(BCEvent* e) override {
+        ++chars;
+        return static_cast<long>(DefaultEvent(e)); // the edit still types it
+    }
+    int chars = 0;
+};
+
+TEST(ControlTest, InterceptedControlsSeeTheirOwnEventsFirst) {
+    Frame frame;
+    InterceptedEdit edit(&frame.main);
+    ASSERT_TRUE(edit.Create("ab"));
+    Input::Char(edit.GetHandle(), 'x');
+    EXPECT_EQ(0, edit.chars);
+    ASSERT_TRUE(edit.Intercept(1));
+    Input::Char(edit.GetHandle(), 'y');
+    EXPECT_EQ(1, edit.chars);
+    char text[16];
+    edit.GetTitle(text, sizeof text);
+    EXPECT_STRNE("ab", text); // the control's own handling went on
+    ASSERT_TRUE(edit.Intercept(0));
+    Input::Char(edit.GetHandle(), 'z');
+    EXPECT_EQ(1, edit.chars);
+}
+
+TEST(WindowListTest, CloseAllClosesEveryWindow) {
+    BCMainWindow a(&App()), b(&App());
+    ASSERT_TRUE(a.Create("a"));
+    ASSERT_TRUE(b.Create("b"));
+    BCWindowList list;
+    ASSERT_TRUE(list.Append(&a, &a));
+    ASSERT_TRUE(list.Append(&b, &b));
+    EXPECT_EQ(1, list.CloseAll());
+    EXPECT_FALSE(a.HandleCheck());
+    EXPECT_FALSE(b.HandleCheck());
+    App().ProcessPending();
+    App().SetMainWindow(nullptr);
+}
+
+TEST(DialogTest, ModelessDialogStaysOpenUntilEnded) {
+    BCModelessDialog status(BCResID(500u), nullptr, &App());
+    auto* edit = new BCControlWindow(BCResID(101u), &status, 31, &App());
+    ASSERT_TRUE(status.Create("Status"));
+    EXPECT_TRUE(status.HandleCheck());
+    EXPECT_TRUE(edit->HandleCheck());
+    ASSERT_TRUE(edit->SetTitle("working"));
+    App().ProcessPending();
+    EXPECT_TRUE(status.HandleCheck());
+    EXPECT_TRUE(status.EndDlg(2));
+    EXPECT_EQ(2, status.GetResult());
+    EXPECT_FALSE(status.HandleCheck());
+    EXPECT_FALSE(edit->HandleCheck());
+}
+
+} // namespace

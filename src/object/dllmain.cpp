@@ -13,6 +13,9 @@ std::new_handler g_previousNewHandler = nullptr;
 int g_screenWidth = 0;
 int g_screenHeight = 0;
 HCURSOR g_arrowCursor = nullptr;
+// The window procedures of the base module, which the library's window classes use.
+WNDPROC g_windowProc = nullptr;
+DLGPROC g_dialogProc = nullptr;
 
 const char kStartupFailure[] = "An error occured allocating memory or resources in the startup "
                                "procedures.  This application can not run.";
@@ -34,6 +37,8 @@ bool Attach(HINSTANCE instance) {
     g_screenWidth = GetSystemMetrics(SM_CXSCREEN);
     g_screenHeight = GetSystemMetrics(SM_CYSCREEN);
     g_arrowCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512)); // IDC_ARROW
+    g_windowProc = BCWndProc;
+    g_dialogProc = BCDlgWndProc;
     return true;
 }
 
@@ -60,6 +65,12 @@ int BCGetScreenHeight2() {
 }
 void* BCGetArrowCursor2() {
     return g_arrowCursor;
+}
+void* BCGetWindowProc2() {
+    return reinterpret_cast<void*>(g_windowProc);
+}
+void* BCGetDialogProc2() {
+    return reinterpret_cast<void*>(g_dialogProc);
 }
 
 void BCOutOfMemoryHandler() {
