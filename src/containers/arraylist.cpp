@@ -70,14 +70,19 @@ int BCArrayList::MakeKeyBuffers() {
 }
 
 void* BCArrayList::KeyArgument(unsigned long index) {
-    std::memset(lpKeyScratch, 0, dwKeySize + 5);
     // A key that reaches past the item is cut there, never read beyond the block.
     unsigned long available = dwKeyOfs < dwItemSize ? dwItemSize - dwKeyOfs : 0;
-    std::memcpy(lpKeyScratch, ItemAt(index) + dwKeyOfs,
-                dwKeySize < available ? dwKeySize : available);
+    unsigned long size = dwKeySize < available ? dwKeySize : available;
+    const unsigned char* key = ItemAt(index) + dwKeyOfs;
+    std::int32_t value = 0;
+    if (!KeysByAddress() && size >= sizeof value) { // the common case: no copy to make
+        std::memcpy(&value, key, sizeof value);
+        return reinterpret_cast<void*>(static_cast<std::intptr_t>(value));
+    }
+    std::memcpy(lpKeyScratch, key, size);
+    std::memset(lpKeyScratch + size, 0, dwKeySize + 5 - size);
     if (KeysByAddress())
         return lpKeyScratch;
-    std::int32_t value;
     std::memcpy(&value, lpKeyScratch, sizeof value);
     return reinterpret_cast<void*>(static_cast<std::intptr_t>(value));
 }
