@@ -8,3 +8,6 @@
 #include "bcdllist.h"
 #include "bchash.h"
 #include "bcstack.h"
+#include "bcdepdata.h"
+#include "bcmemdata.h"
+#include "bcnumdata.h"

@@ -1,0 +1,306 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "msgrecorder.h"
+#include "norlib2.h"
+#include "streambytes.h"
+#include "test_data.h"
+
+namespace {
+
+// Logs "<name><code>/<length of the source's data>" and whether the source was marked as
+// notifying ("!" when not), then gives its answer.
+class Probe : public BCUpdater {
+  public:
+    Probe(BCObject* target, std::string* log, char name, int answer = 1, int* gone = nullptr)
+        : BCUpdater(145, target), m_log(log), m_name(name), m_answer(answer), m_gone(gone) {}
+    ~Probe() override {
+        if (m_gone)
+            ++*m_gone;
+    }
+    int DataUpdated(BCObject* source, unsigned int code, BCObject*) override {
+        BCDependentData* data = static_cast<BCDependentData*>(source);
+        *m_log += m_name + std::to_string(code) + "/" + std::to_string(data->GetLen(gText)) +
+                  ((data->GetFlags() & BC_FLAG_NOTIFYING) ? " " : "! ");
+        return m_answer;
+    }
+
+  private:
+    std::string* m_log;
+    char m_name;
+    int m_answer;
+    int* m_gone;
+};
+
+// Records what a data updater passes on.
+class Listener : public BCDependentData {
+  public:
+    Listener() : BCDependentData(nullptr, 0, nullptr) {}
+    int DataUpdated(BCObject* source, unsigned int code, BCObject*) override {
+        lastSource = source;
+        lastCode = code;
+        return answer;
+    }
+    BCObject* lastSource = nullptr;
+    unsigned int lastCode = 0;
+    int answer = 1;
+};
+
+TEST(UpdaterListTest, OrderRefusalDuplicatesAndOwnership) {
+    std::string log;
+    BCObject ta, tb, tc, td, plain;
+    int gone = 0;
+    {
+        BCUpdaterList list;
+        EXPECT_EQ(149u, list.GetObjectType());
+        EXPECT_EQ(1, list.UpdateAll(nullptr, 4, nullptr)); // nobody to tell
+        BCDependentData source(new BCText(Str("x"), 0), 0, &list);
+        ASSERT_EQ(1, list.InsertUpdater(new Probe(&ta, &log, 'a', 1, &gone), 1));
+        ASSERT_EQ(1, list.InsertUpdater(new Probe(&tc, &log, 'c', 1, &gone), 1));
+        ASSERT_TRUE(list.Home()); // not appended: goes in at the current position
+        ASSERT_EQ(1, list.InsertUpdater(new Probe(&tb, &log, 'b', 1, &gone), 0));
+        EXPECT_EQ(1, source.UpdateDependents(4, nullptr));
+        EXPECT_EQ("b4/2 a4/2 c4/2 ", log);
+
+        // A second updater for a target leaves the list as it was; the caller keeps it.
+        Probe* duplicate = new Probe(&ta, &log, 'A', 1, &gone);
+        EXPECT_EQ(1, list.InsertUpdater(duplicate, 1));
+        EXPECT_EQ(3u, list.GetCount());
+        delete duplicate;
+
+        // The first refusal ends the broadcast; a plain updater always refuses.
+        ASSERT_EQ(1, list.InsertUpdater(new Probe(&td, &log, 'd', 0, &gone), 0));
+        log.clear();
+        EXPECT_EQ(0, source.UpdateDependents(6, nullptr));
+        EXPECT_EQ("b6/2 d6/2 ", log);
+        EXPECT_EQ(0, list.DeleteUpdater(&source)); // no updater for that target
+        EXPECT_EQ(1, list.DeleteUpdater(&td));
+        EXPECT_EQ(2, gone);
+        ASSERT_TRUE(list.Home());
+        ASSERT_EQ(1, list.InsertUpdater(new BCUpdater(145, &plain), 0));
+        log.clear();
+        EXPECT_EQ(0, list.UpdateAll(&source, 4, nullptr));
+        EXPECT_EQ("", log);
+        EXPECT_EQ(1, list.DeleteUpdater(&plain));
+
+        // Clear(0) lets the updaters go without deleting them.
+        std::vector<BCUpdater*> kept;
+        for (int more = list.Home(); more; more = list.Next())
+            kept.push_back(static_cast<BCUpdater*>(list.GetCrntItem()));
+        list.Clear(0);
+        for (BCUpdater* updater : kept)
+            ASSERT_EQ(1, list.InsertUpdater(updater, 1));
+        EXPECT_EQ(2, gone);
+    }
+    EXPECT_EQ(5, gone); // the list deleted the three it held
+}
+
+TEST(DependentDataTest, CodesComeAfterChangesAndBeforeClearing) {
+    std::string log;
+    BCObject target;
+    BCUpdaterList list;
+    ASSERT_EQ(1, list.InsertUpdater(new Probe(&target, &log, 'p'), 1));
+    BCDependentData data(new BCText(Str("abc"), 0), BC_FLAG_NOTIFY, &list);
+    EXPECT_EQ(151u, data.GetObjectType());
+    EXPECT_EQ(6u, data.SetData(Str("hello"), 6, gText));
+    delete data.SetObject(new BCText(Str("ab"), 0)); // the caller owns the old object
+    EXPECT_EQ(1, data.Clear(1));
+    EXPECT_EQ("p4/6 p4/3 p6/3 ", log);
+    EXPECT_FALSE(data.GetFlags() & BC_FLAG_NOTIFYING);
+
+    // Without the notify flag the data change and nobody hears of it.
+    data.SetFlags(BC_FLAG_NOTIFY, 0);
+    EXPECT_EQ(2u, data.SetData(Str("z"), 2, gText));
+    EXPECT_EQ("p4/6 p4/3 p6/3 ", log);
+    // Without a wrapped object the results are 0, but notifying still happens.
+    BCDependentData empty(nullptr, BC_FLAG_NOTIFY, &list);
+    EXPECT_EQ(0u, empty.SetData(Str("z"), 2, gText));
+    EXPECT_EQ(0, empty.Clear(1));
+    EXPECT_EQ("p4/6 p4/3 p6/3 p4/0 p6/0 ", log);
+    EXPECT_EQ(1, BCDependentData(nullptr, 0, nullptr).UpdateDependents(4, nullptr));
+
+    // A data updater hands the notification on and returns the answer it got.
+    Listener listener;
+    BCUpdaterList forward;
+    ASSERT_EQ(1, forward.InsertUpdater(new BCDataUpdater(&listener), 1));
+    BCDependentData source(new BCText(Str("ab"), 0), BC_FLAG_NOTIFY, &forward);
+    source.SetData(Str("xy"), 3, gText);
+    EXPECT_EQ(&source, listener.lastSource);
+    EXPECT_EQ(4u, listener.lastCode);
+    listener.answer = 0;
+    EXPECT_EQ(0, source.UpdateDependents(6, nullptr));
+    EXPECT_EQ(0, BCDataUpdater(nullptr).DataUpdated(&source, 4, nullptr));
+    EXPECT_EQ(1, empty.DataUpdated(&source, 4, nullptr));
+}
+
+TEST(DependentDataTest, ModifiedChainCopiesOwnershipDumpAndRecord) {
+    BCUpdaterList list;
+    BCDependentData data(new BCText(Str("ab"), 0), 0, &list);
+    BCText* text = static_cast<BCText*>(data.GetDataObject());
+    data.SetData(Str("xy"), 3, gText);
+    EXPECT_TRUE(text->GetFlags() & BC_FLAG_MODIFIED);
+    EXPECT_EQ(1, data.SetModified(0));
+    EXPECT_FALSE(text->IsModified());
+    text->SetText("!", 0, 1, 1);
+    EXPECT_TRUE(data.IsModified()); // a change inside shows from outside
+
+    // Copies wrap their own duplicate and share the updater list.
+    BCDependentData copy(data);
+    BCDependentData assigned(nullptr, BC_FLAG_NOT_OWNED, nullptr);
+    assigned = data;
+    for (BCDependentData* other : {&copy, &assigned}) {
+        ASSERT_NE(nullptr, other->GetDataObject());
+        EXPECT_NE(text, other->GetDataObject());
+        EXPECT_EQ(156u, other->GetDataObject()->GetObjectType());
+        EXPECT_EQ(&list, other->GetUpdaters());
+        EXPECT_EQ(std::string("!xy", 4), Contents(*static_cast<BCText*>(other->GetDataObject())));
+        EXPECT_FALSE(other->GetFlags() & BC_FLAG_NOT_OWNED); // the duplicate is theirs
+    }
+    copy.SetModified(0);
+    EXPECT_TRUE(data.IsModified());
+    BCText kept(Str("keep"), 0);
+    { BCDependentData borrower(&kept, BC_FLAG_NOT_OWNED, nullptr); }
+    EXPECT_EQ(5ul, kept.GetLen(gText)); // still alive
+
+    // Dump and record are the wrapped object's own.
+    MsgRecorder recorder;
+    BCDependentData none(nullptr, 0, nullptr);
+    none.Display("dep: ");
+    none.Display(nullptr);
+    ASSERT_EQ(2u, recorder.Count());
+    EXPECT_EQ("dep: (no data)", recorder.Entries()[0].text);
+    EXPECT_EQ("(no data)", recorder.Entries()[1].text);
+    std::ostringstream nowhere = OutStream();
+    EXPECT_EQ(0, none.Save(nowhere));
+    BCDependentData number(new BCInteger(42), BC_FLAG_PASS_ON, nullptr);
+    number.Display("n=");
+    EXPECT_EQ("n=42", recorder.Last().text);
+    std::ostringstream os = OutStream();
+    ASSERT_EQ(1, number.Save(os));
+    EXPECT_EQ(LE32(153) + LE32(42) + LE32(3) + "%ld", os.str());
+    EXPECT_TRUE(number.GetDataObject()->GetFlags() & BC_FLAG_PASS_ON);
+}
+
+TEST(MemoryDataTest, GrowsShrinksAndMovesBytesByTheStepRule) {
+    BCMemoryData data(nullptr, 0, 0);
+    EXPECT_EQ(155u, data.GetObjectType());
+    EXPECT_EQ(10ul, data.SetData(0, "0123456789", 10, 1));
+    EXPECT_EQ(10ul, data.GetBufLen()); // the first block is exactly what was asked
+    EXPECT_EQ(1ul, data.SetData(10, "A", 1, 1));
+    EXPECT_EQ(1024ul, data.GetBufLen()); // 11 rounded down to the 512 step, plus two steps
+    std::string more(1014, 'm');
+    EXPECT_EQ(1014ul, data.SetData(11, more.data(), 1014, 1));
+    EXPECT_EQ(2048ul, data.GetBufLen());
+    EXPECT_EQ(3ul, data.SetData(1023, "xyz", 3, 0)); // overwriting past the end lengthens
+    EXPECT_EQ(1026ul, data.GetLen(gText));
+    EXPECT_EQ(0ul, data.SetData(1027, "q", 1, 1));
+    EXPECT_EQ(0ul, data.SetData(0, "q", 0, 1));
+    EXPECT_EQ(1026ul, data.GetLen(gText));
+
+    std::string big(5000, 'b');
+    BCMemoryData block(&big[0], 5000, 0);
+    EXPECT_EQ(100ul, block.DeleteData(0, 100));
+    EXPECT_EQ(5000ul, block.GetBufLen()); // small deletes leave the block
+    EXPECT_EQ(1000ul, block.DeleteData(10, 1000));
+    EXPECT_EQ(4608ul, block.GetBufLen()); // 3900 rounded down to the step, plus two steps
+
+    BCMemoryData small(Str("abcdef"), 6, 0);
+    small.SetData(2, "XY", 2, 1);
+    small.SetData(0, "Z", 1, 0);
+    EXPECT_EQ(3ul, small.DeleteData(1, 3));
+    EXPECT_EQ("Zcdef", Contents(small));
+    small.SetData(1, static_cast<char*>(small.GetDataPtr(gText)) + 2, 3, 1); // its own bytes
+    EXPECT_EQ("Zdefcdef", Contents(small));
+    EXPECT_EQ(0ul, small.DeleteData(8, 1));
+    EXPECT_EQ(8ul, small.DeleteData(3, 8)); // as many as the length: everything goes
+    EXPECT_EQ(nullptr, small.GetDataPtr(gText));
+
+    // Deleting past the end subtracts the full count, but nothing reads past the bytes, and
+    // a change that cannot be held empties the object, which works on afterwards.
+    small.SetData(Str("0123456789"), 10, gText);
+    EXPECT_EQ(100ul, small.DeleteData(2, 100));
+    EXPECT_EQ(0xFFFFFFA6ul, small.GetLen(gText));
+    char out[64];
+    EXPECT_EQ(10ul, small.GetData(out, sizeof out, gText));
+    EXPECT_EQ(8ul, small.GetData(2, out, sizeof out));
+    EXPECT_EQ(0ul, small.SetData(5, "x", 1, 1));
+    EXPECT_EQ(0ul, small.GetLen(gText));
+    EXPECT_EQ(2ul, small.SetData(0, "ok", 2, 1));
+    EXPECT_EQ("ok", Contents(small));
+}
+
+TEST(MemoryDataTest, BorrowingCopiesAndDump) {
+    MsgRecorder recorder; // a free of the caller's buffer would report a fault here
+    char buffer[] = "borrowed";
+    {
+        BCMemoryData lent(buffer, 8, BC_FLAG_BORROW);
+        lent.SetData(0, "B", 1, 0);
+        EXPECT_EQ('B', buffer[0]);
+        BCMemoryData sharer(lent);
+        EXPECT_EQ(buffer, sharer.GetDataPtr(gText));
+        // The caller's buffer cannot grow: the bytes move into a block of the object's own.
+        EXPECT_EQ(1ul, lent.SetData(8, "!", 1, 1));
+        EXPECT_NE(buffer, lent.GetDataPtr(gText));
+        EXPECT_FALSE(lent.GetFlags() & BC_FLAG_BORROW);
+        EXPECT_EQ("Borrowed!", Contents(lent));
+        sharer.Clear(1);
+    }
+    EXPECT_STREQ("Borrowed", buffer);
+    EXPECT_EQ(0u, recorder.Count());
+
+    BCMemoryData original(Str("abc"), 3, BC_FLAG_NOTIFY);
+    original.SetGrowStep(64);
+    BCMemoryData copy(original);
+    EXPECT_NE(original.GetDataPtr(gText), copy.GetDataPtr(gText));
+    EXPECT_EQ(64ul, copy.GetGrowStep());
+    BCMemoryData assigned(Str("zz"), 2, BC_FLAG_MODIFIED | 0x10000);
+    assigned = original;
+    EXPECT_EQ("abc", Contents(assigned));
+    EXPECT_EQ(512ul, assigned.GetGrowStep()); // the step is not assigned
+    EXPECT_EQ(static_cast<unsigned long>(BC_FLAG_NOTIFY | 0x10000), assigned.GetFlags());
+
+    copy.Display("m: ");
+    char pointer[16];
+    std::snprintf(pointer, sizeof pointer, "%08lX",
+                  static_cast<unsigned long>(reinterpret_cast<uintptr_t>(copy.GetDataPtr(gText))));
+    EXPECT_EQ(std::string("m: lpData=") + pointer +
+                  "\ndwLen=3\ndwBufLen=3\nwFlags=0002\n[0..15]=\n61 62 63 00\n00 00 00 00\n"
+                  "00 00 00 00\n00 00 00 00\n",
+              recorder.Last().text);
+}
+
+TEST(MemoryDataTest, RecordIsCodeLengthBytesAndBadRecordsFail) {
+    BCMemoryData data(Str("ab\0c"), 4, 0);
+    std::ostringstream os = OutStream();
+    ASSERT_EQ(1, data.Save(os));
+    const std::string record = LE32(155) + LE32(4) + std::string("ab\0c", 4);
+    EXPECT_EQ(record, os.str());
+    BCMemoryData loaded(Str("old"), 3, 0);
+    std::istringstream in = InStream(record + "tail");
+    ASSERT_EQ(1, loaded.Load(in));
+    EXPECT_EQ(std::string("ab\0c", 4), Contents(loaded));
+    EXPECT_EQ('t', in.get()); // the record delimits itself
+
+    const std::string bad[] = {
+        record.substr(0, 10),                // bytes cut short
+        record.substr(0, 6),                 // length cut short
+        LE32(156) + record.substr(4),        // another class's record
+        LE32(155) + LE32(0xFFFFFFFF) + "ab", // absurd lengths
+        LE32(155) + LE32(0x7FFFFFF0) + "ab",
+    };
+    for (const std::string& bytes : bad) {
+        BCMemoryData target(Str("keep"), 4, 0);
+        std::istringstream seekable = InStream(bytes);
+        EXPECT_EQ(0, target.Load(seekable));
+        UnseekableBuf buf(bytes);
+        std::istream piped(&buf);
+        EXPECT_EQ(0, target.Load(piped));
+        EXPECT_EQ(1ul, target.SetData(4, "!", 1, 1)); // unchanged and usable
+        EXPECT_EQ("keep!", Contents(target));
+    }
+}
+
+} // namespace

@@ -1,0 +1,36 @@
+#pragma once
+// Helpers shared by the data object suites.
+#include <sstream>
+#include <string>
+
+#include "norlib2.h"
+
+inline BCFormat gText(BC_FORMAT_TEXT);
+inline BCFormat gBinary(BC_FORMAT_PRIVATE_BINARY);
+
+// Texts handed to interfaces that take char* but only read it.
+inline char* Str(const char* text) {
+    return const_cast<char*>(text);
+}
+
+// The bytes an object holds.
+inline std::string Contents(BCMemoryData& data) {
+    unsigned long held =
+        data.GetLen(gText) < data.GetBufLen() ? data.GetLen(gText) : data.GetBufLen();
+    std::string out(held, '\0');
+    out.resize(data.GetData(0, &out[0], held));
+    return out;
+}
+
+// A stream that cannot tell its size, as a pipe cannot.
+class UnseekableBuf : public std::stringbuf {
+  public:
+    explicit UnseekableBuf(const std::string& bytes)
+        : std::stringbuf(bytes, std::ios::in | std::ios::binary) {}
+
+  protected:
+    pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override {
+        return pos_type(-1);
+    }
+    pos_type seekpos(pos_type, std::ios::openmode) override { return pos_type(-1); }
+};
