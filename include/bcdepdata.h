@@ -35,6 +35,16 @@ class NORLIB2_API BCDataUpdater : public BCUpdater {
     int DataUpdated(BCObject* source, unsigned int code, BCObject* data) override;
 };
 
+// Passes a notification on to a window (its DataUpdated).
+class NORLIB2_API BCWindowUpdater : public BCUpdater {
+  public:
+    explicit BCWindowUpdater(BCWindow* target);
+
+    BCUpdater* Dup() override;
+    // The window's answer; 0 without a target.
+    int DataUpdated(BCObject* source, unsigned int code, BCObject* data) override;
+};
+
 // The observers of one or more data objects, keyed by target; owns its updaters.
 class NORLIB2_API BCUpdaterList : public BCSingleLinkedList {
   public:

@@ -11,3 +11,5 @@
 #include "bcdepdata.h"
 #include "bcmemdata.h"
 #include "bcnumdata.h"
+#include "bcfiledata.h"
+#include "bctextdata.h"

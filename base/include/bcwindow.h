@@ -79,6 +79,7 @@ class NORLIB1_API BCWindow : public BCDisplayDevice {
     BCMenu* GetMenu() const { return opMenu; }
     // Shows `menu` as the window's menu bar (null removes it); returns the previous menu.
     virtual BCMenu* SetMenu(BCMenu* menu);
+    // The cursor shown over the client area; null: the class's.
     int SetCursor(HCURSOR cursor);
     HCURSOR GetCursor() const { return hCursor; }
 

@@ -3,6 +3,7 @@
 #include <new>
 
 namespace {
+constexpr unsigned int kTypeWindowUpdater = 146;
 constexpr unsigned int kTypeDataUpdater = 147;
 constexpr unsigned int kTypeUpdaterList = 149;
 constexpr unsigned int kTypeDependentData = 151;
@@ -36,6 +37,19 @@ int BCDataUpdater::DataUpdated(BCObject* source, unsigned int code, BCObject* da
     if (!opTarget)
         return 0;
     return static_cast<BCDependentData*>(opTarget)->DataUpdated(source, code, data);
+}
+
+BCWindowUpdater::BCWindowUpdater(BCWindow* target) : BCUpdater(kTypeWindowUpdater, target) {}
+
+BCUpdater* BCWindowUpdater::Dup() {
+    return new (std::nothrow) BCWindowUpdater(*this);
+}
+
+// The constructor only takes windows, so the target is one.
+int BCWindowUpdater::DataUpdated(BCObject* source, unsigned int code, BCObject* data) {
+    if (!opTarget)
+        return 0;
+    return static_cast<int>(static_cast<BCWindow*>(opTarget)->DataUpdated(source, code, data));
 }
 
 // ---- Updater list

@@ -214,6 +214,12 @@ LRESULT BCWindow::DispatchEvent(BCEvent* e) {
         return MenuInit(e);
     case WM_CLOSE:
         return Close(e);
+    case WM_SETCURSOR:
+        if (hCursor && LOWORD(e->GetLParam()) == HTCLIENT) {
+            ::SetCursor(hCursor);
+            return TRUE;
+        }
+        return DefaultEvent(e);
     case WM_DESTROY:
         blDestroying = 1;
         if (opApp && opApp->GetMainWindow() == this)
@@ -395,10 +401,9 @@ BCMenu* BCWindow::SetMenu(BCMenu* menu) {
     return previous;
 }
 
+// The window shows its own cursor over its client area (WM_SETCURSOR); others are untouched.
 int BCWindow::SetCursor(HCURSOR cursor) {
     hCursor = cursor;
-    if (hWnd)
-        SetClassLongPtrA(hWnd, GCLP_HCURSOR, reinterpret_cast<LONG_PTR>(cursor));
     if (cursor)
         ::SetCursor(cursor);
     return 1;

@@ -1,0 +1,61 @@
+#pragma once
+#include "bcdepdata.h"
+
+// A data object tied to a file: the wrapped object's record is the file's content. Carries
+// the document commands (new, open, save, save as, close, delete) and the question whether
+// to save changes that guards the destructive ones. The window, when given, parents the
+// boxes, lends its module and shows the wait cursor; it gets an updater in the list.
+class NORLIB2_API BCFileData : public BCDependentData {
+  public:
+    BCFileData(BCRenderableData* data, BCWindow* window, const char* fileExt, const char* fileName,
+               unsigned int flags, BCUpdaterList* updaters);
+    // The copy has no window.
+    BCFileData(const BCFileData& other);
+    BCFileData& operator=(const BCFileData& other);
+    ~BCFileData() override;
+
+    BCRenderableData* Dup() override;
+    // Each returns non-zero on success.
+    virtual int NewFile();
+    // Open and save-as choose the name in the file dialogs; without them they return 0.
+    virtual int OpenFile();
+    // Writes beside the file and replaces it only when the whole record was written, so a
+    // failed write never costs the previous file.
+    virtual int SaveFile();
+    virtual int SaveAsFile();
+    virtual int CloseFile();
+    virtual int DeleteFile();
+    virtual int QuerySaveFile();
+
+    // Reads the named file into the wrapped object: what open does once a name is chosen.
+    // A file that cannot be opened gives 0 silently; a read failure shows message 10075.
+    int LoadFile();
+    // Copies of the strings; null stores null. 0 when the copy could not be made.
+    int SetFileName(const char* fileName);
+    int SetFileExt(const char* fileExt);
+    const char* GetFileName() const { return caFileName; }
+    const char* GetFileExt() const { return caFileExt; }
+    BCWindow* GetWindow() const { return opWindow; }
+
+  protected:
+    // Notifies `code` when notification is on.
+    void Notify(unsigned int code);
+    // The module whose resources and owner the boxes use.
+    BCModule* Module() const;
+
+    char* caFileName;
+    char* caFileExt;
+    BCWindow* opWindow;
+
+  private:
+    // Writes the record to `path`; 1 when all of it was written.
+    int WriteRecord(const char* path);
+};
+
+// Notification codes of the document commands.
+enum BCFileUpdateCode : unsigned int {
+    BC_UPDATE_NEW = 7,
+    BC_UPDATE_OPENED = 8,
+    BC_UPDATE_SAVED = 9,
+    BC_UPDATE_CLOSED = 10
+};

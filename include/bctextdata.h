@@ -1,0 +1,35 @@
+#pragma once
+#include "bcfiledata.h"
+#include "bcmemdata.h"
+
+// The document of the text editor: a file data object wrapping a BCText, so that every
+// change is reported to its updaters. Saved alone it is a plain text file.
+class NORLIB2_API BCTextData : public BCFileData {
+  public:
+    // A null text gets an empty one.
+    BCTextData(BCText* text, BCWindow* window, const char* fileExt, const char* fileName,
+               unsigned int flags, BCUpdaterList* updaters);
+    BCTextData(BCWindow* window, const char* fileExt, const char* fileName);
+
+    BCRenderableData* Dup() override;
+
+    // Forwarded to the text; 0 without one (GetLineOfs: all bits set).
+    unsigned long GetText(char* buffer, unsigned long offset, unsigned long count);
+    int Search(const char* pattern, unsigned long& position, int matchCase, int wholeWord);
+    unsigned long GetLineOfs(unsigned long line);
+    int GetLineStartLen(unsigned long offset, unsigned long& start, unsigned int& length);
+    unsigned long GetLineRelOfs(unsigned long offset, long lines);
+    unsigned long GetNumLines(unsigned long from, unsigned long to);
+    unsigned int GetTextLine(unsigned int line, char* buffer, unsigned int size);
+    unsigned long GetTextLen();
+    // Change the text: modified, forwarded, and code 4 to the updaters when it changed and
+    // notification is on.
+    unsigned long SetText(const char* text, unsigned long offset, unsigned long count, int insert);
+    unsigned long DeleteText(unsigned long offset, unsigned long count);
+
+    // The wrapped text, null when the wrapped object is none or not a text.
+    BCText* GetTextObject() const;
+
+  private:
+    unsigned long Changed(unsigned long result);
+};

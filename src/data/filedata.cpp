@@ -1,0 +1,231 @@
+#include "bcfiledata.h"
+
+#include <windows.h>
+
+#include <cstring>
+#include <fstream>
+#include <new>
+
+#include "bclib2.h"
+
+namespace {
+
+constexpr unsigned int kMsgSaveCurrent = 10076;
+constexpr unsigned int kMsgSaveNamed = 10077;
+constexpr unsigned int kMsgWriteError = 10074;
+constexpr unsigned int kMsgReadError = 10075;
+constexpr unsigned int kYesNoCancelQuestion = 0x23;
+const char kTempSuffix[] = ".~sv";
+
+char* CopyString(const char* text, bool& ok) {
+    ok = true;
+    if (!text)
+        return nullptr;
+    char* copy = new (std::nothrow) char[std::strlen(text) + 1];
+    if (!copy) {
+        ok = false;
+        return nullptr;
+    }
+    std::strcpy(copy, text);
+    return copy;
+}
+
+// The stock wait cursor on the document's window while a file is read or written.
+class WaitCursor {
+  public:
+    explicit WaitCursor(BCWindow* window) : m_window(window), m_previous(nullptr) {
+        BCCursor wait(BC_CURSOR_WAIT);
+        if (m_window) {
+            m_previous = m_window->GetCursor();
+            m_window->SetCursor(wait.GetHandle());
+        }
+    }
+    ~WaitCursor() {
+        if (m_window)
+            m_window->SetCursor(m_previous);
+    }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+
+  private:
+    BCWindow* m_window;
+    HCURSOR m_previous;
+};
+
+} // namespace
+
+BCFileData::BCFileData(BCRenderableData* data, BCWindow* window, const char* fileExt,
+                       const char* fileName, unsigned int flags, BCUpdaterList* updaters)
+    : BCDependentData(data, flags,
+                      (window && !updaters) ? new (std::nothrow) BCUpdaterList : updaters),
+      caFileName(nullptr), caFileExt(nullptr), opWindow(window) {
+    bool ok;
+    caFileName = CopyString(fileName, ok);
+    caFileExt = CopyString(fileExt, ok);
+    if (opWindow && opUpdaters && !opUpdaters->Find(opWindow)) {
+        BCWindowUpdater* updater = new (std::nothrow) BCWindowUpdater(opWindow);
+        if (updater && !opUpdaters->InsertUpdater(updater, 1))
+            delete updater;
+    }
+}
+
+BCFileData::BCFileData(const BCFileData& other)
+    : BCDependentData(other), caFileName(nullptr), caFileExt(nullptr), opWindow(nullptr) {
+    bool ok;
+    caFileName = CopyString(other.caFileName, ok);
+    caFileExt = CopyString(other.caFileExt, ok);
+}
+
+BCFileData& BCFileData::operator=(const BCFileData& other) {
+    if (this != &other) {
+        BCDependentData::operator=(other);
+        SetFileName(other.caFileName);
+        SetFileExt(other.caFileExt);
+    }
+    return *this;
+}
+
+BCFileData::~BCFileData() {
+    delete[] caFileName;
+    delete[] caFileExt;
+}
+
+BCRenderableData* BCFileData::Dup() {
+    return new (std::nothrow) BCFileData(*this);
+}
+
+int BCFileData::SetFileName(const char* fileName) {
+    bool ok;
+    char* copy = CopyString(fileName, ok);
+    delete[] caFileName;
+    caFileName = copy;
+    return ok ? 1 : 0;
+}
+
+int BCFileData::SetFileExt(const char* fileExt) {
+    bool ok;
+    char* copy = CopyString(fileExt, ok);
+    delete[] caFileExt;
+    caFileExt = copy;
+    return ok ? 1 : 0;
+}
+
+void BCFileData::Notify(unsigned int code) {
+    if (dwFlags & BC_FLAG_NOTIFY)
+        UpdateDependents(code, nullptr);
+}
+
+BCModule* BCFileData::Module() const {
+    return opWindow ? opWindow->GetModule() : nullptr;
+}
+
+int BCFileData::QuerySaveFile() {
+    if (!IsModified())
+        return 1;
+    void* resources = BCGetDLLModule2() ? BCGetDLLModule2()->GetResources() : nullptr;
+    KoString question;
+    if (caFileName)
+        question.Sprintf(kMsgSaveNamed, resources, caFileName);
+    else
+        question.Sprintf(kMsgSaveCurrent, resources);
+    BCMsgBox box(question.c_str(), nullptr, kYesNoCancelQuestion, opWindow, Module());
+    switch (box.GetResult()) {
+    case IDYES:
+        return caFileName ? SaveFile() : SaveAsFile();
+    case IDNO:
+        SetModified(0);
+        return 1;
+    default:
+        return 0;
+    }
+}
+
+// New and close: the same steps, told apart by the code they send.
+int BCFileData::NewFile() {
+    if (!QuerySaveFile() || !Clear(1) || !SetFileName(nullptr))
+        return 0;
+    SetModified(0);
+    Notify(BC_UPDATE_NEW);
+    return 1;
+}
+
+int BCFileData::CloseFile() {
+    if (!QuerySaveFile() || !Clear(1) || !SetFileName(nullptr))
+        return 0;
+    SetModified(0);
+    Notify(BC_UPDATE_CLOSED);
+    return 1;
+}
+
+int BCFileData::OpenFile() {
+    return 0;
+}
+
+int BCFileData::SaveAsFile() {
+    return 0;
+}
+
+int BCFileData::WriteRecord(const char* path) {
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    if (!out)
+        return 0;
+    int saved = Save(out);
+    out.flush();
+    return saved && BCStreamOK(out);
+}
+
+int BCFileData::SaveFile() {
+    if (!caFileName || !*caFileName)
+        return SaveAsFile();
+    // A target that cannot be written leads to save-as; opening it does not truncate it.
+    HANDLE target = CreateFileA(caFileName, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (target == INVALID_HANDLE_VALUE)
+        return SaveAsFile();
+    bool created = GetLastError() != ERROR_ALREADY_EXISTS;
+    CloseHandle(target);
+
+    KoString temp;
+    temp.Sprintf("%s%s", caFileName, kTempSuffix);
+    int saved;
+    {
+        WaitCursor wait(opWindow);
+        saved = WriteRecord(temp.c_str()) &&
+                MoveFileExA(temp.c_str(), caFileName,
+                            MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    }
+    if (!saved) {
+        ::DeleteFileA(temp.c_str());
+        if (created)
+            ::DeleteFileA(caFileName);
+        BCDispAppMsg(Module(), opWindow, kMsgWriteError, caFileName);
+        return 0;
+    }
+    SetModified(0);
+    Notify(BC_UPDATE_SAVED);
+    return 1;
+}
+
+int BCFileData::LoadFile() {
+    if (!caFileName || !*caFileName)
+        return 0;
+    std::ifstream in(caFileName, std::ios::binary);
+    if (!in)
+        return 0;
+    WaitCursor wait(opWindow);
+    if (!Clear(1))
+        return 0;
+    if (!Load(in)) {
+        BCDispAppMsg(Module(), opWindow, kMsgReadError, caFileName);
+        return 0;
+    }
+    SetModified(0);
+    Notify(BC_UPDATE_OPENED);
+    return 1;
+}
+
+int BCFileData::DeleteFile() {
+    if (!caFileName || !*caFileName)
+        return 0;
+    return ::DeleteFileA(caFileName) ? 1 : 0;
+}

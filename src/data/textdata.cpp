@@ -1,0 +1,93 @@
+#include "bctextdata.h"
+
+#include <new>
+
+namespace {
+constexpr unsigned int kTypeTextData = 98;
+constexpr unsigned int kTypeText = 156;
+constexpr unsigned long kNoLine = 0xFFFFFFFFul;
+} // namespace
+
+BCTextData::BCTextData(BCText* text, BCWindow* window, const char* fileExt, const char* fileName,
+                       unsigned int flags, BCUpdaterList* updaters)
+    : BCFileData(text, window, fileExt, fileName, flags, updaters) {
+    SetObjectType(kTypeTextData);
+    if (!text)
+        SetObject(new (std::nothrow) BCText(nullptr, 0));
+}
+
+BCTextData::BCTextData(BCWindow* window, const char* fileExt, const char* fileName)
+    : BCFileData(new (std::nothrow) BCText(nullptr, 0), window, fileExt, fileName, 0, nullptr) {
+    SetObjectType(kTypeTextData);
+}
+
+BCRenderableData* BCTextData::Dup() {
+    return new (std::nothrow) BCTextData(*this);
+}
+
+BCText* BCTextData::GetTextObject() const {
+    return opData && opData->GetObjectType() == kTypeText ? static_cast<BCText*>(opData) : nullptr;
+}
+
+unsigned long BCTextData::GetText(char* buffer, unsigned long offset, unsigned long count) {
+    BCText* text = GetTextObject();
+    return text ? text->GetText(buffer, offset, count) : 0;
+}
+
+int BCTextData::Search(const char* pattern, unsigned long& position, int matchCase, int wholeWord) {
+    BCText* text = GetTextObject();
+    return text ? text->Search(pattern, position, matchCase, wholeWord) : 0;
+}
+
+unsigned long BCTextData::GetLineOfs(unsigned long line) {
+    BCText* text = GetTextObject();
+    return text ? text->GetLineOfs(line) : kNoLine;
+}
+
+int BCTextData::GetLineStartLen(unsigned long offset, unsigned long& start, unsigned int& length) {
+    BCText* text = GetTextObject();
+    return text ? text->GetLineStartLen(offset, start, length) : 0;
+}
+
+unsigned long BCTextData::GetLineRelOfs(unsigned long offset, long lines) {
+    BCText* text = GetTextObject();
+    return text ? text->GetLineRelOfs(offset, lines) : 0;
+}
+
+unsigned long BCTextData::GetNumLines(unsigned long from, unsigned long to) {
+    BCText* text = GetTextObject();
+    return text ? text->GetNumLines(from, to) : 0;
+}
+
+unsigned int BCTextData::GetTextLine(unsigned int line, char* buffer, unsigned int size) {
+    BCText* text = GetTextObject();
+    return text ? text->GetTextLine(line, buffer, size) : 0;
+}
+
+unsigned long BCTextData::GetTextLen() {
+    BCText* text = GetTextObject();
+    return text ? text->GetLen(BCGetTextFormat()) : 0;
+}
+
+unsigned long BCTextData::Changed(unsigned long result) {
+    if (result && (dwFlags & BC_FLAG_NOTIFY))
+        UpdateDependents(BC_UPDATE_CHANGED, nullptr);
+    return result;
+}
+
+unsigned long BCTextData::SetText(const char* chars, unsigned long offset, unsigned long count,
+                                  int insert) {
+    BCText* text = GetTextObject();
+    if (!text)
+        return 0;
+    SetModified(1);
+    return Changed(text->SetText(chars, offset, count, insert));
+}
+
+unsigned long BCTextData::DeleteText(unsigned long offset, unsigned long count) {
+    BCText* text = GetTextObject();
+    if (!text)
+        return 0;
+    SetModified(1);
+    return Changed(text->DeleteText(offset, count));
+}
