@@ -21,7 +21,6 @@ class NORLIB2_API BCDoubleLinkedList : public BCList {
     // Items go through DeleteItem with flag 0x0800 set when `freeItems` is 0; the flag is
     // put back afterwards. Returns 1.
     int Clear(int freeItems) override;
-    void* Find(void* key) override;
     // Unsorted: in front of the current node, or appended when there is none. The new node
     // becomes current.
     int Insert(void* key, void* item) override;

@@ -14,7 +14,6 @@ class NORLIB2_API BCHashList : public BCList {
 
     // Returns 1 in every case.
     int Clear(int freeItems) override;
-    void* Find(void* key) override;
     // Unsorted: at the end of the key's chain; sorted (flag 0x0100): by key within the chain,
     // equal keys after those already there. The new node becomes current.
     int Insert(void* key, void* item) override;

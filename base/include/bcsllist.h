@@ -16,7 +16,6 @@ class NORLIB1_API BCSingleLinkedList : public BCList {
 
     // Frees every node; items go through DeleteItem, left alone when `freeItems` is 0.
     int Clear(int freeItems) override;
-    void* Find(void* key) override;
     // Unsorted: in front of the current node, or appended when there is none. The new node
     // becomes current.
     int Insert(void* key, void* item) override;

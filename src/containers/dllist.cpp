@@ -29,10 +29,6 @@ int BCDoubleLinkedList::Clear(int freeItems) {
     return 1;
 }
 
-void* BCDoubleLinkedList::Find(void* key) {
-    return GoToItem(key) ? GetCrntItem() : nullptr;
-}
-
 int BCDoubleLinkedList::Insert(void* key, void* item) {
     if (!(dwFlags & BC_FLAG_SORTED) && !lpCrnt)
         return Append(key, item);

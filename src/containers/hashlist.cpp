@@ -56,10 +56,6 @@ int BCHashList::Clear(int freeItems) {
     return 1;
 }
 
-void* BCHashList::Find(void* key) {
-    return GoToItem(key) ? GetCrntItem() : nullptr;
-}
-
 int BCHashList::Insert(void* key, void* item) {
     if (!lpBuckets)
         return 0;

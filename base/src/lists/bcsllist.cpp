@@ -29,10 +29,6 @@ int BCSingleLinkedList::Clear(int freeItems) {
     return 1;
 }
 
-void* BCSingleLinkedList::Find(void* key) {
-    return GoToItem(key) ? GetCrntItem() : nullptr;
-}
-
 int BCSingleLinkedList::Insert(void* key, void* item) {
     if (!(dwFlags & BC_FLAG_SORTED) && !lpCrnt)
         return Append(key, item);
