@@ -59,6 +59,8 @@ class NORLIB1_API BCListControl : public BCControlWindow {
     };
     virtual const Messages& GetMessages() const;
     LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const;
+    // The index an add or insert gave, after reporting its failure.
+    int Added(int index) const;
 };
 
 class NORLIB1_API BCListBox : public BCListControl {

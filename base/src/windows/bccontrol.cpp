@@ -126,11 +126,8 @@ LRESULT BCListControl::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
 }
 
 // Adding reports a full box and other failures with the control's own messages.
-int BCListControl::AddString(const char* text) {
-    if (!hWnd)
-        return -1;
+int BCListControl::Added(int index) const {
     const Messages& m = GetMessages();
-    int index = static_cast<int>(Send(m.add, 0, reinterpret_cast<LPARAM>(text ? text : "")));
     if (index == m.errSpace)
         DispObjectMsg(m.spaceMsg);
     else if (index < 0)
@@ -138,17 +135,18 @@ int BCListControl::AddString(const char* text) {
     return index;
 }
 
+int BCListControl::AddString(const char* text) {
+    if (!hWnd)
+        return -1;
+    return Added(
+        static_cast<int>(Send(GetMessages().add, 0, reinterpret_cast<LPARAM>(text ? text : ""))));
+}
+
 int BCListControl::InsertString(int index, const char* text) {
     if (!hWnd)
         return -1;
-    const Messages& m = GetMessages();
-    int at = static_cast<int>(
-        Send(m.insert, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text ? text : "")));
-    if (at == m.errSpace)
-        DispObjectMsg(m.spaceMsg);
-    else if (at < 0)
-        DispObjectMsg(m.errorMsg);
-    return at;
+    return Added(static_cast<int>(Send(GetMessages().insert, static_cast<WPARAM>(index),
+                                       reinterpret_cast<LPARAM>(text ? text : ""))));
 }
 
 int BCListControl::DeleteString(int index) {
