@@ -1,6 +1,8 @@
 #pragma once
 #include "bcobject.h"
 
+class BCFontList;
+
 // A loaded module (application or library) and its resources. Resource look-ups search the
 // module asked for, then the application's, then every registered library module.
 class NORLIB1_API BCModule : public BCObject {
@@ -15,6 +17,8 @@ class NORLIB1_API BCModule : public BCObject {
     void* GetResources() const { return lpInstance; }
     const char* GetName() const { return caName ? caName : ""; }
     unsigned short GetDataSegment() const { return wDataSeg; }
+    // The faces of the machine, listed on first use and kept by the module.
+    BCFontList* GetFontList();
     void Display(const char* prefix) override;
 
   private:
@@ -24,6 +28,7 @@ class NORLIB1_API BCModule : public BCObject {
     char* caName;
     unsigned short wDataSeg;
     int blRegistered;
+    BCFontList* opFontList;
 };
 
 // Libraries register their module so that their string tables are found from anywhere; a

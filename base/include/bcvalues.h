@@ -86,11 +86,29 @@ class NORLIB1_API BCRectangle : public BCObject {
 
 NORLIB1_API const BCRectangle& BCGetNullRect();
 
+// Stock colours; the first eight follow the classic colour-display order, so 0 is black
+// and 7 white.
+enum BCColorConst : unsigned int {
+    BC_COLOR_BLACK = 0,
+    BC_COLOR_BLUE = 1,
+    BC_COLOR_GREEN = 2,
+    BC_COLOR_CYAN = 3,
+    BC_COLOR_RED = 4,
+    BC_COLOR_MAGENTA = 5,
+    BC_COLOR_YELLOW = 6,
+    BC_COLOR_WHITE = 7,
+    BC_COLOR_GRAY = 8,
+    BC_COLOR_LIGHTGRAY = 9,
+    BC_COLOR_CONSTANTS = 10
+};
+
 // An RGB colour; stored as the platform's COLORREF (0x00BBGGRR).
 class NORLIB1_API BCColor : public BCObject {
   public:
     BCColor(unsigned char red = 0, unsigned char green = 0, unsigned char blue = 0)
         : BCObject(8), dwRGB(red | (green << 8) | (static_cast<unsigned long>(blue) << 16)) {}
+    // A stock colour; an unknown constant gives black.
+    BCColor(BCColorConst constant);
     static BCColor FromCOLORREF(unsigned long rgb);
     unsigned char GetRed() const { return static_cast<unsigned char>(dwRGB & 0xFF); }
     unsigned char GetGreen() const { return static_cast<unsigned char>((dwRGB >> 8) & 0xFF); }

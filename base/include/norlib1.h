@@ -12,6 +12,8 @@
 #include "bclist.h"
 #include "bcsllist.h"
 #include "bcdevice.h"
+#include "bcgdi.h"
+#include "bcfont.h"
 #include "bcevent.h"
 #include "bcmenu.h"
 #include "bcwindow.h"

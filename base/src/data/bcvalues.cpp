@@ -76,6 +76,15 @@ const BCRectangle& BCGetNullRect() {
     return nullRect;
 }
 
+BCColor::BCColor(BCColorConst constant) : BCObject(8), dwRGB(0) {
+    // As COLORREF values, 0x00BBGGRR.
+    static const unsigned long rgb[BC_COLOR_CONSTANTS] = {
+        0x000000, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF,
+        0xFF00FF, 0x00FFFF, 0xFFFFFF, 0x808080, 0xC0C0C0};
+    if (constant < BC_COLOR_CONSTANTS)
+        dwRGB = rgb[constant];
+}
+
 BCColor BCColor::FromCOLORREF(unsigned long rgb) {
     return BCColor(static_cast<unsigned char>(rgb & 0xFF), static_cast<unsigned char>(rgb >> 8),
                    static_cast<unsigned char>(rgb >> 16));

@@ -2,6 +2,12 @@
 
 #include <windows.h>
 
+#include <cstdlib>
+#include <new>
+
+#include "bcfont.h"
+#include "bcgdi.h"
+
 namespace {
 enum : unsigned int {
     kSelectNesting1 = 10020,
@@ -10,7 +16,7 @@ enum : unsigned int {
     kReleaseNesting1 = 10023,
     kReleaseNesting2 = 10024
 };
-}
+} // namespace
 
 BCDevice::BCDevice(unsigned int typeCode, BCModule* module)
     : BCObject(typeCode), hDC(nullptr), wSelectCount(0), dwDevFlags(BC_DEV_TOP_DOWN),
@@ -31,6 +37,10 @@ int BCDevice::ReleaseDeviceDC(void*) {
     return 1;
 }
 
+void BCDevice::AttachDCState(void*) {}
+
+void BCDevice::DetachDCState(void*) {}
+
 int BCDevice::SelectDC() {
     if (wSelectCount == 0) {
         if (hDC) { // a context without a selection: the bookkeeping is broken
@@ -42,6 +52,7 @@ int BCDevice::SelectDC() {
             DispObjectMsg(kSelectNoDC);
             return 0;
         }
+        AttachDCState(hDC);
     } else if (!hDC) {
         DispObjectMsg(kSelectNesting2);
         return 0;
@@ -61,6 +72,7 @@ int BCDevice::ReleaseDC() {
     }
     if (--wSelectCount == 0) {
         void* dc = hDC;
+        DetachDCState(dc);
         hDC = nullptr;
         return ReleaseDeviceDC(dc);
     }
@@ -76,16 +88,461 @@ unsigned long BCDevice::SetDeviceFlags(unsigned long bits, int on) {
 void BCDevice::AdoptDC(void* dc) {
     hDC = dc;
     wSelectCount = 1;
+    if (dc)
+        AttachDCState(dc);
 }
 
 void* BCDevice::DropDC() {
     void* dc = hDC;
+    if (dc)
+        DetachDCState(dc);
     hDC = nullptr;
     wSelectCount = 0;
     return dc;
 }
 
+// ---- display device: settings ----
+
 BCDisplayDevice::BCDisplayDevice(unsigned int typeCode, BCModule* module)
-    : BCDevice(typeCode, module) {}
+    : BCDevice(typeCode, module), opPen(nullptr), opBrush(nullptr), opFont(nullptr),
+      opBackground(nullptr), crText(BC_COLOR_BLACK), crBack(BC_COLOR_WHITE),
+      wBackMode(BC_BACK_OPAQUE), coTabWidth(0), coTabOrigin(0), coAutoTabWidth(0),
+      hTabFont(nullptr), coCrntX(0), coCrntY(0), hOrigPen(nullptr), hOrigBrush(nullptr),
+      hOrigFont(nullptr) {}
 
 BCDisplayDevice::~BCDisplayDevice() {}
+
+void BCDisplayDevice::Display(const char* prefix) {
+    DispObjectMsg("%shDC=%p, opPen=%p, opBrush=%p, opFont=%p, opBackground=%p, dwText=%06lx, "
+                  "dwBack=%06lx, wBackMode=%u, coTabWidth=%d, coTabOrigin=%d",
+                  prefix ? prefix : "", hDC, static_cast<void*>(opPen), static_cast<void*>(opBrush),
+                  static_cast<void*>(opFont), static_cast<void*>(opBackground),
+                  crText.GetCOLORREF(), crBack.GetCOLORREF(), wBackMode, coTabWidth, coTabOrigin);
+}
+
+void* BCDisplayDevice::PenHandle() const {
+    return opPen && opPen->GetHandle() ? opPen->GetHandle() : hOrigPen;
+}
+
+void* BCDisplayDevice::BrushHandle() const {
+    return opBrush && opBrush->GetHandle() ? opBrush->GetHandle() : hOrigBrush;
+}
+
+void* BCDisplayDevice::FontHandle() const {
+    return opFont && opFont->GetHandle() ? opFont->GetHandle() : hOrigFont;
+}
+
+void BCDisplayDevice::SelectHandle(void* handle, void* fallback) {
+    if (hDC && (handle || fallback))
+        SelectObject(static_cast<HDC>(hDC), static_cast<HGDIOBJ>(handle ? handle : fallback));
+}
+
+void BCDisplayDevice::AttachDCState(void* dc) {
+    HDC h = static_cast<HDC>(dc);
+    hOrigPen = GetCurrentObject(h, OBJ_PEN);
+    hOrigBrush = GetCurrentObject(h, OBJ_BRUSH);
+    hOrigFont = GetCurrentObject(h, OBJ_FONT);
+    SelectObject(h, static_cast<HGDIOBJ>(PenHandle()));
+    SelectObject(h, static_cast<HGDIOBJ>(BrushHandle()));
+    SelectObject(h, static_cast<HGDIOBJ>(FontHandle()));
+    ::SetTextColor(h, crText.GetCOLORREF());
+    ::SetBkColor(h, crBack.GetCOLORREF());
+    ::SetBkMode(h, static_cast<int>(wBackMode));
+    MoveToEx(h, coCrntX, coCrntY, nullptr);
+}
+
+// Our objects leave the context so that their owners can delete them once it is gone.
+void BCDisplayDevice::DetachDCState(void* dc) {
+    HDC h = static_cast<HDC>(dc);
+    SelectObject(h, static_cast<HGDIOBJ>(hOrigPen));
+    SelectObject(h, static_cast<HGDIOBJ>(hOrigBrush));
+    SelectObject(h, static_cast<HGDIOBJ>(hOrigFont));
+    hOrigPen = hOrigBrush = hOrigFont = nullptr;
+}
+
+BCPen* BCDisplayDevice::SetPen(BCPen* pen) {
+    BCPen* previous = opPen;
+    if (pen != opPen) {
+        opPen = pen;
+        SelectHandle(pen ? pen->GetHandle() : nullptr, hOrigPen);
+    }
+    return previous;
+}
+
+BCBrush* BCDisplayDevice::SetBrush(BCBrush* brush) {
+    BCBrush* previous = opBrush;
+    if (brush != opBrush) {
+        opBrush = brush;
+        SelectHandle(brush ? brush->GetHandle() : nullptr, hOrigBrush);
+    }
+    return previous;
+}
+
+BCFont* BCDisplayDevice::SetFont(BCFont* font) {
+    BCFont* previous = opFont;
+    opFont = font;
+    SelectHandle(font ? font->GetHandle() : nullptr, hOrigFont);
+    return previous;
+}
+
+BCColor BCDisplayDevice::SetTextColor(const BCColor& color) {
+    BCColor previous = crText;
+    crText = color;
+    if (hDC)
+        ::SetTextColor(static_cast<HDC>(hDC), color.GetCOLORREF());
+    return previous;
+}
+
+BCColor BCDisplayDevice::SetBackColor(const BCColor& color) {
+    BCColor previous = crBack;
+    crBack = color;
+    if (hDC)
+        ::SetBkColor(static_cast<HDC>(hDC), color.GetCOLORREF());
+    return previous;
+}
+
+unsigned int BCDisplayDevice::SetBackMode(unsigned int mode) {
+    unsigned int previous = wBackMode;
+    if ((mode == BC_BACK_TRANSPARENT || mode == BC_BACK_OPAQUE) && mode != wBackMode) {
+        wBackMode = mode;
+        if (hDC)
+            ::SetBkMode(static_cast<HDC>(hDC), static_cast<int>(mode));
+    }
+    return previous;
+}
+
+BCBrush* BCDisplayDevice::SetBackground(BCBrush* brush) {
+    BCBrush* previous = opBackground;
+    opBackground = brush;
+    return previous;
+}
+
+short BCDisplayDevice::SetTabWidth(short width) {
+    short previous = coTabWidth;
+    coTabWidth = width > 0 ? width : 0;
+    return previous;
+}
+
+short BCDisplayDevice::SetTabOrigin(short x) {
+    short previous = coTabOrigin;
+    coTabOrigin = x;
+    return previous;
+}
+
+// ---- display device: drawing ----
+
+namespace {
+constexpr unsigned int kMsgBadRasterOp = 10025;
+constexpr unsigned int kMsgNoMemoryDC = 10049;
+
+// The device's context for one operation: a caller that has not selected it gets it
+// selected for just this call.
+class DCScope {
+  public:
+    explicit DCScope(BCDevice& device)
+        : m_device(device), m_temporary(!device.GetDC() && device.SelectDC()) {}
+    ~DCScope() {
+        if (m_temporary)
+            m_device.ReleaseDC();
+    }
+    DCScope(const DCScope&) = delete;
+    DCScope& operator=(const DCScope&) = delete;
+    HDC dc() const { return static_cast<HDC>(m_device.GetDC()); }
+
+  private:
+    BCDevice& m_device;
+    int m_temporary;
+};
+
+// Takes the pen or the brush out for a shape drawn in outline or interior mode.
+class ModeScope {
+  public:
+    ModeScope(HDC dc, unsigned int mode) : m_dc(dc), m_saved(nullptr), m_valid(1) {
+        if (mode == BC_DRAW_OUTLINE)
+            m_saved = SelectObject(dc, GetStockObject(NULL_BRUSH));
+        else if (mode == BC_DRAW_INTERIOR)
+            m_saved = SelectObject(dc, GetStockObject(NULL_PEN));
+        else
+            m_valid = mode == BC_DRAW_FILLED;
+    }
+    ~ModeScope() {
+        if (m_saved)
+            SelectObject(m_dc, m_saved);
+    }
+    ModeScope(const ModeScope&) = delete;
+    ModeScope& operator=(const ModeScope&) = delete;
+    bool valid() const { return m_dc && m_valid; }
+
+  private:
+    HDC m_dc;
+    HGDIOBJ m_saved;
+    int m_valid;
+};
+
+// Point buffer of the point-list shapes, grown as needed and kept: large scenes draw many
+// of them, and drawing is single-threaded.
+POINT* PointBuffer(unsigned int count) {
+    static POINT* points = nullptr;
+    static unsigned int capacity = 0;
+    if (count > capacity) {
+        POINT* grown = new (std::nothrow) POINT[count];
+        if (!grown)
+            return nullptr;
+        delete[] points;
+        points = grown;
+        capacity = count;
+    }
+    return points;
+}
+
+// The memory context that bitmaps are drawn from; one serves every device.
+HDC BlitDC() {
+    static HDC dc = CreateCompatibleDC(nullptr);
+    return dc;
+}
+
+DWORD PlatformRop(unsigned int rasterOp) {
+    switch (rasterOp) {
+    case BC_ROP_COPY:
+        return SRCCOPY;
+    case BC_ROP_OR:
+        return SRCPAINT;
+    case BC_ROP_AND:
+        return SRCAND;
+    case BC_ROP_XOR:
+        return SRCINVERT;
+    case BC_ROP_INVERTCOPY:
+        return NOTSRCCOPY;
+    case BC_ROP_INVERT:
+        return DSTINVERT;
+    default:
+        return 0;
+    }
+}
+
+SIZE CharExtent(BCDevice& device, unsigned int ch) {
+    DCScope scope(device);
+    char c = static_cast<char>(ch);
+    SIZE extent = {};
+    if (scope.dc())
+        GetTextExtentPoint32A(scope.dc(), &c, 1, &extent);
+    return extent;
+}
+
+int FloorMod(int value, int divisor) {
+    int m = value % divisor;
+    return m < 0 ? m + divisor : m;
+}
+} // namespace
+
+int BCDisplayDevice::MoveTo(const BCPosition& pos) {
+    coCrntX = pos.GetX();
+    coCrntY = pos.GetY();
+    return !hDC || MoveToEx(static_cast<HDC>(hDC), coCrntX, coCrntY, nullptr);
+}
+
+int BCDisplayDevice::LineTo(const BCPosition& pos) {
+    DCScope scope(*this);
+    if (!scope.dc() || !::LineTo(scope.dc(), pos.GetX(), pos.GetY()))
+        return 0;
+    coCrntX = pos.GetX();
+    coCrntY = pos.GetY();
+    return 1;
+}
+
+int BCDisplayDevice::PutRect(const BCRectangle& r, unsigned int mode) {
+    DCScope scope(*this);
+    ModeScope shape(scope.dc(), mode);
+    return shape.valid() &&
+           Rectangle(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom());
+}
+
+int BCDisplayDevice::PutEllipse(const BCRectangle& r, unsigned int mode) {
+    DCScope scope(*this);
+    ModeScope shape(scope.dc(), mode);
+    return shape.valid() &&
+           Ellipse(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom());
+}
+
+int BCDisplayDevice::PutCircle(const BCRectangle& r, unsigned int mode) {
+    int width = r.GetRight() - r.GetLeft(), height = r.GetBottom() - r.GetTop();
+    int side = abs(width) < abs(height) ? abs(width) : abs(height);
+    int left = (r.GetLeft() + r.GetRight() - side) / 2;
+    int top = (r.GetTop() + r.GetBottom() - side) / 2;
+    return PutEllipse(BCRectangle(static_cast<short>(left), static_cast<short>(top),
+                                  static_cast<short>(left + side), static_cast<short>(top + side)),
+                      mode);
+}
+
+int BCDisplayDevice::PutArc(const BCRectangle& r, const BCPosition& start, const BCPosition& end) {
+    DCScope scope(*this);
+    return scope.dc() && Arc(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom(),
+                             start.GetX(), start.GetY(), end.GetX(), end.GetY());
+}
+
+int BCDisplayDevice::PutChord(const BCRectangle& r, const BCPosition& start, const BCPosition& end,
+                              unsigned int mode) {
+    DCScope scope(*this);
+    ModeScope shape(scope.dc(), mode);
+    return shape.valid() && Chord(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom(),
+                                  start.GetX(), start.GetY(), end.GetX(), end.GetY());
+}
+
+int BCDisplayDevice::PutPie(const BCRectangle& r, const BCPosition& start, const BCPosition& end,
+                            unsigned int mode) {
+    DCScope scope(*this);
+    ModeScope shape(scope.dc(), mode);
+    return shape.valid() && Pie(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom(),
+                                start.GetX(), start.GetY(), end.GetX(), end.GetY());
+}
+
+int BCDisplayDevice::PutPoints(const BCPolyline* line, const BCPosition& offset, int closed) {
+    unsigned int count = line ? line->GetPointCount() : 0;
+    if (count < 2)
+        return 0;
+    DCScope scope(*this);
+    POINT* points = PointBuffer(count);
+    if (!scope.dc() || !points)
+        return 0;
+    const short* xy = line->GetPoints();
+    for (unsigned int i = 0; i < count; ++i) {
+        points[i].x = static_cast<short>(xy[2 * i] + offset.GetX());
+        points[i].y = static_cast<short>(xy[2 * i + 1] + offset.GetY());
+    }
+    int n = static_cast<int>(count);
+    return closed ? Polygon(scope.dc(), points, n) : Polyline(scope.dc(), points, n);
+}
+
+int BCDisplayDevice::PutPolyline(const BCPolyline* line, const BCPosition& offset) {
+    return PutPoints(line, offset, 0);
+}
+
+int BCDisplayDevice::PutPolygon(const BCPolyline* line, const BCPosition& offset) {
+    return PutPoints(line, offset, 1);
+}
+
+int BCDisplayDevice::Clear(const BCRectangle& r) {
+    DCScope scope(*this);
+    RECT rect;
+    r.ToRECT(&rect);
+    void* brush = opBackground ? opBackground->GetHandle() : nullptr;
+    return scope.dc() && FillRect(scope.dc(), &rect,
+                                  static_cast<HBRUSH>(brush ? brush : GetStockObject(WHITE_BRUSH)));
+}
+
+int BCDisplayDevice::PutBitmap(const BCPosition& pos, const BCSize& size, BCBitmap* bitmap,
+                               unsigned int rasterOp) {
+    BCSize picture = bitmap ? bitmap->GetSize() : BCSize();
+    BCSize area = size.GetWidth() || size.GetHeight() ? size : picture;
+    if (rasterOp == BC_ROP_ERASE)
+        return Clear(BCRectangle(pos, area));
+    DWORD rop = PlatformRop(rasterOp);
+    if (!rop) {
+        DispObjectMsg(kMsgBadRasterOp, rasterOp);
+        return 0;
+    }
+    if (rasterOp == BC_ROP_INVERT) {
+        DCScope scope(*this);
+        return scope.dc() && PatBlt(scope.dc(), pos.GetX(), pos.GetY(), area.GetWidth(),
+                                    area.GetHeight(), DSTINVERT);
+    }
+    if (!bitmap || bitmap->IsEmpty())
+        return 1;
+    HDC source = BlitDC();
+    if (!source) {
+        DispObjectMsg(kMsgNoMemoryDC);
+        return 0;
+    }
+    DCScope scope(*this);
+    if (!scope.dc())
+        return 0;
+    HGDIOBJ old = SelectObject(source, static_cast<HGDIOBJ>(bitmap->GetHandle()));
+    BOOL done = area == picture ? BitBlt(scope.dc(), pos.GetX(), pos.GetY(), area.GetWidth(),
+                                         area.GetHeight(), source, 0, 0, rop)
+                                : StretchBlt(scope.dc(), pos.GetX(), pos.GetY(), area.GetWidth(),
+                                             area.GetHeight(), source, 0, 0, picture.GetWidth(),
+                                             picture.GetHeight(), rop);
+    SelectObject(source, old);
+    return done != 0;
+}
+
+// ---- display device: text ----
+
+short BCDisplayDevice::GetTabWidth() {
+    if (coTabWidth > 0)
+        return coTabWidth;
+    DCScope scope(*this);
+    if (!scope.dc())
+        return 0;
+    void* font = FontHandle();
+    if (font != hTabFont || coAutoTabWidth <= 0) {
+        TEXTMETRICA metrics;
+        if (!GetTextMetricsA(scope.dc(), &metrics) || metrics.tmAveCharWidth <= 0)
+            return 0;
+        coAutoTabWidth = static_cast<short>(8 * metrics.tmAveCharWidth);
+        hTabFont = font;
+    }
+    return coAutoTabWidth;
+}
+
+int BCDisplayDevice::TextRuns(void* context, const char* text, int length, int x, int y, int draw) {
+    HDC dc = static_cast<HDC>(context);
+    int tab = 0, height = 0, left = x;
+    for (int i = 0; i < length;) {
+        if (text[i] != '\t') {
+            int n = 0;
+            while (i + n < length && text[i + n] != '\t')
+                ++n;
+            SIZE extent = {};
+            GetTextExtentPoint32A(dc, text + i, n, &extent);
+            if (draw)
+                TextOutA(dc, x, y, text + i, n);
+            x += extent.cx;
+            height = extent.cy;
+            i += n;
+            continue;
+        }
+        if (!tab && (tab = GetTabWidth()) <= 0)
+            tab = 1; // no font metrics: a TAB takes no room rather than looping on 0
+        int next = x + tab - FloorMod(x - coTabOrigin, tab);
+        if (draw && wBackMode == BC_BACK_OPAQUE) {
+            if (!height)
+                height = GetChrHeight('H');
+            RECT gap = {x, y, next, y + height};
+            ExtTextOutA(dc, x, y, ETO_OPAQUE, &gap, "", 0, nullptr);
+        }
+        x = next;
+        ++i;
+    }
+    return x - left;
+}
+
+int BCDisplayDevice::PosStr(const BCPosition& pos, const char* text, int length) {
+    if (!text)
+        return 0;
+    DCScope scope(*this);
+    if (!scope.dc())
+        return 0;
+    if (length < 0)
+        length = lstrlenA(text);
+    int width = TextRuns(scope.dc(), text, length, pos.GetX(), pos.GetY(), 1);
+    return MoveTo(BCPosition(static_cast<short>(pos.GetX() + width), pos.GetY()));
+}
+
+BCSize BCDisplayDevice::GetStrSize(const char* text, int length) {
+    DCScope scope(*this);
+    if (!scope.dc() || !text)
+        return BCSize();
+    if (length < 0)
+        length = lstrlenA(text);
+    int width = TextRuns(scope.dc(), text, length, coTabOrigin, 0, 0);
+    return BCSize(static_cast<short>(width), GetChrHeight('H'));
+}
+
+short BCDisplayDevice::GetChrWidth(unsigned int ch) {
+    return static_cast<short>(CharExtent(*this, ch).cx);
+}
+
+short BCDisplayDevice::GetChrHeight(unsigned int ch) {
+    return static_cast<short>(CharExtent(*this, ch).cy);
+}

@@ -3,10 +3,12 @@
 #include <cstring>
 #include <new>
 
+#include "bcfont.h"
 #include "kostring.h"
 
 BCModule::BCModule(void* instance, const char* name, unsigned short dataSegment)
-    : BCObject(114), lpInstance(instance), caName(nullptr), wDataSeg(dataSegment), blRegistered(0) {
+    : BCObject(114), lpInstance(instance), caName(nullptr), wDataSeg(dataSegment), blRegistered(0),
+      opFontList(nullptr) {
     if (name) {
         caName = new (std::nothrow) char[std::strlen(name) + 1];
         if (caName)
@@ -18,6 +20,13 @@ BCModule::~BCModule() {
     // A module that goes away must not be searched any more.
     BCUnregisterLibModule(this);
     delete[] caName;
+    delete opFontList;
+}
+
+BCFontList* BCModule::GetFontList() {
+    if (!opFontList)
+        opFontList = new (std::nothrow) BCFontList();
+    return opFontList;
 }
 
 void BCModule::Display(const char* prefix) {

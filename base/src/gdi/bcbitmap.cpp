@@ -1,0 +1,183 @@
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "bcgdi.h"
+#include "bcmodule.h"
+#include "bcstream.h"
+
+namespace {
+constexpr unsigned int kBitmapTypeCode = 10;
+constexpr unsigned int kMsgLoadFailed = 10003;
+constexpr unsigned int kMsgCreateFailed = 10004;
+constexpr unsigned long kNotOurs = BC_BITMAP_HANDED_OVER | BC_BITMAP_BORROWED;
+constexpr unsigned long kMaxSide = 16384;
+// A record can claim any size: pictures beyond this are refused before anything is made.
+constexpr unsigned long long kMaxPixelBytes = 64ull << 20;
+
+BITMAPINFO TopDownInfo(int width, int height) {
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    return info;
+}
+
+// A 32-bit top-down DIB section; `bits` receives its pixels.
+HBITMAP MakeDib(int width, int height, void** bits) {
+    BITMAPINFO info = TopDownInfo(width, height);
+    return CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, bits, nullptr, 0);
+}
+
+void* InstanceOf(BCModule* module) {
+    return module ? module->GetInstance() : nullptr;
+}
+} // namespace
+
+BCBitmap::BCBitmap(BCModule* module)
+    : BCGdiObject(kBitmapTypeCode, module), dwFlags(0), coWidth(0), coHeight(0) {}
+
+BCBitmap::BCBitmap(const BCResID& id, BCModule* module) : BCBitmap(module) {
+    LoadFromRes(id);
+}
+
+BCBitmap::BCBitmap(short width, short height, BCModule* module) : BCBitmap(module) {
+    void* bits = nullptr;
+    HBITMAP dib = width > 0 && height > 0 ? MakeDib(width, height, &bits) : nullptr;
+    if (!dib) {
+        DispObjectMsg(kMsgCreateFailed);
+        return;
+    }
+    unsigned long* pixels = static_cast<unsigned long*>(bits);
+    std::fill(pixels, pixels + static_cast<size_t>(width) * height, 0x00FFFFFFul);
+    TakeHandle(dib, 1);
+}
+
+BCBitmap::~BCBitmap() {
+    TakeHandle(nullptr, 0);
+}
+
+int BCBitmap::TakeHandle(void* bitmap, int owned) {
+    if (dwFlags & kNotOurs) // the old handle belongs to the clipboard now
+        blOwned = 0;
+    dwFlags &= ~kNotOurs;
+    SetObjectHandle(bitmap, owned);
+    BITMAP info = {};
+    if (!bitmap || !GetObjectA(static_cast<HBITMAP>(bitmap), sizeof info, &info))
+        info.bmWidth = info.bmHeight = 0;
+    coWidth = static_cast<short>(info.bmWidth);
+    coHeight = static_cast<short>(info.bmHeight < 0 ? -info.bmHeight : info.bmHeight);
+    return bitmap != nullptr;
+}
+
+int BCBitmap::SetHandle(void* bitmap) {
+    return TakeHandle(bitmap, 1);
+}
+
+unsigned long BCBitmap::SetFlags(unsigned long bits, int on) {
+    unsigned long previous = dwFlags;
+    dwFlags = on ? (dwFlags | bits) : (dwFlags & ~bits);
+    return previous;
+}
+
+BCSize BCBitmap::GetSize() const {
+    return BCSize(coWidth, coHeight);
+}
+
+int BCBitmap::LoadFromRes(const BCResID& id) {
+    // The module named by the id, then the bitmap's, then the application's.
+    void* instances[] = {InstanceOf(id.GetModule()), InstanceOf(opModule),
+                         GetModuleHandleA(nullptr)};
+    for (void* instance : instances) {
+        if (!instance)
+            continue;
+        if (HANDLE image = LoadImageA(static_cast<HINSTANCE>(instance), id.GetResource(),
+                                      IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION))
+            return TakeHandle(image, 1);
+    }
+    char number[16];
+    wsprintfA(number, "#%u", id.GetResNum());
+    DispObjectMsg(kMsgLoadFailed, id.GetResName() ? id.GetResName() : number);
+    return 0;
+}
+
+int BCBitmap::LoadFromFile(const char* path) {
+    HANDLE image =
+        path ? LoadImageA(nullptr, path, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)
+             : nullptr;
+    if (!image) {
+        DispObjectMsg(kMsgLoadFailed, path ? path : "");
+        return 0;
+    }
+    return TakeHandle(image, 1);
+}
+
+int BCBitmap::GetPixels(unsigned long* pixels) const {
+    if (!hObject || !pixels)
+        return 0;
+    BITMAPINFO info = TopDownInfo(coWidth, coHeight);
+    HDC screen = ::GetDC(nullptr);
+    int lines = GetDIBits(screen, static_cast<HBITMAP>(hObject), 0, coHeight, pixels, &info,
+                          DIB_RGB_COLORS);
+    ::ReleaseDC(nullptr, screen);
+    return lines == coHeight;
+}
+
+int BCBitmap::SetPixels(short width, short height, const unsigned long* pixels) {
+    void* bits = nullptr;
+    HBITMAP dib = width > 0 && height > 0 && pixels ? MakeDib(width, height, &bits) : nullptr;
+    if (!dib)
+        return 0;
+    std::memcpy(bits, pixels, static_cast<size_t>(width) * height * 4);
+    return TakeHandle(dib, 1);
+}
+
+int BCBitmap::ReadPixels(std::istream& is, unsigned long width, unsigned long height) {
+    unsigned long long bytes = 4ull * width * height;
+    long long remaining = BCStreamRemaining(is);
+    if (width > kMaxSide || height > kMaxSide || bytes > kMaxPixelBytes ||
+        (remaining >= 0 && static_cast<unsigned long long>(remaining) < bytes))
+        return 0;
+    void* bits = nullptr;
+    HBITMAP dib = MakeDib(static_cast<int>(width), static_cast<int>(height), &bits);
+    if (!dib)
+        return 0;
+    if (!BCLoadFarBlk(is, bits, static_cast<long>(bytes))) {
+        DeleteObject(dib);
+        return 0;
+    }
+    return TakeHandle(dib, 1);
+}
+
+int BCBitmap::Load(std::istream& is) {
+    unsigned long width = 0, height = 0;
+    if (!BCObject::Load(is) || !BCLoadDblWord(is, width) || !BCLoadDblWord(is, height))
+        return 0;
+    if (width == 0 && height == 0) {
+        TakeHandle(nullptr, 0);
+        return 1;
+    }
+    return width != 0 && height != 0 && ReadPixels(is, width, height);
+}
+
+int BCBitmap::Save(std::ostream& os) {
+    unsigned long width = hObject ? coWidth : 0, height = hObject ? coHeight : 0;
+    if (!BCObject::Save(os) || !BCSaveDblWord(os, width) || !BCSaveDblWord(os, height))
+        return 0;
+    if (!width || !height)
+        return 1;
+    std::unique_ptr<unsigned long[]> pixels(new (std::nothrow) unsigned long[width * height]);
+    return pixels && GetPixels(pixels.get()) &&
+           BCSaveFarBlk(os, pixels.get(), static_cast<long>(width * height * 4));
+}
+
+void BCBitmap::Display(const char* prefix) {
+    DispObjectMsg("%shBitmap=%p, coWidth=%d, coHeight=%d, dwFlags=%04lx", prefix ? prefix : "",
+                  hObject, coWidth, coHeight, dwFlags);
+}

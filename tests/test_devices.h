@@ -1,0 +1,41 @@
+#pragma once
+// Reading the pixels of a memory device, shared by the device test files.
+#include <windows.h>
+
+#include <utility>
+
+#include "norlib1.h"
+
+constexpr unsigned long kWhite = RGB(255, 255, 255);
+constexpr unsigned long kBlack = RGB(0, 0, 0);
+constexpr unsigned long kRed = RGB(255, 0, 0);
+constexpr unsigned long kBlue = RGB(0, 0, 255);
+constexpr unsigned long kGreen = RGB(0, 255, 0);
+
+// Pixels of `color` inside a rectangle of the device.
+inline int CountColor(BCMemoryDevice& dev, const BCRectangle& r, unsigned long color) {
+    int n = 0;
+    for (short y = r.GetTop(); y < r.GetBottom(); ++y)
+        for (short x = r.GetLeft(); x < r.GetRight(); ++x)
+            n += dev.GetPixel(x, y) == color;
+    return n;
+}
+
+inline int CountNotWhite(BCMemoryDevice& dev) {
+    BCRectangle all(0, 0, dev.GetWidth(), dev.GetHeight());
+    return all.GetWidth() * all.GetHeight() - CountColor(dev, all, kWhite);
+}
+
+// Leftmost and one past the rightmost column holding a pixel of `color` in a band of rows.
+inline std::pair<int, int> ColumnsOf(BCMemoryDevice& dev, short top, short bottom,
+                                     unsigned long color) {
+    int left = -1, right = -1;
+    for (short x = 0; x < dev.GetWidth(); ++x)
+        for (short y = top; y < bottom; ++y)
+            if (dev.GetPixel(x, y) == color) {
+                if (left < 0)
+                    left = x;
+                right = x + 1;
+            }
+    return {left, right};
+}
