@@ -13,3 +13,4 @@
 #include "bcnumdata.h"
 #include "bcfiledata.h"
 #include "bctextdata.h"
+#include "bcbmpdata.h"

@@ -206,3 +206,35 @@ TEST(FileDataTest, TheWindowGetsAnUpdater) {
 }
 
 } // namespace
+
+namespace {
+
+TEST(BitmapDataTest, APictureDocumentSavesAndLoadsItsPixels) {
+    char dir[MAX_PATH];
+    GetTempPathA(sizeof dir, dir);
+    std::string path = std::string(dir) + "norlib_picture.bmd";
+    auto* picture = new BCBitmap(3, 2);
+    unsigned long pixels[6] = {0xFF0000, 0x00FF00, 0x0000FF, 0x123456, 0xFFFFFF, 0};
+    ASSERT_TRUE(picture->SetPixels(3, 2, pixels));
+    BCBitmapData document(picture, nullptr, ".bmd", path.c_str(), 0, nullptr);
+    EXPECT_EQ(102u, document.GetObjectType());
+    EXPECT_STREQ("BCBitmapData", document.GetObjectTypeStr());
+    document.SetModified(1);
+    ASSERT_EQ(1, document.SaveFile());
+
+    BCBitmapData reader(new BCBitmap, nullptr, ".bmd", path.c_str(), 0, nullptr);
+    ASSERT_EQ(1, reader.LoadFile());
+    ASSERT_NE(nullptr, reader.GetBitmap());
+    EXPECT_TRUE(reader.GetBitmap()->GetSize() == BCSize(3, 2));
+    unsigned long loaded[6] = {};
+    ASSERT_TRUE(reader.GetBitmap()->GetPixels(loaded));
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(pixels[i] & 0xFFFFFF, loaded[i] & 0xFFFFFF) << i;
+
+    // A new document lets go of the picture.
+    ASSERT_EQ(1, reader.NewFile());
+    EXPECT_TRUE(reader.GetBitmap()->IsEmpty());
+    std::remove(path.c_str());
+}
+
+} // namespace

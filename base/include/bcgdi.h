@@ -1,30 +1,40 @@
 #pragma once
 #include <iosfwd>
 #include "bcobject.h"
+#include "bcrendata.h"
 #include "bcvalues.h"
 
 class BCModule;
 
-// A drawing object of the platform (pen, brush, bitmap, font) and the handle that stands for
-// it. A handle the object made is deleted with it; a stock handle is the system's.
-class NORLIB1_API BCGdiObject : public BCObject {
+// The platform handle a drawing object stands for. A handle the object made is deleted with
+// it; a stock handle is the system's.
+class NORLIB1_API BCGdiHandle {
   public:
-    ~BCGdiObject() override;
-    BCGdiObject(const BCGdiObject&) = delete;
-    BCGdiObject& operator=(const BCGdiObject&) = delete;
+    BCGdiHandle(const BCGdiHandle&) = delete;
+    BCGdiHandle& operator=(const BCGdiHandle&) = delete;
 
     // The platform handle (HPEN, HBRUSH, HBITMAP, HFONT); null when it could not be made.
     void* GetHandle() const { return hObject; }
     BCModule* GetModule() const { return opModule; }
 
   protected:
-    BCGdiObject(unsigned int typeCode, BCModule* module);
+    explicit BCGdiHandle(BCModule* module);
+    ~BCGdiHandle();
     // Puts `handle` in place, deleting a handle of its own made before.
     void SetObjectHandle(void* handle, int owned);
 
     void* hObject;
     int blOwned;
     BCModule* opModule;
+};
+
+// A drawing object of the platform (pen, brush, font).
+class NORLIB1_API BCGdiObject : public BCObject, public BCGdiHandle {
+  public:
+    ~BCGdiObject() override;
+
+  protected:
+    BCGdiObject(unsigned int typeCode, BCModule* module);
 };
 
 // Pen styles; the numbering starts at 1 so that a pen of style 1 is a plain solid line.
@@ -135,8 +145,9 @@ enum BCBitmapFlag : unsigned long {
 class BCResID;
 
 // A picture held by the platform. Pictures this class makes are 32-bit device-independent
-// bitmaps, so their pixels are the same on every display.
-class NORLIB1_API BCBitmap : public BCGdiObject {
+// bitmaps, so their pixels are the same on every display. It is renderable data, so a file
+// data object can hold it; its flags word carries 8 (handle handed over) and 16 (borrowed).
+class NORLIB1_API BCBitmap : public BCRenderableData, public BCGdiHandle {
   public:
     // Empty (no picture), for loading or for SetHandle.
     explicit BCBitmap(BCModule* module = nullptr);
@@ -155,9 +166,13 @@ class NORLIB1_API BCBitmap : public BCGdiObject {
     int SetHandle(void* bitmap);
     int IsEmpty() const { return hObject == nullptr; }
     BCSize GetSize() const;
-    unsigned long GetFlags() const { return dwFlags; }
-    // Returns the previous flags.
-    unsigned long SetFlags(unsigned long bits, int on);
+
+    // A new bitmap with a copy of the picture; null when it cannot be made.
+    BCRenderableData* Dup() override;
+    // Lets go of the picture (deleted unless flags 8 or 16 say it is not ours).
+    int Clear(int freeItems) override;
+    // The platform's bitmap format.
+    int IsRenderable(BCFormat& format) override;
 
     // Record: type code, width, height (double words), then the pixels, top row first, 4
     // bytes each (blue, green, red, 0). An empty bitmap is width and height 0. Pictures above
@@ -175,7 +190,6 @@ class NORLIB1_API BCBitmap : public BCGdiObject {
   private:
     int TakeHandle(void* bitmap, int owned);
     int ReadPixels(std::istream& is, unsigned long width, unsigned long height);
-    unsigned long dwFlags;
     short coWidth;
     short coHeight;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <vector>
 #include <new>
 
 #include "bcgdi.h"
@@ -41,7 +42,7 @@ void* InstanceOf(BCModule* module) {
 } // namespace
 
 BCBitmap::BCBitmap(BCModule* module)
-    : BCGdiObject(kBitmapTypeCode, module), dwFlags(0), coWidth(0), coHeight(0) {}
+    : BCRenderableData(kBitmapTypeCode, 0), BCGdiHandle(module), coWidth(0), coHeight(0) {}
 
 BCBitmap::BCBitmap(const BCResID& id, BCModule* module) : BCBitmap(module) {
     LoadFromRes(id);
@@ -80,10 +81,25 @@ int BCBitmap::SetHandle(void* bitmap) {
     return TakeHandle(bitmap, 1);
 }
 
-unsigned long BCBitmap::SetFlags(unsigned long bits, int on) {
-    unsigned long previous = dwFlags;
-    dwFlags = on ? (dwFlags | bits) : (dwFlags & ~bits);
-    return previous;
+BCRenderableData* BCBitmap::Dup() {
+    BCBitmap* copy = new (std::nothrow) BCBitmap(opModule);
+    if (!copy || IsEmpty())
+        return copy;
+    std::vector<unsigned long> pixels(static_cast<size_t>(coWidth) * coHeight);
+    if (!GetPixels(pixels.data()) || !copy->SetPixels(coWidth, coHeight, pixels.data())) {
+        delete copy;
+        return nullptr;
+    }
+    return copy;
+}
+
+int BCBitmap::Clear(int) {
+    TakeHandle(nullptr, 0);
+    return 1;
+}
+
+int BCBitmap::IsRenderable(BCFormat& format) {
+    return format.GetFormat() == BC_FORMAT_BITMAP;
 }
 
 BCSize BCBitmap::GetSize() const {

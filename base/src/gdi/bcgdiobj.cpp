@@ -2,14 +2,18 @@
 
 #include <windows.h>
 
-BCGdiObject::BCGdiObject(unsigned int typeCode, BCModule* module)
-    : BCObject(typeCode), hObject(nullptr), blOwned(0), opModule(module) {}
+BCGdiHandle::BCGdiHandle(BCModule* module) : hObject(nullptr), blOwned(0), opModule(module) {}
 
-BCGdiObject::~BCGdiObject() {
+BCGdiHandle::~BCGdiHandle() {
     SetObjectHandle(nullptr, 0);
 }
 
-void BCGdiObject::SetObjectHandle(void* handle, int owned) {
+BCGdiObject::BCGdiObject(unsigned int typeCode, BCModule* module)
+    : BCObject(typeCode), BCGdiHandle(module) {}
+
+BCGdiObject::~BCGdiObject() {}
+
+void BCGdiHandle::SetObjectHandle(void* handle, int owned) {
     if (hObject && blOwned && hObject != handle)
         DeleteObject(static_cast<HGDIOBJ>(hObject));
     hObject = handle;
