@@ -14,3 +14,5 @@
 #include "bcfiledata.h"
 #include "bctextdata.h"
 #include "bcbmpdata.h"
+#include "bcgraphic.h"
+#include "bcshapes.h"

@@ -1,0 +1,90 @@
+#pragma once
+#include <iosfwd>
+#include "norlib1.h"
+#include "norlib2api.h"
+
+// A retained drawing element: a rectangle on a display device with a caller-chosen
+// identifier. It draws and erases itself, is hit-tested on its bounding box, and is saved
+// and loaded as a type code word followed by a 12-byte block (wID 4 bytes, coX, coY, coW,
+// coH 2 bytes each, little-endian).
+class NORLIB2_API BCGraphicObject : public BCObject {
+  public:
+    BCGraphicObject(unsigned int typeCode, unsigned int id, const BCPosition& pos,
+                    const BCSize& size);
+    // All fields zero: the empty object that a load fills.
+    explicit BCGraphicObject(unsigned int typeCode);
+    ~BCGraphicObject() override;
+
+    // Both return 1 when the base record went through and the stream is still good.
+    int Load(std::istream& is) override;
+    int Save(std::ostream& os) override;
+    void Display(const char* prefix) override;
+    // Writes the class name at the object's position; returns what the device returns.
+    virtual int Draw(BCDisplayDevice* dev);
+    // Nothing to erase here; returns 1.
+    virtual int UnDraw(BCDisplayDevice* dev);
+
+    unsigned int GetID() const { return wID; }
+    // Each setter returns the previous value.
+    unsigned int SetID(unsigned int id);
+    BCPosition GetPos() const { return BCPosition(coX, coY); }
+    BCPosition SetPos(const BCPosition& pos);
+    BCSize GetSize() const { return BCSize(coW, coH); }
+    BCSize SetSize(const BCSize& size);
+    // Half-open box: left and top edges hit, right and bottom do not. The far edges are
+    // summed in 32 bits so that a box near the end of the coordinate range still hits.
+    int IsHit(const BCPosition& pos) const;
+
+  protected:
+    unsigned int wID;
+    short coX;
+    short coY;
+    short coW;
+    short coH;
+};
+
+// An outlined and/or filled shape: a pen, a brush and the frame, fill and opaque flags.
+// The pen and brush are never deleted by the graphic; those that Load makes belong to the
+// caller, who reaches them through GetPen and GetBrush.
+class NORLIB2_API BCDrawGraphic : public BCGraphicObject {
+  public:
+    // Frame on, fill and opaque off, no pen or brush.
+    BCDrawGraphic(unsigned int typeCode, unsigned int id, const BCPosition& pos,
+                  const BCSize& size);
+    explicit BCDrawGraphic(unsigned int typeCode);
+    ~BCDrawGraphic() override;
+
+    // Save writes the pen and brush presence marks (only when a flag is on) and then a
+    // word, 1 when a flag was on; Load reads a flags byte and two marks. The two records
+    // differ on purpose; see docs/streams.md.
+    int Load(std::istream& is) override;
+    int Save(std::ostream& os) override;
+    void Display(const char* prefix) override;
+
+    // Each flag is taken from bit 0 of its argument only.
+    void SetMode(int frame, int fill, int opaque);
+    void SetFrame(int frame);
+    void SetFill(int fill);
+    void SetOpaque(int opaque);
+    // -1 when on, 0 when off.
+    int GetFrame() const { return (bFlags & kFrame) ? -1 : 0; }
+    int GetFill() const { return (bFlags & kFill) ? -1 : 0; }
+    int GetOpaque() const { return (bFlags & kOpaque) ? -1 : 0; }
+
+    BCPen* GetPen() const { return opPen; }
+    BCPen* SetPen(BCPen* pen);
+    BCBrush* GetBrush() const { return opBrush; }
+    BCBrush* SetBrush(BCBrush* brush);
+
+  protected:
+    // Puts the object's pen, brush and background mode into the device (drawing non-zero)
+    // or the white pen and background brush (erasing), and selects its context. The state
+    // to restore is shared by all draw graphics, so one pair may be open at a time.
+    void DrawSetup(BCDisplayDevice* dev, int drawing);
+    void DrawReset();
+
+    enum : unsigned char { kFrame = 0x01, kFill = 0x02, kOpaque = 0x04 };
+    unsigned char bFlags;
+    BCPen* opPen;
+    BCBrush* opBrush;
+};

@@ -1,0 +1,294 @@
+#include "bcshapes.h"
+
+#include <istream>
+#include <ostream>
+
+namespace {
+
+// Box corners and translated points wrap at 16 bits like every coordinate.
+short Wrap(int value) {
+    return static_cast<short>(value);
+}
+
+constexpr int kDumpSize = 136;
+
+} // namespace
+
+// ---- Line
+
+BCLineGraphic::BCLineGraphic(unsigned int id, const BCPosition& pos, const BCSize& size, BCPen* pen)
+    : BCDrawGraphic(72, id, pos, size) {
+    opPen = pen;
+    SetFrame(1);
+    SetFill(0);
+}
+
+BCLineGraphic::BCLineGraphic() : BCDrawGraphic(72) {
+    SetFrame(1);
+    SetFill(0);
+}
+
+int BCLineGraphic::Draw(BCDisplayDevice* dev) {
+    if (!dev)
+        return 0;
+    DrawSetup(dev, 1);
+    dev->MoveTo(BCPosition(coX, coY));
+    dev->LineTo(BCPosition(Wrap(coX + coW), Wrap(coY + coH)));
+    DrawReset();
+    return 1;
+}
+
+int BCLineGraphic::UnDraw(BCDisplayDevice* dev) {
+    if (!dev)
+        return 0;
+    DrawSetup(dev, 0);
+    dev->MoveTo(BCPosition(coX, coY));
+    dev->LineTo(BCPosition(Wrap(coX + coW), Wrap(coY + coH)));
+    DrawReset();
+    return 1;
+}
+
+// ---- Box, circle, ellipse
+
+BCBoxGraphic::BCBoxGraphic(unsigned int id, const BCPosition& pos, const BCSize& size, BCPen* pen,
+                           BCBrush* brush)
+    : BCDrawGraphic(74, id, pos, size) {
+    opPen = pen;
+    opBrush = brush;
+}
+
+BCBoxGraphic::BCBoxGraphic() : BCDrawGraphic(74) {}
+
+int BCBoxGraphic::Draw(BCDisplayDevice* dev) {
+    if (!dev)
+        return 0;
+    BCRectangle rect(coX, coY, Wrap(coX + coW), Wrap(coY + coH));
+    DrawSetup(dev, 1);
+    dev->PutRect(rect, BC_DRAW_FILLED);
+    DrawReset();
+    return 1;
+}
+
+int BCBoxGraphic::UnDraw(BCDisplayDevice* dev) {
+    if (!dev)
+        return 0;
+    BCRectangle rect(coX, coY, Wrap(coX + coW), Wrap(coY + coH));
+    DrawSetup(dev, 0);
+    dev->PutRect(rect, BC_DRAW_FILLED);
+    DrawReset();
+    return 1;
+}
+
+BCCircleGraphic::BCCircleGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
+                                 BCPen* pen, BCBrush* brush)
+    : BCDrawGraphic(77, id, pos, size) {
+    opPen = pen;
+    opBrush = brush;
+}
+
+BCCircleGraphic::BCCircleGraphic() : BCDrawGraphic(77) {}
+
+int BCCircleGraphic::Draw(BCDisplayDevice* dev) {
+    if (!dev)
+        return 0;
+    DrawSetup(dev, 1);
+    dev->PutCircle(BCRectangle(coX, coY, Wrap(coX + coW), Wrap(coY + coH)), BC_DRAW_FILLED);
+    DrawReset();
+    return 1;
+}
+
+int BCCircleGraphic::UnDraw(BCDisplayDevice* dev) {
+    if (!dev)
+        return 0;
+    DrawSetup(dev, 0);
+    dev->PutCircle(BCRectangle(coX, coY, Wrap(coX + coW), Wrap(coY + coH)), BC_DRAW_FILLED);
+    DrawReset();
+    return 1;
+}
+
+BCEllipseGraphic::BCEllipseGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
+                                   BCPen* pen, BCBrush* brush)
+    : BCDrawGraphic(78, id, pos, size) {
+    opPen = pen;
+    opBrush = brush;
+}
+
+BCEllipseGraphic::BCEllipseGraphic() : BCDrawGraphic(78) {}
+
+int BCEllipseGraphic::Draw(BCDisplayDevice* dev) {
+    if (!dev)
+        return 0;
+    DrawSetup(dev, 1);
+    dev->PutEllipse(BCRectangle(coX, coY, Wrap(coX + coW), Wrap(coY + coH)), BC_DRAW_FILLED);
+    DrawReset();
+    return 1;
+}
+
+int BCEllipseGraphic::UnDraw(BCDisplayDevice* dev) {
+    if (!dev)
+        return 0;
+    DrawSetup(dev, 0);
+    dev->PutEllipse(BCRectangle(coX, coY, Wrap(coX + coW), Wrap(coY + coH)), BC_DRAW_FILLED);
+    DrawReset();
+    return 1;
+}
+
+// ---- Arc, chord, pie
+
+namespace {
+
+// The chord and the pie stop at the first coordinate that fails.
+int SaveEndsChecked(std::ostream& os, short sx, short sy, short ex, short ey) {
+    return BCSaveCoord(os, sx) && BCSaveCoord(os, sy) && BCSaveCoord(os, ex) && BCSaveCoord(os, ey);
+}
+
+int LoadEndsChecked(std::istream& is, short& sx, short& sy, short& ex, short& ey) {
+    return BCLoadCoord(is, sx) && BCLoadCoord(is, sy) && BCLoadCoord(is, ex) && BCLoadCoord(is, ey);
+}
+
+} // namespace
+
+#define BC_ENDS_DUMP "%scoStartX=%d, coStartY=%d, coEndX=%d, coEndY=%d"
+
+BCArcGraphic::BCArcGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
+                           const BCPosition& start, const BCPosition& end, BCPen* pen)
+    : BCDrawGraphic(76, id, pos, size), coStartX(start.GetX()), coStartY(start.GetY()),
+      coEndX(end.GetX()), coEndY(end.GetY()) {
+    opPen = pen;
+    opBrush = nullptr;
+}
+
+BCArcGraphic::BCArcGraphic() : BCDrawGraphic(76), coStartX(0), coStartY(0), coEndX(0), coEndY(0) {}
+
+int BCArcGraphic::Paint(BCDisplayDevice* dev, int drawing) {
+    if (!dev)
+        return 0;
+    DrawSetup(dev, drawing);
+    dev->PutArc(BCRectangle(coX, coY, Wrap(coX + coW), Wrap(coY + coH)),
+                BCPosition(coStartX, coStartY), BCPosition(coEndX, coEndY));
+    DrawReset();
+    return 1;
+}
+
+int BCArcGraphic::Draw(BCDisplayDevice* dev) {
+    return Paint(dev, 1);
+}
+int BCArcGraphic::UnDraw(BCDisplayDevice* dev) {
+    return Paint(dev, 0);
+}
+
+// The arc writes and reads all four coordinates and then judges by the stream's state, so
+// a short stream still fills the coordinates it held.
+int BCArcGraphic::Save(std::ostream& os) {
+    if (!BCDrawGraphic::Save(os))
+        return 0;
+    BCSaveCoord(os, coStartX);
+    BCSaveCoord(os, coStartY);
+    BCSaveCoord(os, coEndX);
+    BCSaveCoord(os, coEndY);
+    return BCStreamOK(os);
+}
+
+int BCArcGraphic::Load(std::istream& is) {
+    if (!BCDrawGraphic::Load(is))
+        return 0;
+    BCLoadCoord(is, coStartX);
+    BCLoadCoord(is, coStartY);
+    BCLoadCoord(is, coEndX);
+    BCLoadCoord(is, coEndY);
+    return BCStreamOK(is);
+}
+
+void BCArcGraphic::Display(const char* prefix) {
+    char text[kDumpSize];
+    BCFrmtStr(text, sizeof text, BC_ENDS_DUMP, prefix ? prefix : "", coStartX, coStartY, coEndX,
+              coEndY);
+    BCDrawGraphic::Display(text);
+}
+
+BCChordGraphic::BCChordGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
+                               const BCPosition& start, const BCPosition& end, BCPen* pen,
+                               BCBrush* brush)
+    : BCDrawGraphic(79, id, pos, size), coStartX(start.GetX()), coStartY(start.GetY()),
+      coEndX(end.GetX()), coEndY(end.GetY()) {
+    opPen = pen;
+    opBrush = brush;
+}
+
+BCChordGraphic::BCChordGraphic()
+    : BCDrawGraphic(79), coStartX(0), coStartY(0), coEndX(0), coEndY(0) {}
+
+int BCChordGraphic::Paint(BCDisplayDevice* dev, int drawing) {
+    if (!dev)
+        return 0;
+    DrawSetup(dev, drawing);
+    dev->PutChord(BCRectangle(coX, coY, Wrap(coX + coW), Wrap(coY + coH)),
+                  BCPosition(coStartX, coStartY), BCPosition(coEndX, coEndY), BC_DRAW_FILLED);
+    DrawReset();
+    return 1;
+}
+
+int BCChordGraphic::Draw(BCDisplayDevice* dev) {
+    return Paint(dev, 1);
+}
+int BCChordGraphic::UnDraw(BCDisplayDevice* dev) {
+    return Paint(dev, 0);
+}
+
+int BCChordGraphic::Save(std::ostream& os) {
+    return BCDrawGraphic::Save(os) && SaveEndsChecked(os, coStartX, coStartY, coEndX, coEndY);
+}
+
+int BCChordGraphic::Load(std::istream& is) {
+    return BCDrawGraphic::Load(is) && LoadEndsChecked(is, coStartX, coStartY, coEndX, coEndY);
+}
+
+void BCChordGraphic::Display(const char* prefix) {
+    char text[kDumpSize];
+    BCFrmtStr(text, sizeof text, BC_ENDS_DUMP, prefix ? prefix : "", coStartX, coStartY, coEndX,
+              coEndY);
+    BCDrawGraphic::Display(text);
+}
+
+BCPieGraphic::BCPieGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
+                           const BCPosition& start, const BCPosition& end, BCPen* pen,
+                           BCBrush* brush)
+    : BCDrawGraphic(80, id, pos, size), coStartX(start.GetX()), coStartY(start.GetY()),
+      coEndX(end.GetX()), coEndY(end.GetY()) {
+    opPen = pen;
+    opBrush = brush;
+}
+
+BCPieGraphic::BCPieGraphic() : BCDrawGraphic(80), coStartX(0), coStartY(0), coEndX(0), coEndY(0) {}
+
+int BCPieGraphic::Paint(BCDisplayDevice* dev, int drawing) {
+    if (!dev)
+        return 0;
+    DrawSetup(dev, drawing);
+    dev->PutPie(BCRectangle(coX, coY, Wrap(coX + coW), Wrap(coY + coH)),
+                BCPosition(coStartX, coStartY), BCPosition(coEndX, coEndY), BC_DRAW_FILLED);
+    DrawReset();
+    return 1;
+}
+
+int BCPieGraphic::Draw(BCDisplayDevice* dev) {
+    return Paint(dev, 1);
+}
+int BCPieGraphic::UnDraw(BCDisplayDevice* dev) {
+    return Paint(dev, 0);
+}
+
+int BCPieGraphic::Save(std::ostream& os) {
+    return BCDrawGraphic::Save(os) && SaveEndsChecked(os, coStartX, coStartY, coEndX, coEndY);
+}
+
+int BCPieGraphic::Load(std::istream& is) {
+    return BCDrawGraphic::Load(is) && LoadEndsChecked(is, coStartX, coStartY, coEndX, coEndY);
+}
+
+void BCPieGraphic::Display(const char* prefix) {
+    char text[kDumpSize];
+    BCFrmtStr(text, sizeof text, BC_ENDS_DUMP, prefix ? prefix : "", coStartX, coStartY, coEndX,
+              coEndY);
+    BCDrawGraphic::Display(text);
+}
