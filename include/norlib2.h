@@ -16,3 +16,5 @@
 #include "bcbmpdata.h"
 #include "bcgraphic.h"
 #include "bcshapes.h"
+#include "bctextgfx.h"
+#include "bcgfxlist.h"

@@ -1,0 +1,283 @@
+#include "bcgfxlist.h"
+
+#include <istream>
+#include <new>
+#include <ostream>
+
+#include "bcshapes.h"
+#include "bctextgfx.h"
+
+namespace {
+
+constexpr unsigned int kTypeList = 95;
+constexpr unsigned int kTypeCompound = 83;
+constexpr unsigned int kMsgUnknownType = 10079;
+// Compounds nest by recursion; a stream or a cycle must not exhaust the stack.
+constexpr int kMaxNesting = 64;
+int g_nesting = 0;
+
+// Counts one level of compound recursion for as long as it lives.
+class NestingGuard {
+  public:
+    NestingGuard() : m_ok(g_nesting < kMaxNesting) {
+        if (m_ok)
+            ++g_nesting;
+    }
+    ~NestingGuard() {
+        if (m_ok)
+            --g_nesting;
+    }
+    NestingGuard(const NestingGuard&) = delete;
+    NestingGuard& operator=(const NestingGuard&) = delete;
+    bool Ok() const { return m_ok; }
+
+  private:
+    bool m_ok;
+};
+
+short Wrap(int value) {
+    return static_cast<short>(value);
+}
+
+void DiscardLoaded(BCGraphicObject* obj);
+
+// Everything a load hung off a list that nobody else can reach any more.
+void DiscardLoadedList(BCGraphicList* list) {
+    if (!list)
+        return;
+    for (int more = list->Home(); more; more = list->Next())
+        DiscardLoaded(static_cast<BCGraphicObject*>(list->GetCrntItem()));
+    list->Clear(0);
+    delete list;
+}
+
+// An object that failed to load was made empty by the list, so whatever it holds now was
+// made by its own load and would otherwise be lost.
+void DiscardLoaded(BCGraphicObject* obj) {
+    if (!obj)
+        return;
+    if (auto* bitmap = dynamic_cast<BCBitmapGraphic*>(obj))
+        delete bitmap->GetBitmap();
+    if (auto* compound = dynamic_cast<BCCompoundGraphic*>(obj))
+        DiscardLoadedList(compound->GetList());
+    if (auto* polyline = dynamic_cast<BCPolylineGraphic*>(obj))
+        delete polyline->GetPolyline();
+    if (auto* polygon = dynamic_cast<BCPolygonGraphic*>(obj))
+        delete polygon->GetPolyline();
+    if (auto* shape = dynamic_cast<BCDrawGraphic*>(obj)) {
+        delete shape->GetPen();
+        delete shape->GetBrush();
+    }
+    delete obj;
+}
+
+} // namespace
+
+// ---- Graphic list
+
+BCGraphicList::BCGraphicList() : BCSingleLinkedList(0, 0) {
+    SetObjectType(kTypeList);
+}
+
+// The base destructor cannot reach DeleteItem of this class any more.
+BCGraphicList::~BCGraphicList() {
+    Clear(1);
+}
+
+int BCGraphicList::DeleteItem(void*, void* item) {
+    if (dwFlags & BC_FLAG_KEEP_ITEMS)
+        return 1;
+    delete static_cast<BCGraphicObject*>(item);
+    return 1;
+}
+
+int BCGraphicList::LoadBase(std::istream& is) {
+    if (!BCSingleLinkedList::LoadBase(is))
+        return 0;
+    if (dwItemSize != 0) {
+        dwItemSize = 0;
+        return 0;
+    }
+    return 1;
+}
+
+BCGraphicObject* BCGraphicList::GetHitObject(const BCPosition& pos, int next) {
+    for (int more = next ? Next() : Home(); more; more = Next()) {
+        auto* obj = static_cast<BCGraphicObject*>(GetCrntItem());
+        if (obj && obj->IsHit(pos))
+            return obj;
+    }
+    return nullptr;
+}
+
+int BCGraphicList::Walk(BCDisplayDevice* dev, const BCPosition* offset, int drawing) {
+    if (!dev)
+        return 0;
+    if (drawing)
+        dev->SelectDC();
+    for (int more = Home(); more; more = Next()) {
+        auto* obj = static_cast<BCGraphicObject*>(GetCrntItem());
+        if (!obj)
+            return 0; // the context stays selected, as for a failing object
+        int result;
+        if (offset) {
+            const BCPosition stored = obj->GetPos();
+            obj->SetPos(BCPosition(Wrap(stored.GetX() + offset->GetX()),
+                                   Wrap(stored.GetY() + offset->GetY())));
+            result = drawing ? obj->Draw(dev) : obj->UnDraw(dev);
+            obj->SetPos(stored);
+        } else {
+            result = drawing ? obj->Draw(dev) : obj->UnDraw(dev);
+        }
+        if (!result)
+            return 0;
+    }
+    if (drawing)
+        dev->ReleaseDC();
+    return 1;
+}
+
+int BCGraphicList::Draw(BCDisplayDevice* dev) {
+    return Walk(dev, nullptr, 1);
+}
+
+int BCGraphicList::UnDraw(BCDisplayDevice* dev) {
+    return Walk(dev, nullptr, 0);
+}
+
+int BCGraphicList::Draw(const BCPosition& offset, BCDisplayDevice* dev) {
+    return Walk(dev, &offset, 1);
+}
+
+int BCGraphicList::UnDraw(const BCPosition& offset, BCDisplayDevice* dev) {
+    return Walk(dev, &offset, 0);
+}
+
+int BCGraphicList::MakeEmptyObject(unsigned int typeCode, BCGraphicObject*& out) {
+    BCGraphicObject* obj = nullptr;
+    switch (typeCode) {
+    case 70:
+        obj = new (std::nothrow) BCGraphicObject(70);
+        break;
+    case 71:
+        obj = new (std::nothrow) BCDrawGraphic(71);
+        break;
+    case 72:
+        obj = new (std::nothrow) BCLineGraphic;
+        break;
+    case 73:
+        obj = new (std::nothrow) BCPolylineGraphic;
+        break;
+    case 74:
+        obj = new (std::nothrow) BCBoxGraphic;
+        break;
+    case 75:
+        obj = new (std::nothrow) BCPolygonGraphic;
+        break;
+    case 76:
+        obj = new (std::nothrow) BCArcGraphic;
+        break;
+    case 77:
+        obj = new (std::nothrow) BCCircleGraphic;
+        break;
+    case 78:
+        obj = new (std::nothrow) BCEllipseGraphic;
+        break;
+    case 79:
+        obj = new (std::nothrow) BCChordGraphic;
+        break;
+    case 80:
+        obj = new (std::nothrow) BCPieGraphic;
+        break;
+    case 81:
+        obj = new (std::nothrow) BCTextGraphic;
+        break;
+    case 82:
+        obj = new (std::nothrow) BCBitmapGraphic;
+        break;
+    case 83:
+        obj = new (std::nothrow) BCCompoundGraphic;
+        break;
+    default:
+        DispObjectMsg(kMsgUnknownType);
+        return 0;
+    }
+    if (!obj)
+        return 0;
+    out = obj;
+    return 1;
+}
+
+int BCGraphicList::LoadItem(std::istream& is) {
+    unsigned int code = 0;
+    if (!BCLoadWord(is, code))
+        return 0;
+    // The object's own Load reads its record from the type code on.
+    is.seekg(-4, std::ios::cur);
+    if (!is)
+        return 0;
+    BCGraphicObject* obj = nullptr;
+    if (!MakeEmptyObject(code, obj))
+        return 0;
+    if (!obj->Load(is) || !Append(nullptr, obj)) {
+        DiscardLoaded(obj);
+        return 0;
+    }
+    return 1;
+}
+
+int BCGraphicList::SaveItem(std::ostream& os, void*, void* item) {
+    return item ? static_cast<BCGraphicObject*>(item)->Save(os) : 0;
+}
+
+// ---- Compound graphic
+
+BCCompoundGraphic::BCCompoundGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
+                                     BCGraphicList* list)
+    : BCGraphicObject(kTypeCompound, id, pos, size), opList(list) {}
+
+BCCompoundGraphic::BCCompoundGraphic() : BCGraphicObject(kTypeCompound), opList(nullptr) {}
+
+BCCompoundGraphic::~BCCompoundGraphic() = default;
+
+BCGraphicList* BCCompoundGraphic::SetList(BCGraphicList* list) {
+    BCGraphicList* old = opList;
+    opList = list;
+    return old;
+}
+
+int BCCompoundGraphic::Draw(BCDisplayDevice* dev) {
+    NestingGuard guard;
+    if (!opList || !guard.Ok())
+        return 0;
+    return opList->Draw(BCPosition(coX, coY), dev);
+}
+
+int BCCompoundGraphic::UnDraw(BCDisplayDevice* dev) {
+    NestingGuard guard;
+    if (!opList || !guard.Ok())
+        return 0;
+    return opList->UnDraw(BCPosition(coX, coY), dev);
+}
+
+int BCCompoundGraphic::Save(std::ostream& os) {
+    NestingGuard guard;
+    if (!guard.Ok() || !BCGraphicObject::Save(os))
+        return 0;
+    if (!opList) {
+        opList = new (std::nothrow) BCGraphicList;
+        if (!opList)
+            return 0;
+    }
+    return opList->Save(os);
+}
+
+int BCCompoundGraphic::Load(std::istream& is) {
+    NestingGuard guard;
+    if (!guard.Ok() || !BCGraphicObject::Load(is))
+        return 0;
+    opList = new (std::nothrow) BCGraphicList;
+    if (!opList)
+        return 0;
+    return opList->Load(is);
+}

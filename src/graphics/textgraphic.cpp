@@ -1,0 +1,121 @@
+#include "bctextgfx.h"
+
+#include <cstring>
+#include <istream>
+#include <new>
+#include <ostream>
+
+namespace {
+
+constexpr unsigned int kTypeText = 81;
+// The device's own colours and mode are used as they stand.
+constexpr unsigned int kModeDevice = 4;
+
+} // namespace
+
+BCTextGraphic::BCTextGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
+                             const char* text)
+    : BCGraphicObject(kTypeText, id, pos, size), lpText(nullptr), crFore(BC_COLOR_BLACK),
+      crBack(BC_COLOR_WHITE), wBackMode(kModeDevice), opFont(nullptr) {
+    SetText(text);
+}
+
+BCTextGraphic::BCTextGraphic()
+    : BCGraphicObject(kTypeText), lpText(nullptr), crFore(BC_COLOR_BLACK), crBack(BC_COLOR_WHITE),
+      wBackMode(kModeDevice), opFont(nullptr) {}
+
+BCTextGraphic::~BCTextGraphic() {
+    delete[] lpText;
+}
+
+int BCTextGraphic::SetText(const char* text) {
+    if (!text) {
+        delete[] lpText;
+        lpText = nullptr;
+        return 1;
+    }
+    const size_t length = std::strlen(text);
+    // Same length: reuse the storage so that pointers to it stay valid.
+    if (lpText && std::strlen(lpText) == length) {
+        std::memmove(lpText, text, length + 1);
+        return 1;
+    }
+    char* copy = new (std::nothrow) char[length + 1];
+    delete[] lpText;
+    lpText = copy;
+    if (!copy)
+        return 0;
+    std::memcpy(copy, text, length + 1);
+    return 1;
+}
+
+BCColor BCTextGraphic::SetForeColor(const BCColor& color) {
+    BCColor old = crFore;
+    crFore = color;
+    return old;
+}
+
+BCColor BCTextGraphic::SetBackColor(const BCColor& color) {
+    BCColor old = crBack;
+    crBack = color;
+    return old;
+}
+
+unsigned int BCTextGraphic::SetBackMode(unsigned int mode) {
+    unsigned int old = wBackMode;
+    wBackMode = mode;
+    return old;
+}
+
+BCFont* BCTextGraphic::SetFont(BCFont* font) {
+    BCFont* old = opFont;
+    opFont = font;
+    return old;
+}
+
+int BCTextGraphic::Draw(BCDisplayDevice* dev) {
+    if (!lpText || !dev)
+        return 0;
+    BCFont* oldFont = opFont ? dev->SetFont(opFont) : nullptr;
+    const BCPosition at(coX, coY);
+    int result;
+    if (wBackMode == kModeDevice) {
+        result = dev->PosStr(at, lpText);
+    } else {
+        BCColor oldText = dev->SetTextColor(crFore);
+        BCColor oldBack = dev->SetBackColor(crBack);
+        unsigned int oldMode = dev->SetBackMode(wBackMode);
+        result = dev->PosStr(at, lpText);
+        dev->SetTextColor(oldText);
+        dev->SetBackColor(oldBack);
+        dev->SetBackMode(oldMode);
+    }
+    if (opFont)
+        dev->SetFont(oldFont);
+    return result;
+}
+
+int BCTextGraphic::UnDraw(BCDisplayDevice* dev) {
+    if (!dev)
+        return 0;
+    dev->Clear(BCRectangle(coX, coY, static_cast<short>(coX + coW), static_cast<short>(coY + coH)));
+    return 1;
+}
+
+int BCTextGraphic::Save(std::ostream& os) {
+    return BCGraphicObject::Save(os) && BCSaveStringPtr(os, lpText) && crFore.Save(os) &&
+           crBack.Save(os) && BCSaveWord(os, wBackMode);
+}
+
+int BCTextGraphic::Load(std::istream& is) {
+    if (!BCGraphicObject::Load(is))
+        return 0;
+    char* text = nullptr;
+    if (!BCLoadStringPtr(is, text)) {
+        delete[] text;
+        return 0;
+    }
+    delete[] lpText;
+    lpText = text;
+    return crFore.Load(is) && crBack.Load(is) && BCLoadWord(is, wBackMode);
+}
