@@ -4,6 +4,8 @@
 
 #include <chrono>
 #include <cstdio>
+#include <sstream>
+#include <string>
 #include <vector>
 
 #include <norlib2.h>
@@ -38,8 +40,9 @@ int main() {
     }
     std::vector<Shape> shapes;
     for (int i = 0; i < count; ++i)
-        shapes.push_back({i % 4, static_cast<short>((i * 37) % 760), static_cast<short>((i * 53) % 560),
-                          static_cast<short>(10 + i % 30), static_cast<short>(8 + i % 25), i % 4});
+        shapes.push_back({i % 4, static_cast<short>((i * 37) % 760),
+                          static_cast<short>((i * 53) % 560), static_cast<short>(10 + i % 30),
+                          static_cast<short>(8 + i % 25), i % 4});
 
     BCGraphicList list;
     for (const Shape& s : shapes) {
@@ -109,6 +112,34 @@ int main() {
     std::printf("%d shapes drawn %d times onto an 800x600 memory device\n\n", count, rounds);
     std::printf("%-36s %9.2f ms  %-20s %9.2f ms  ratio %5.2f\n", "graphic list Draw", ours,
                 "plain GDI loop", plain, plain > 0 ? ours / plain : 0.0);
+
+    // Saving and loading 10,000 text graphics against the same number of bytes moved raw.
+    BCGraphicList labels;
+    for (int i = 0; i < count; ++i) {
+        std::string text = "Label " + std::to_string(i);
+        labels.Append(nullptr, new BCTextGraphic(static_cast<unsigned>(i),
+                                                 BCPosition(static_cast<short>(i % 700), 10),
+                                                 BCSize(60, 14), text.c_str()));
+    }
+    std::ostringstream saved(std::ios::binary);
+    double save = Millis([&] { labels.Save(saved); });
+    const std::string bytes = saved.str();
+    std::ostringstream raw(std::ios::binary);
+    double rawWrite =
+        Millis([&] { raw.write(bytes.data(), static_cast<std::streamsize>(bytes.size())); });
+    BCGraphicList loaded;
+    std::istringstream in(bytes, std::ios::binary);
+    double load = Millis([&] { loaded.Load(in); });
+    std::string back(bytes.size(), '\0');
+    std::istringstream rawIn(bytes, std::ios::binary);
+    double rawRead =
+        Millis([&] { rawIn.read(&back[0], static_cast<std::streamsize>(back.size())); });
+    std::printf("%-36s %9.2f ms  %-20s %9.2f ms  ratio %5.1f\n", "save 10,000 text graphics", save,
+                "raw write", rawWrite, rawWrite > 0 ? save / rawWrite : 0.0);
+    std::printf("%-36s %9.2f ms  %-20s %9.2f ms  ratio %5.1f\n", "load 10,000 text graphics", load,
+                "raw read", rawRead, rawRead > 0 ? load / rawRead : 0.0);
+    std::printf("(%zu bytes, %lu graphics loaded back)\n", bytes.size(), loaded.GetCount());
+
     for (BCPen* p : pens)
         delete p;
     for (BCBrush* b : brushes)

@@ -1,5 +1,6 @@
-// A main window with a menu, a child window that reports the keys and mouse actions it
-// gets into a list box, a modal dialog from a template and a message box.
+// A main window with a menu, a canvas of shapes that the mouse drags and that reports the
+// keys and mouse actions it gets into a list box, a modal dialog from a template and a
+// message box.
 //
 //   guidemo.exe              runs until the window is closed
 //   guidemo.exe --demo N     shows itself acting on its own and ends after N seconds
@@ -8,6 +9,8 @@
 #include <cstring>
 
 #include <norlib2.h>
+
+#include "canvas.h"
 
 namespace {
 
@@ -62,37 +65,6 @@ class GreetingDialog : public BCModalDialog {
     bool closeItself;
 };
 
-// Tells what reaches it.
-class Pad : public BCChildWindow {
-  public:
-    Pad(BCWindow* parent, BCListBox* log) : BCChildWindow(parent, kPadId, BCGetApp()), log(log) {
-        SetStyle(WS_BORDER, 1);
-    }
-    long KeyDown(BCEvent* e) override { return Report("Key down: code %u", e->GetKeycode()); }
-    long CharKey(BCEvent* e) override {
-        return Report("Character: '%c'", static_cast<int>(e->GetWParam()));
-    }
-    long MouseDown(BCEvent* e) override {
-        SetFocus();
-        return Report("Mouse down at %d, %d", e->GetPos().GetX(), e->GetPos().GetY());
-    }
-    long MouseDrag(BCEvent* e) override {
-        return Report("Dragged to %d, %d", e->GetPos().GetX(), e->GetPos().GetY());
-    }
-    long MouseUp(BCEvent* e) override {
-        return Report("Mouse up at %d, %d", e->GetPos().GetX(), e->GetPos().GetY());
-    }
-
-  private:
-    template <class... Args> long Report(const char* format, Args... args) {
-        KoString line;
-        line.Sprintf(format, args...);
-        log->SetCurSel(log->AddString(line.c_str()));
-        return 1;
-    }
-    BCListBox* log;
-};
-
 class DemoWindow : public BCMainWindow {
   public:
     explicit DemoWindow(int demoSeconds)
@@ -107,7 +79,7 @@ class DemoWindow : public BCMainWindow {
     }
     long Initialize(BCEvent*) override {
         log = new BCListBox(kLogId, this, BCPosition(260, 10), BCSize(240, 330), nullptr, GetApp());
-        pad = new Pad(this, log);
+        pad = new Canvas(this, kPadId, log);
         pad->SetWindowRect(BCRectangle(10, 10, 250, 340));
         return 0;
     }
@@ -169,9 +141,11 @@ class DemoWindow : public BCMainWindow {
         HWND p = pad->GetHandle();
         switch (step++) {
         case 0:
-            SendMessageA(p, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(40, 50));
-            SendMessageA(p, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(90, 80));
-            SendMessageA(p, WM_LBUTTONUP, 0, MAKELPARAM(120, 95));
+            // Drag the box over the ellipse.
+            SendMessageA(p, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(40, 40));
+            SendMessageA(p, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(90, 60));
+            SendMessageA(p, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(130, 70));
+            SendMessageA(p, WM_LBUTTONUP, 0, MAKELPARAM(130, 70));
             for (const char* c = "Hi"; *c; ++c) {
                 SendMessageA(p, WM_KEYDOWN, static_cast<WPARAM>(VkKeyScanA(*c) & 0xFF), 1);
                 SendMessageA(p, WM_CHAR, static_cast<WPARAM>(*c), 1);
@@ -190,7 +164,7 @@ class DemoWindow : public BCMainWindow {
 
     BCMenu menu;
     BCListBox* log = nullptr;
-    Pad* pad = nullptr;
+    Canvas* pad = nullptr;
     int demoSeconds;
     int step = 0;
     bool large = false;
