@@ -319,18 +319,6 @@ TEST(WindowDeviceTest, AWindowPutsItsSettingsIntoEveryContext) {
     EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-// GDI objects alive in the process. Wine does not count them (the call gives 0), but it takes
-// a handle's bare slot number (high word 0) for the object in that slot, so the live objects
-// can be counted slot by slot.
-unsigned long GdiCount() {
-    if (unsigned long count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
-        return count;
-    unsigned long alive = 0;
-    for (UINT_PTR slot = 1; slot < 0x10000; ++slot)
-        alive += GetObjectType(reinterpret_cast<HGDIOBJ>(slot)) != 0;
-    return alive;
-}
-
 void DrawScene(const char* face) {
     BCColor red(BC_COLOR_RED), green(BC_COLOR_GREEN);
     BCPen pen(BC_PEN_DASH, 1, red);

@@ -447,3 +447,45 @@ TEST(TextAndBitmapGraphicTest, BackgroundModesAndRasterOperations) {
 }
 
 } // namespace
+
+namespace {
+
+TEST(GraphicListLeakTest, DrawingAndErasingManyTimesKeepsTheGdiObjectCount) {
+    BCPen pen(BC_PEN_SOLID, 2, BCColor(BC_COLOR_RED));
+    BCBrush brush{BCColor(BC_COLOR_BLUE)};
+    BCBitmap picture(8, 8);
+    BCMemoryDevice dev(400, 300);
+    BCGraphicList list;
+    for (short i = 0; i < 600; ++i) {
+        BCPosition pos(static_cast<short>(i % 380), static_cast<short>(i % 280));
+        BCSize size(20, 15);
+        switch (i % 5) {
+        case 0:
+            list.Append(nullptr, new BCBoxGraphic(i, pos, size, &pen, &brush));
+            break;
+        case 1:
+            list.Append(nullptr, new BCEllipseGraphic(i, pos, size, &pen, &brush));
+            break;
+        case 2:
+            list.Append(nullptr, new BCLineGraphic(i, pos, size, &pen));
+            break;
+        case 3:
+            list.Append(nullptr, new BCTextGraphic(i, pos, size, "text"));
+            break;
+        default:
+            list.Append(nullptr, new BCBitmapGraphic(i, pos, size, &picture, 1));
+            break;
+        }
+    }
+    ASSERT_TRUE(list.Draw(&dev)); // first use makes the stock objects
+    ASSERT_TRUE(list.UnDraw(&dev));
+    const unsigned long before = GdiCount();
+    for (int round = 0; round < 100; ++round) {
+        ASSERT_TRUE(list.Draw(&dev));
+        ASSERT_TRUE(list.UnDraw(&dev));
+    }
+    EXPECT_EQ(before, GdiCount());
+    EXPECT_EQ(0u, dev.GetSelectCount());
+}
+
+} // namespace
