@@ -7,7 +7,9 @@
 
 namespace {
 BCApplication* g_app = nullptr;
-}
+// The atom of the system's dialog window class ("#32770").
+constexpr ULONG_PTR kDialogClassAtom = 32770;
+} // namespace
 
 BCApplication* BCGetApp() {
     return g_app;
@@ -39,8 +41,9 @@ void BCApplication::Handle(MSG& message) {
     HWND client = opMDIClient ? opMDIClient->GetHandle() : nullptr;
     if (client && TranslateMDISysAccel(client, &message))
         return;
+    // Modeless dialogs get their keyboard navigation; other windows keep their keys.
     HWND active = GetActiveWindow();
-    if (active && active != (opMainWindow ? opMainWindow->GetHandle() : nullptr) &&
+    if (active && GetClassLongPtrA(active, GCW_ATOM) == kDialogClassAtom &&
         IsDialogMessageA(active, &message))
         return;
     TranslateMessage(&message);
