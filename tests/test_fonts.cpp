@@ -161,4 +161,28 @@ TEST(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     EXPECT_GT(CountColor(other, BCRectangle(0, 20, 100, 40), kBlack), 0);
 }
 
+TEST(FontTest, AFontChangedWhileSelectedIsFollowedAndLeavesNoHandle) {
+    MsgRecorder recorder;
+    BCModule module(GetModuleHandleA(nullptr), "test_devices", 0);
+    BCFontList* faces = module.GetFontList();
+    ASSERT_TRUE(faces && faces->Home());
+    BCFont font(faces->GetFontName(), &module, faces);
+    BCMemoryDevice dev(300, 100);
+    ASSERT_TRUE(dev.SelectDC());
+    dev.SetFont(&font);
+    const short small = dev.GetChrHeight('H');
+    const unsigned long before = GdiCount();
+
+    for (int i = 0; i < 50; ++i) {
+        font.SetPointSize(i % 2 ? 10 : 24);
+        dev.GetChrHeight('H');
+    }
+    font.SetPointSize(24);
+    EXPECT_GT(dev.GetChrHeight('H'), 2 * small);
+    EXPECT_GT(dev.GetStrSize("H").GetHeight(), 2 * small);
+    ASSERT_TRUE(dev.ReleaseDC());
+    EXPECT_EQ(before, GdiCount());
+    EXPECT_TRUE(recorder.NumberedIds().empty());
+}
+
 } // namespace

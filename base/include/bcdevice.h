@@ -164,6 +164,10 @@ class NORLIB1_API BCDisplayDevice : public BCDevice {
   private:
     // Selects the handle, or the fallback when it has none, into the current context.
     void SelectHandle(void* handle, void* fallback);
+    // Selects the font's handle again when the font was changed (size, style, face) while
+    // this device had it selected; text is then measured and drawn as the font now is.
+    void FollowFont();
+    BCSize CharExtent(unsigned int ch);
     void* PenHandle() const;
     void* BrushHandle() const;
     void* FontHandle() const;
@@ -187,6 +191,7 @@ class NORLIB1_API BCDisplayDevice : public BCDevice {
     void* hOrigPen; // the context's own objects while it is attached
     void* hOrigBrush;
     void* hOrigFont;
+    void* hSelFont; // the font handle the context holds, to notice a font changed in place
 };
 
 // A picture in memory to draw on: a 32-bit top-down device-independent bitmap, white when

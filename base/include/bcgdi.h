@@ -16,11 +16,15 @@ class NORLIB1_API BCGdiHandle {
     // The platform handle (HPEN, HBRUSH, HBITMAP, HFONT); null when it could not be made.
     void* GetHandle() const { return hObject; }
     BCModule* GetModule() const { return opModule; }
+    // Deletes the replaced handles that were still selected into a context when their
+    // object let go of them; devices call it once they have taken their objects out.
+    static void DeleteReleasedHandles();
 
   protected:
     explicit BCGdiHandle(BCModule* module);
     ~BCGdiHandle();
-    // Puts `handle` in place, deleting a handle of its own made before.
+    // Puts `handle` in place, deleting a handle of its own made before (later, when a
+    // context still holds it).
     void SetObjectHandle(void* handle, int owned);
 
     void* hObject;

@@ -108,7 +108,7 @@ BCDisplayDevice::BCDisplayDevice(unsigned int typeCode, BCModule* module)
       opBackground(nullptr), crText(BC_COLOR_BLACK), crBack(BC_COLOR_WHITE),
       wBackMode(BC_BACK_OPAQUE), coTabWidth(0), coTabOrigin(0), coAutoTabWidth(0),
       hTabFont(nullptr), coCrntX(0), coCrntY(0), hOrigPen(nullptr), hOrigBrush(nullptr),
-      hOrigFont(nullptr) {}
+      hOrigFont(nullptr), hSelFont(nullptr) {}
 
 BCDisplayDevice::~BCDisplayDevice() {}
 
@@ -144,7 +144,8 @@ void BCDisplayDevice::AttachDCState(void* dc) {
     hOrigFont = GetCurrentObject(h, OBJ_FONT);
     SelectObject(h, static_cast<HGDIOBJ>(PenHandle()));
     SelectObject(h, static_cast<HGDIOBJ>(BrushHandle()));
-    SelectObject(h, static_cast<HGDIOBJ>(FontHandle()));
+    hSelFont = FontHandle();
+    SelectObject(h, static_cast<HGDIOBJ>(hSelFont));
     ::SetTextColor(h, crText.GetCOLORREF());
     ::SetBkColor(h, crBack.GetCOLORREF());
     ::SetBkMode(h, static_cast<int>(wBackMode));
@@ -157,7 +158,17 @@ void BCDisplayDevice::DetachDCState(void* dc) {
     SelectObject(h, static_cast<HGDIOBJ>(hOrigPen));
     SelectObject(h, static_cast<HGDIOBJ>(hOrigBrush));
     SelectObject(h, static_cast<HGDIOBJ>(hOrigFont));
-    hOrigPen = hOrigBrush = hOrigFont = nullptr;
+    hOrigPen = hOrigBrush = hOrigFont = hSelFont = nullptr;
+    BCGdiHandle::DeleteReleasedHandles();
+}
+
+void BCDisplayDevice::FollowFont() {
+    void* font = FontHandle();
+    if (!hDC || font == hSelFont)
+        return;
+    SelectObject(static_cast<HDC>(hDC), static_cast<HGDIOBJ>(font));
+    hSelFont = font;
+    BCGdiHandle::DeleteReleasedHandles();
 }
 
 BCPen* BCDisplayDevice::SetPen(BCPen* pen) {
@@ -182,6 +193,8 @@ BCFont* BCDisplayDevice::SetFont(BCFont* font) {
     BCFont* previous = opFont;
     opFont = font;
     SelectHandle(font ? font->GetHandle() : nullptr, hOrigFont);
+    if (hDC)
+        hSelFont = FontHandle();
     return previous;
 }
 
@@ -318,15 +331,6 @@ DWORD PlatformRop(unsigned int rasterOp) {
     default:
         return 0;
     }
-}
-
-SIZE CharExtent(BCDevice& device, unsigned int ch) {
-    DCScope scope(device);
-    char c = static_cast<char>(ch);
-    SIZE extent = {};
-    if (scope.dc())
-        GetTextExtentPoint32A(scope.dc(), &c, 1, &extent);
-    return extent;
 }
 
 int FloorMod(int value, int divisor) {
@@ -474,6 +478,7 @@ short BCDisplayDevice::GetTabWidth() {
     DCScope scope(*this);
     if (!scope.dc())
         return 0;
+    FollowFont();
     void* font = FontHandle();
     if (font != hTabFont || coAutoTabWidth <= 0) {
         TEXTMETRICA metrics;
@@ -487,6 +492,7 @@ short BCDisplayDevice::GetTabWidth() {
 
 int BCDisplayDevice::TextRuns(void* context, const char* text, int length, int x, int y, int draw) {
     HDC dc = static_cast<HDC>(context);
+    FollowFont();
     int tab = 0, height = 0, left = x;
     for (int i = 0; i < length;) {
         if (text[i] != '\t') {
@@ -539,10 +545,21 @@ BCSize BCDisplayDevice::GetStrSize(const char* text, int length) {
     return BCSize(static_cast<short>(width), GetChrHeight('H'));
 }
 
+BCSize BCDisplayDevice::CharExtent(unsigned int ch) {
+    DCScope scope(*this);
+    if (!scope.dc())
+        return BCSize();
+    FollowFont();
+    char c = static_cast<char>(ch);
+    SIZE extent = {};
+    GetTextExtentPoint32A(scope.dc(), &c, 1, &extent);
+    return BCSize(static_cast<short>(extent.cx), static_cast<short>(extent.cy));
+}
+
 short BCDisplayDevice::GetChrWidth(unsigned int ch) {
-    return static_cast<short>(CharExtent(*this, ch).cx);
+    return CharExtent(ch).GetWidth();
 }
 
 short BCDisplayDevice::GetChrHeight(unsigned int ch) {
-    return static_cast<short>(CharExtent(*this, ch).cy);
+    return CharExtent(ch).GetHeight();
 }

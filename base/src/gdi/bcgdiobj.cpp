@@ -2,6 +2,35 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <atomic>
+#include <mutex>
+#include <vector>
+
+namespace {
+// Handles replaced while a context held them: the platform refuses to delete a selected
+// object, and forgetting it would leak one handle per change.
+struct ReleasedHandles {
+    std::mutex lock;
+    std::vector<HGDIOBJ> handles;
+    std::atomic<bool> any{false}; // devices ask on every release: no lock when empty
+};
+
+ReleasedHandles& Released() {
+    static ReleasedHandles* released = new ReleasedHandles;
+    return *released;
+}
+
+void DeleteOrKeep(HGDIOBJ handle) {
+    if (DeleteObject(handle))
+        return;
+    ReleasedHandles& released = Released();
+    std::lock_guard<std::mutex> guard(released.lock);
+    released.handles.push_back(handle);
+    released.any = true;
+}
+} // namespace
+
 BCGdiHandle::BCGdiHandle(BCModule* module) : hObject(nullptr), blOwned(0), opModule(module) {}
 
 BCGdiHandle::~BCGdiHandle() {
@@ -15,9 +44,21 @@ BCGdiObject::~BCGdiObject() {}
 
 void BCGdiHandle::SetObjectHandle(void* handle, int owned) {
     if (hObject && blOwned && hObject != handle)
-        DeleteObject(static_cast<HGDIOBJ>(hObject));
+        DeleteOrKeep(static_cast<HGDIOBJ>(hObject));
     hObject = handle;
     blOwned = handle && owned;
+}
+
+void BCGdiHandle::DeleteReleasedHandles() {
+    ReleasedHandles& released = Released();
+    if (!released.any)
+        return;
+    std::lock_guard<std::mutex> guard(released.lock);
+    std::vector<HGDIOBJ>& handles = released.handles;
+    handles.erase(std::remove_if(handles.begin(), handles.end(),
+                                 [](HGDIOBJ handle) { return DeleteObject(handle) != 0; }),
+                  handles.end());
+    released.any = !handles.empty();
 }
 
 // The stock objects are made on first use and kept for the process's life: graphics select
