@@ -228,6 +228,12 @@ TEST(ArrayListTest, StringAndBlockKeysComeBackInTheKeyBuffer) {
     int x = 1;
     ASSERT_TRUE(keyless.Append(nullptr, &x));
     EXPECT_EQ(nullptr, keyless.GetCrntKey());
+    // Without a key every item compares as the value 0 (a find lands on the first below).
+    int y = 2;
+    ASSERT_TRUE(keyless.Append(nullptr, &y));
+    ASSERT_NE(nullptr, keyless.Find(Key(-1)));
+    EXPECT_EQ(1, *static_cast<int*>(keyless.Find(Key(-1))));
+    EXPECT_EQ(nullptr, keyless.Find(Key(5)));
 }
 
 TEST(ArrayListStreamTest, RecordLayoutIsHeaderThenRawItems) {

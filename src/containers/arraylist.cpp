@@ -51,16 +51,15 @@ bool BCArrayList::KeysByAddress() const {
 int BCArrayList::MakeKeyBuffers() {
     unsigned char* scratch = nullptr;
     unsigned char* keyBuf = nullptr;
-    if (dwKeySize) {
-        // Room for a terminating NUL and for a 32-bit value however short the key.
-        scratch = new (std::nothrow) unsigned char[dwKeySize + 5]();
-        if (KeysByAddress())
-            keyBuf = new (std::nothrow) unsigned char[dwKeySize + 1]();
-        if (!scratch || (KeysByAddress() && !keyBuf)) {
-            delete[] scratch;
-            delete[] keyBuf;
-            return 0;
-        }
+    // Room for a terminating NUL and for a 32-bit value however short the key, even an
+    // empty one.
+    scratch = new (std::nothrow) unsigned char[dwKeySize + 5]();
+    if (KeysByAddress())
+        keyBuf = new (std::nothrow) unsigned char[dwKeySize + 1]();
+    if (!scratch || (KeysByAddress() && !keyBuf)) {
+        delete[] scratch;
+        delete[] keyBuf;
+        return 0;
     }
     delete[] lpKeyScratch;
     lpKeyScratch = scratch;
@@ -293,7 +292,7 @@ int BCArrayList::LoadBase(std::istream& is) {
     const unsigned long long count = GetLoadCount();
     const unsigned long long itemBytes = count * dwItemSize;
     const long long remaining = BCStreamRemaining(is);
-    if (count > dwLength ||
+    if (count > dwLength || dwItemSize > kMaxLoadedBlock ||
         static_cast<unsigned long long>(dwLength) * dwItemSize > kMaxLoadedBlock ||
         (keySize2 && static_cast<unsigned long long>(keyOfs2) + keySize2 > dwItemSize) ||
         (remaining >= 0 && itemBytes > static_cast<unsigned long long>(remaining)))
