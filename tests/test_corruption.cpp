@@ -145,6 +145,7 @@ TEST(CorruptRecordTest, ListsOfEveryKindWithOwnedItemsAndKeys) {
     BCDoubleLinkedList linked(BC_FLAG_STRING_KEY | BC_FLAG_SORTED, 6);
     BCHashList hashed(7, 0, 4);
     BCArrayList array(4, 8, 0, 4, 4, BC_FLAG_SORTED);
+    BCSingleLinkedList single(BC_FLAG_BLOCK_KEY, 4);
     for (int i = 0; i < 5; ++i) {
         char key[] = {static_cast<char>('a' + i), 'k', 0};
         linked.Insert(key, std::strcpy(new char[6], "item"));
@@ -152,9 +153,10 @@ TEST(CorruptRecordTest, ListsOfEveryKindWithOwnedItemsAndKeys) {
                       std::strcpy(new char[4], "abc"));
         int record[2] = {i * 5, -i};
         array.Insert(record, record);
+        single.Append(nullptr, std::strcpy(new char[4], "one"));
     }
     const std::string linkedRecord = Saved(linked), hashedRecord = Saved(hashed),
-                      arrayRecord = Saved(array);
+                      arrayRecord = Saved(array), singleRecord = Saved(single);
 
     auto use = [](BCList& list) {
         EXPECT_LE(Walk(list), list.GetCount());
@@ -168,6 +170,10 @@ TEST(CorruptRecordTest, ListsOfEveryKindWithOwnedItemsAndKeys) {
                   [] { return new BCDoubleLinkedList(BC_FLAG_STRING_KEY | BC_FLAG_SORTED, 6); },
                   use),
               0u);
+    EXPECT_GT(
+        LoadEveryMutant<BCList>(
+            singleRecord, 9, [] { return new BCSingleLinkedList(BC_FLAG_BLOCK_KEY, 4); }, use),
+        0u);
     EXPECT_GT(LoadEveryMutant<BCList>(
                   hashedRecord, 7, [] { return new BCHashList(7, 0, 4); }, use),
               0u);
@@ -176,7 +182,8 @@ TEST(CorruptRecordTest, ListsOfEveryKindWithOwnedItemsAndKeys) {
                   [](BCList& list) {
                       int probe[2] = {10, 0};
                       list.Find(probe);
-                      list.Append(probe, probe);
+                      if (list.GetItemSize() <= sizeof probe) // items are item-size bytes
+                          list.Append(probe, probe);
                       EXPECT_LE(Walk(list), list.GetCount());
                       list.Clear(1);
                   }),
