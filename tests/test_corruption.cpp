@@ -11,6 +11,7 @@
 #include "msgrecorder.h"
 #include "norlib2.h"
 #include "streambytes.h"
+#include "test_graphics.h"
 
 // Documents come from disks and networks: every persistent object is loaded from thousands of
 // damaged copies of a good record. A load may succeed or fail, but it must end, not crash or
@@ -47,22 +48,6 @@ unsigned LoadEveryMutant(const std::string& record, unsigned seed, const std::fu
         use(*object);
     }
     return loaded;
-}
-
-// What a graphic-list load hangs off its objects belongs to the caller.
-void FreeLoaded(BCGraphicList* list) {
-    for (int more = list->Home(); more; more = list->Next()) {
-        auto* obj = static_cast<BCGraphicObject*>(list->GetCrntItem());
-        if (auto* bitmap = dynamic_cast<BCBitmapGraphic*>(obj))
-            delete bitmap->GetBitmap();
-        if (auto* compound = dynamic_cast<BCCompoundGraphic*>(obj)) {
-            if (compound->GetList()) {
-                FreeLoaded(compound->GetList());
-                delete compound->GetList();
-            }
-        }
-    }
-    list->Clear(1);
 }
 
 void DrawAndFree(BCGraphicList& list) {

@@ -10,6 +10,7 @@
 #include "msgrecorder.h"
 #include "norlib2.h"
 #include "streambytes.h"
+#include "test_graphics.h"
 #include "test_devices.h"
 
 namespace {
@@ -38,22 +39,6 @@ BCBitmap* SolidBitmap(int w, int h, COLORREF color) {
     auto* bitmap = new BCBitmap();
     bitmap->SetHandle(handle);
     return bitmap;
-}
-
-// What a load hangs off a list belongs to the caller: bitmaps and the compounds' lists.
-void FreeLoaded(BCGraphicList* list) {
-    for (int more = list->Home(); more; more = list->Next()) {
-        auto* obj = static_cast<BCGraphicObject*>(list->GetCrntItem());
-        if (auto* bitmap = dynamic_cast<BCBitmapGraphic*>(obj))
-            delete bitmap->GetBitmap();
-        if (auto* compound = dynamic_cast<BCCompoundGraphic*>(obj)) {
-            if (compound->GetList()) {
-                FreeLoaded(compound->GetList());
-                delete compound->GetList();
-            }
-        }
-    }
-    list->Clear(1);
 }
 
 // Records where it was asked to paint and answers with a chosen result.
