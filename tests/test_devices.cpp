@@ -357,11 +357,11 @@ TEST(GdiLeakTest, DrawingASceneAThousandTimesLeavesNoObjectBehind) {
     ASSERT_TRUE(faces && faces->Home());
     std::string face = faces->GetFontName();
     DrawScene(face.c_str()); // stock objects and shared buffers are made once
-    unsigned long count = GdiCount();
+    unsigned long count = BCGetGdiObjectCount();
     ASSERT_GT(count, 0ul);
     for (int i = 0; i < 1000; ++i)
         DrawScene(face.c_str());
-    EXPECT_EQ(count, GdiCount());
+    EXPECT_EQ(count, BCGetGdiObjectCount());
     EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 

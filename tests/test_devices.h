@@ -39,15 +39,3 @@ inline std::pair<int, int> ColumnsOf(BCMemoryDevice& dev, short top, short botto
             }
     return {left, right};
 }
-
-// GDI objects alive in the process. Wine does not count them (the call gives 0), but it takes
-// a handle's bare slot number (high word 0) for the object in that slot, so the live objects
-// can be counted slot by slot.
-inline unsigned long GdiCount() {
-    if (unsigned long count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
-        return count;
-    unsigned long alive = 0;
-    for (UINT_PTR slot = 1; slot < 0x10000; ++slot)
-        alive += GetObjectType(reinterpret_cast<HGDIOBJ>(slot)) != 0;
-    return alive;
-}

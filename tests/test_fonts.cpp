@@ -171,7 +171,7 @@ TEST(FontTest, AFontChangedWhileSelectedIsFollowedAndLeavesNoHandle) {
     ASSERT_TRUE(dev.SelectDC());
     dev.SetFont(&font);
     const short small = dev.GetChrHeight('H');
-    const unsigned long before = GdiCount();
+    const unsigned long before = BCGetGdiObjectCount();
 
     for (int i = 0; i < 50; ++i) {
         font.SetPointSize(i % 2 ? 10 : 24);
@@ -181,7 +181,7 @@ TEST(FontTest, AFontChangedWhileSelectedIsFollowedAndLeavesNoHandle) {
     EXPECT_GT(dev.GetChrHeight('H'), 2 * small);
     EXPECT_GT(dev.GetStrSize("H").GetHeight(), 2 * small);
     ASSERT_TRUE(dev.ReleaseDC());
-    EXPECT_EQ(before, GdiCount());
+    EXPECT_EQ(before, BCGetGdiObjectCount());
     EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 

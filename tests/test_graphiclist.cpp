@@ -464,12 +464,12 @@ TEST(GraphicListLeakTest, DrawingAndErasingManyTimesKeepsTheGdiObjectCount) {
     }
     ASSERT_TRUE(list.Draw(&dev)); // first use makes the stock objects
     ASSERT_TRUE(list.UnDraw(&dev));
-    const unsigned long before = GdiCount();
+    const unsigned long before = BCGetGdiObjectCount();
     for (int round = 0; round < 100; ++round) {
         ASSERT_TRUE(list.Draw(&dev));
         ASSERT_TRUE(list.UnDraw(&dev));
     }
-    EXPECT_EQ(before, GdiCount());
+    EXPECT_EQ(before, BCGetGdiObjectCount());
     EXPECT_EQ(0u, dev.GetSelectCount());
 }
 

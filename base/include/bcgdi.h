@@ -237,3 +237,6 @@ NORLIB1_API BCBrush* BCGetClearBrush();
 NORLIB1_API BCBrush* BCGetBlackBrush();
 NORLIB1_API BCBrush* BCGetWhiteBrush();
 NORLIB1_API BCColor& BCGetBlack();
+
+// The GDI objects the process holds now: what an application watches to find a leak.
+NORLIB1_API unsigned long BCGetGdiObjectCount();

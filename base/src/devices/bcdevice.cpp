@@ -137,15 +137,24 @@ void BCDisplayDevice::SelectHandle(void* handle, void* fallback) {
         SelectObject(static_cast<HDC>(hDC), static_cast<HGDIOBJ>(handle ? handle : fallback));
 }
 
+namespace {
+void SelectIfOther(HDC dc, void* wanted, void* current) {
+    if (wanted != current)
+        SelectObject(dc, static_cast<HGDIOBJ>(wanted));
+}
+} // namespace
+
 void BCDisplayDevice::AttachDCState(void* dc) {
     HDC h = static_cast<HDC>(dc);
     hOrigPen = GetCurrentObject(h, OBJ_PEN);
     hOrigBrush = GetCurrentObject(h, OBJ_BRUSH);
     hOrigFont = GetCurrentObject(h, OBJ_FONT);
-    SelectObject(h, static_cast<HGDIOBJ>(PenHandle()));
-    SelectObject(h, static_cast<HGDIOBJ>(BrushHandle()));
+    // Selecting costs the platform real work (a font most of all) even when nothing changes,
+    // and erasing a list attaches once per object: select only what differs.
+    SelectIfOther(h, PenHandle(), hOrigPen);
+    SelectIfOther(h, BrushHandle(), hOrigBrush);
     hSelFont = FontHandle();
-    SelectObject(h, static_cast<HGDIOBJ>(hSelFont));
+    SelectIfOther(h, hSelFont, hOrigFont);
     ::SetTextColor(h, crText.GetCOLORREF());
     ::SetBkColor(h, crBack.GetCOLORREF());
     ::SetBkMode(h, static_cast<int>(wBackMode));
@@ -155,9 +164,9 @@ void BCDisplayDevice::AttachDCState(void* dc) {
 // Our objects leave the context so that their owners can delete them once it is gone.
 void BCDisplayDevice::DetachDCState(void* dc) {
     HDC h = static_cast<HDC>(dc);
-    SelectObject(h, static_cast<HGDIOBJ>(hOrigPen));
-    SelectObject(h, static_cast<HGDIOBJ>(hOrigBrush));
-    SelectObject(h, static_cast<HGDIOBJ>(hOrigFont));
+    SelectIfOther(h, hOrigPen, PenHandle());
+    SelectIfOther(h, hOrigBrush, BrushHandle());
+    SelectIfOther(h, hOrigFont, hSelFont);
     hOrigPen = hOrigBrush = hOrigFont = hSelFont = nullptr;
     BCGdiHandle::DeleteReleasedHandles();
 }

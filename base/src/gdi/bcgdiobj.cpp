@@ -88,6 +88,17 @@ BCBrush* BCGetWhiteBrush() {
     return brush;
 }
 
+unsigned long BCGetGdiObjectCount() {
+    if (unsigned long count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
+        return count;
+    // Wine does not count them (the call gives 0), but it takes a handle's bare slot number
+    // (high word 0) for the object in that slot, so the live objects can be counted by slot.
+    unsigned long alive = 0;
+    for (UINT_PTR slot = 1; slot < 0x10000; ++slot)
+        alive += GetObjectType(reinterpret_cast<HGDIOBJ>(slot)) != 0;
+    return alive;
+}
+
 BCColor& BCGetBlack() {
     static BCColor black(BC_COLOR_BLACK);
     return black;
