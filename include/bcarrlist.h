@@ -25,7 +25,8 @@ class NORLIB2_API BCArrayList : public BCList {
     int End() override;
     // The index is not checked against the count.
     int GoToIndex(unsigned int index) override;
-    // Lands on the first item whose key compares below `key` (negative CmpKey).
+    // Lands on the first item for which CmpKey(key, item's key) is negative: the first whose
+    // key is above `key`.
     int GoToItem(void* key) override;
     int Prev() override;
     int Next() override;

@@ -73,6 +73,14 @@ void* BCGetDialogProc2() {
     return reinterpret_cast<void*>(g_dialogProc);
 }
 
+namespace {
+HWND MainWindowHandle() {
+    BCApplication* app = BCGetApp();
+    BCWindow* main = app ? app->GetMainWindow() : nullptr;
+    return main ? main->GetHandle() : nullptr;
+}
+} // namespace
+
 void BCOutOfMemoryHandler() {
     int answer = ShowBox("Can't allocate enough memory!", "Attention",
                          MB_SYSTEMMODAL | MB_ICONSTOP | MB_RETRYCANCEL);
@@ -82,7 +90,7 @@ void BCOutOfMemoryHandler() {
         return;
     }
     std::set_new_handler(g_previousNewHandler);
-    if (HWND mainWindow = GetActiveWindow())
+    if (HWND mainWindow = MainWindowHandle())
         SendMessageA(mainWindow, WM_QUIT, 0, 0);
     ExitProcess(1);
 }

@@ -4,6 +4,7 @@
 
 #include "bcmodule.h"
 #include "bcwindow.h"
+#include "koerrhk.h"
 #include "kostring.h"
 #include "msgformat.h"
 
@@ -63,8 +64,10 @@ void BCSetMsgOwner(void* window) {
 int BCShowNumberedMsg(unsigned int id, void* resources, unsigned int style, const BCObject* object,
                       va_list args) {
     KoString format;
-    if (!format.getResource(id, resources))
+    if (!format.getResource(id, resources)) {
+        KoErrorHook::ResetProcError(); // reported by the 0 result, not left for the next caller
         return 0;
+    }
     KoString text;
     text.VSprintf(format.c_str(), args);
     BCMsgInfo info = {BC_MSG_NUMBERED, id, text.c_str(), nullptr, style, object, nullptr, 0};
