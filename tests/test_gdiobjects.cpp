@@ -256,10 +256,11 @@ TEST(BitmapTest, PatternBrushesKeepTheirPictureAndRecordIt) {
 }
 
 // A 24-bit BMP file of the 2 x 2 picture; rows are stored bottom first, padded to 4 bytes.
-std::string BmpFile() {
-    std::string rows = Bytes({0xFF, 0, 0, 0, 0, 0, 0, 0}) +   // blue, black
-                       Bytes({0, 0, 0xFF, 0, 0xFF, 0, 0, 0}); // red, green
-    std::string info = LE32(40) + LE32(2) + LE32(2) + LE16(1) + LE16(24) + LE32(0) +
+// A 24-bit .BMP file; by default 2 x 2: blue, black over red, green.
+std::string BmpFile(std::uint32_t width = 2, std::uint32_t height = 2,
+                    std::string rows = Bytes({0xFF, 0, 0, 0, 0, 0, 0, 0}) +
+                                       Bytes({0, 0, 0xFF, 0, 0xFF, 0, 0, 0})) {
+    std::string info = LE32(40) + LE32(width) + LE32(height) + LE16(1) + LE16(24) + LE32(0) +
                        LE32(static_cast<std::uint32_t>(rows.size())) + LE32(2835) + LE32(2835) +
                        LE32(0) + LE32(0);
     std::string header = "BM" + LE32(static_cast<std::uint32_t>(14 + info.size() + rows.size())) +
@@ -288,6 +289,24 @@ TEST(BitmapTest, FilesLoadAndHandlesFollowTheFlags) {
     EXPECT_FALSE(pic.LoadFromFile(path)); // gone now
     EXPECT_FALSE(pic.IsEmpty());          // the picture held stays
     EXPECT_EQ((std::vector<unsigned int>{10003}), recorder.NumberedIds());
+
+    // Wider than a 16-bit size can say: refused whole, not wrapped to a negative width.
+    const unsigned long objects = BCGetGdiObjectCount();
+    bytes = BmpFile(20000, 1, std::string(60000, '\x40'));
+    f = std::fopen(path, "wb");
+    ASSERT_NE(nullptr, f);
+    std::fwrite(bytes.data(), 1, bytes.size(), f);
+    std::fclose(f);
+    EXPECT_FALSE(pic.LoadFromFile(path));
+    DeleteFileA(path);
+    EXPECT_EQ(BCSize(2, 2), pic.GetSize());
+    EXPECT_EQ(objects, BCGetGdiObjectCount());
+    HBITMAP wide = CreateBitmap(20000, 2, 1, 32, nullptr);
+    EXPECT_FALSE(pic.SetHandle(wide));
+    EXPECT_EQ(BCSize(2, 2), pic.GetSize());
+    EXPECT_EQ(static_cast<DWORD>(OBJ_BITMAP), GetObjectType(wide)); // still the caller's
+    DeleteObject(wide);
+    recorder.Clear();
 
     // A handle handed to the clipboard, or borrowed from it, outlives the object.
     BCBitmap* given = new BCBitmap(3, 3);

@@ -166,7 +166,8 @@ class NORLIB1_API BCBitmap : public BCRenderableData, public BCGdiHandle {
     // A .BMP file; failure is reported with message 10003.
     int LoadFromFile(const char* path);
     // Takes an HBITMAP in place of the picture held (deleted unless flags 8 or 16 say it is
-    // not ours). The new handle is ours until the flags say otherwise.
+    // not ours). The new handle is ours until the flags say otherwise. A picture over 16384
+    // pixels a side is refused with 0 and stays the caller's.
     int SetHandle(void* bitmap);
     int IsEmpty() const { return hObject == nullptr; }
     BCSize GetSize() const;
@@ -192,7 +193,10 @@ class NORLIB1_API BCBitmap : public BCRenderableData, public BCGdiHandle {
     int SetPixels(short width, short height, const unsigned long* pixels);
 
   private:
+    // Refuses (returns 0, leaving the picture held) a picture over 16384 pixels a side.
     int TakeHandle(void* bitmap, int owned);
+    // TakeHandle for a handle this object made: a refused one is deleted.
+    int TakeMade(void* bitmap);
     int ReadPixels(std::istream& is, unsigned long width, unsigned long height);
     short coWidth;
     short coHeight;

@@ -57,7 +57,8 @@ BCBitmap::BCBitmap(short width, short height, BCModule* module) : BCBitmap(modul
     }
     unsigned long* pixels = static_cast<unsigned long*>(bits);
     std::fill(pixels, pixels + static_cast<size_t>(width) * height, 0x00FFFFFFul);
-    TakeHandle(dib, 1);
+    if (!TakeMade(dib))
+        DispObjectMsg(kMsgCreateFailed);
 }
 
 BCBitmap::~BCBitmap() {
@@ -65,16 +66,29 @@ BCBitmap::~BCBitmap() {
 }
 
 int BCBitmap::TakeHandle(void* bitmap, int owned) {
+    BITMAP info = {};
+    if (bitmap && GetObjectA(static_cast<HBITMAP>(bitmap), sizeof info, &info)) {
+        info.bmHeight = info.bmHeight < 0 ? -info.bmHeight : info.bmHeight;
+        // Sizes are 16-bit and records are bounded: a larger picture is refused, not cut.
+        if (static_cast<unsigned long>(info.bmWidth) > kMaxSide ||
+            static_cast<unsigned long>(info.bmHeight) > kMaxSide)
+            return 0;
+    }
     if (dwFlags & kNotOurs) // the old handle belongs to the clipboard now
         blOwned = 0;
     dwFlags &= ~kNotOurs;
     SetObjectHandle(bitmap, owned);
-    BITMAP info = {};
-    if (!bitmap || !GetObjectA(static_cast<HBITMAP>(bitmap), sizeof info, &info))
-        info.bmWidth = info.bmHeight = 0;
     coWidth = static_cast<short>(info.bmWidth);
-    coHeight = static_cast<short>(info.bmHeight < 0 ? -info.bmHeight : info.bmHeight);
+    coHeight = static_cast<short>(info.bmHeight);
     return bitmap != nullptr;
+}
+
+int BCBitmap::TakeMade(void* bitmap) {
+    if (TakeHandle(bitmap, 1))
+        return 1;
+    if (bitmap)
+        DeleteObject(static_cast<HGDIOBJ>(bitmap));
+    return 0;
 }
 
 int BCBitmap::SetHandle(void* bitmap) {
@@ -114,8 +128,11 @@ int BCBitmap::LoadFromRes(const BCResID& id) {
         if (!instance)
             continue;
         if (HANDLE image = LoadImageA(static_cast<HINSTANCE>(instance), id.GetResource(),
-                                      IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION))
-            return TakeHandle(image, 1);
+                                      IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)) {
+            if (TakeMade(image))
+                return 1;
+            break;
+        }
     }
     char number[16];
     wsprintfA(number, "#%u", id.GetResNum());
@@ -127,11 +144,11 @@ int BCBitmap::LoadFromFile(const char* path) {
     HANDLE image =
         path ? LoadImageA(nullptr, path, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)
              : nullptr;
-    if (!image) {
+    if (!image || !TakeMade(image)) {
         DispObjectMsg(kMsgLoadFailed, path ? path : "");
         return 0;
     }
-    return TakeHandle(image, 1);
+    return 1;
 }
 
 int BCBitmap::GetPixels(unsigned long* pixels) const {
@@ -151,7 +168,7 @@ int BCBitmap::SetPixels(short width, short height, const unsigned long* pixels) 
     if (!dib)
         return 0;
     std::memcpy(bits, pixels, static_cast<size_t>(width) * height * 4);
-    return TakeHandle(dib, 1);
+    return TakeMade(dib);
 }
 
 int BCBitmap::ReadPixels(std::istream& is, unsigned long width, unsigned long height) {
@@ -168,7 +185,7 @@ int BCBitmap::ReadPixels(std::istream& is, unsigned long width, unsigned long he
         DeleteObject(dib);
         return 0;
     }
-    return TakeHandle(dib, 1);
+    return TakeMade(dib);
 }
 
 int BCBitmap::Load(std::istream& is) {
