@@ -14,20 +14,18 @@ norlib_ensure_display
 
 mkdir -p "$WINEPREFIX"
 # The server and Wine's services outlive this program: start them with their output
-# detached, or whoever reads ours (ctest) would wait for them to end.
-server_id="server-$(printf '%x-%x' $(stat -c '%d %i' "$WINEPREFIX"))"
-running=""
-for socket in "/tmp/.wine-$(id -u)/$server_id/socket" /tmp/wine-*/"$server_id/socket"; do
-  [ -S "$socket" ] && running=1
-done
-if [ -z "$running" ]; then
-  if [ ! -f "$WINEPREFIX/system.reg" ]; then
-    wineboot -i </dev/null >/dev/null 2>&1
-    # No window manager under Xvfb: Wine draws the title bars itself.
-    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f </dev/null >/dev/null 2>&1
-  fi
-  # A persistent server saves the cold start of every test process.
-  wineserver -p </dev/null >/dev/null 2>&1
-  wine cmd /c exit </dev/null >/dev/null 2>&1
+# detached, or whoever reads ours (ctest) would wait for them to end. A persistent server
+# saves the cold start of every test process; it exits at once when one already serves the
+# prefix (a socket left by a killed one does not count: the server decides).
+started=""
+wineserver -p </dev/null >/dev/null 2>&1 && started=1
+# The registry files appear only when the server saves them: a mark of our own says the
+# prefix is made.
+if [ ! -f "$WINEPREFIX/.norlib-prefix-made" ]; then
+  wineboot -i </dev/null >/dev/null 2>&1
+  # No window manager under Xvfb: Wine draws the title bars itself.
+  wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f </dev/null >/dev/null 2>&1 &&
+    touch "$WINEPREFIX/.norlib-prefix-made"
 fi
+[ -n "$started" ] && wine cmd /c exit </dev/null >/dev/null 2>&1
 exec wine "$@"
