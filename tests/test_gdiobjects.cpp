@@ -270,35 +270,24 @@ std::string BmpFile(std::uint32_t width = 2, std::uint32_t height = 2,
 
 TEST(BitmapTest, FilesLoadAndHandlesFollowTheFlags) {
     MsgRecorder recorder;
-    char dir[MAX_PATH], path[MAX_PATH];
-    GetTempPathA(MAX_PATH, dir);
-    GetTempFileNameA(dir, "bmp", 0, path);
-    std::string bytes = BmpFile();
-    FILE* f = std::fopen(path, "wb");
-    ASSERT_NE(nullptr, f);
-    std::fwrite(bytes.data(), 1, bytes.size(), f);
-    std::fclose(f);
+    std::string path = TempFile("bmp", BmpFile());
     BCBitmap pic;
-    EXPECT_TRUE(pic.LoadFromFile(path));
-    DeleteFileA(path);
+    EXPECT_TRUE(pic.LoadFromFile(path.c_str()));
+    DeleteFileA(path.c_str());
     EXPECT_EQ(BCSize(2, 2), pic.GetSize());
     BCMemoryDevice dev(4, 4);
     dev.PutBitmap(BCPosition(0, 0), BCSize(), &pic, BC_ROP_COPY);
     ExpectPicture(dev, 0, 0);
     EXPECT_TRUE(recorder.NumberedIds().empty());
-    EXPECT_FALSE(pic.LoadFromFile(path)); // gone now
-    EXPECT_FALSE(pic.IsEmpty());          // the picture held stays
+    EXPECT_FALSE(pic.LoadFromFile(path.c_str())); // gone now
+    EXPECT_FALSE(pic.IsEmpty());                  // the picture held stays
     EXPECT_EQ((std::vector<unsigned int>{10003}), recorder.NumberedIds());
 
     // Wider than a 16-bit size can say: refused whole, not wrapped to a negative width.
     const unsigned long objects = BCGetGdiObjectCount();
-    bytes = BmpFile(20000, 1, std::string(60000, '\x40'));
-    f = std::fopen(path, "wb");
-    ASSERT_NE(nullptr, f);
-    std::fwrite(bytes.data(), 1, bytes.size(), f);
-    std::fclose(f);
-    EXPECT_FALSE(pic.LoadFromFile(path));
-    DeleteFileA(path);
+    path = TempFile("bmp", BmpFile(20000, 1, std::string(60000, '\x40')));
+    EXPECT_FALSE(pic.LoadFromFile(path.c_str()));
+    DeleteFileA(path.c_str());
     EXPECT_EQ(BCSize(2, 2), pic.GetSize());
     EXPECT_EQ(objects, BCGetGdiObjectCount());
     HBITMAP wide = CreateBitmap(20000, 2, 1, 32, nullptr);

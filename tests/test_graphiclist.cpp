@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -99,15 +101,25 @@ TEST(GraphicListTest, NestedSceneSavedAndLoadedRedrawsTheSamePixels) {
     EXPECT_EQ(BCPosition(40, 0),
               static_cast<BCGraphicObject*>(deepest.GetTail()->lpItem)->GetPos());
 
-    std::stringstream stream(std::ios::in | std::ios::out | std::ios::binary);
-    ASSERT_EQ(1, scene.Save(stream));
-    const std::string bytes = stream.str();
+    // Through a real file, as a document is kept.
+    const std::string path = TempFile("gfx");
+    {
+        std::ofstream file(path, std::ios::binary | std::ios::trunc);
+        ASSERT_EQ(1, scene.Save(file));
+    }
+    std::ifstream stream(path, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(stream)),
+                            std::istreambuf_iterator<char>());
+    stream.clear();
+    stream.seekg(0);
     EXPECT_EQ(ListHead(static_cast<unsigned>(scene.GetFlags()), 3) + Head(81, 1, 2, 2, 60, 20) +
                   LE32(5) + "Scene",
               bytes.substr(0, 20 + 16 + 9));
 
     BCGraphicList loaded;
     ASSERT_EQ(1, loaded.Load(stream));
+    stream.close();
+    DeleteFileA(path.c_str());
     EXPECT_EQ(3u, loaded.GetCount());
     BCMemoryDevice after(160, 120);
     ASSERT_EQ(1, loaded.Draw(&after));

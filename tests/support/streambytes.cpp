@@ -1,6 +1,9 @@
 #include "streambytes.h"
 
+#include <windows.h>
+
 #include <algorithm>
+#include <fstream>
 #include <random>
 
 std::string LE32(std::uint32_t value) {
@@ -50,4 +53,12 @@ std::vector<std::string> Mutants(const std::string& record, unsigned count, unsi
         mutants.push_back(bytes);
     }
     return mutants;
+}
+
+std::string TempFile(const char* prefix, const std::string& bytes) {
+    char dir[MAX_PATH], path[MAX_PATH];
+    GetTempPathA(MAX_PATH, dir);
+    GetTempFileNameA(dir, prefix, 0, path);
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+    return path;
 }

@@ -16,3 +16,6 @@ std::ostringstream OutStream();
 // places overwritten with random bytes or with values that make counts and lengths absurd,
 // and one in four is also cut short.
 std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed);
+
+// A new file of the temporary folder, named with `prefix`, holding `bytes`; its path.
+std::string TempFile(const char* prefix, const std::string& bytes = std::string());
