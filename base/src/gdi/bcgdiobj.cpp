@@ -21,8 +21,13 @@ ReleasedHandles& Released() {
     return *released;
 }
 
+// Gone (deleted now, or no longer a handle at all): nothing is left to keep.
+bool Gone(HGDIOBJ handle) {
+    return DeleteObject(handle) || !GetObjectType(handle);
+}
+
 void DeleteOrKeep(HGDIOBJ handle) {
-    if (DeleteObject(handle))
+    if (Gone(handle))
         return;
     ReleasedHandles& released = Released();
     std::lock_guard<std::mutex> guard(released.lock);
@@ -55,9 +60,7 @@ void BCGdiHandle::DeleteReleasedHandles() {
         return;
     std::lock_guard<std::mutex> guard(released.lock);
     std::vector<HGDIOBJ>& handles = released.handles;
-    handles.erase(std::remove_if(handles.begin(), handles.end(),
-                                 [](HGDIOBJ handle) { return DeleteObject(handle) != 0; }),
-                  handles.end());
+    handles.erase(std::remove_if(handles.begin(), handles.end(), Gone), handles.end());
     released.any = !handles.empty();
 }
 
