@@ -352,15 +352,30 @@ TEST(ControlTest, CreatedListBoxAndScrollBar) {
     Frame frame;
     BCListBox list(20, &frame.main, BCPosition(0, 0), BCSize(120, 100), "", &App());
     ASSERT_TRUE(list.HandleCheck());
-    EXPECT_EQ(0, list.AddString("beta"));
-    EXPECT_EQ(0, list.InsertString(0, "alpha"));
-    EXPECT_EQ(2, list.GetCount());
+    char beta[] = "beta", alpha[] = "alpha", gamma[] = "gamma";
+    EXPECT_EQ(0, list.Append(beta));
+    EXPECT_EQ(1, list.Insert(alpha, 0));
+    EXPECT_EQ(2, list.Append(gamma));
+    EXPECT_EQ(3, list.GetCount());
     char text[16];
-    EXPECT_EQ(4, list.GetItem(1, text));
+    EXPECT_EQ(1, list.GetItem(1, text));
     EXPECT_STREQ("beta", text);
+    EXPECT_EQ(0, list.GetItem(7, text));
     EXPECT_EQ(5, list.GetItemLen(0));
-    EXPECT_EQ(1, list.SetCurSel(1));
-    EXPECT_EQ(1, list.GetCurSel());
+    EXPECT_EQ(-1, list.GetCrntInd());
+    EXPECT_EQ(0, list.GetCrntItem(text)); // nothing selected
+    EXPECT_EQ(1, list.GoTo(1));
+    EXPECT_EQ(1, list.GetCrntInd());
+    EXPECT_EQ(1, list.GetCrntItem(text));
+    EXPECT_STREQ("beta", text);
+    EXPECT_EQ(0, list.GoTo(9));
+    EXPECT_EQ(1, list.Delete(-1)); // the last
+    EXPECT_EQ(1, list.GetItem(1, text));
+    EXPECT_STREQ("beta", text);
+    EXPECT_EQ(0, list.Delete(5));
+    EXPECT_EQ(1, list.DeleteAll());
+    EXPECT_EQ(0, list.GetCount());
+    EXPECT_EQ(0, list.Delete(-1)); // nothing is last
 
     BCScrollBar bar(BC_SCROLL_VERT, WS_CHILD | WS_VISIBLE | SBS_VERT, 21, &frame.main,
                     BCPosition(130, 0), BCSize(16, 100), 44, &App());
@@ -371,7 +386,10 @@ TEST(ControlTest, CreatedListBoxAndScrollBar) {
 
     BCListBox noWindow(BCResID(5u), nullptr, &App());
     EXPECT_EQ(-1, noWindow.GetCount());
-    EXPECT_EQ(-1, noWindow.AddString("x"));
+    EXPECT_EQ(-1, noWindow.Append(gamma));
+    EXPECT_EQ(0, noWindow.Insert(gamma, 0));
+    EXPECT_EQ(0, noWindow.GoTo(0));
+    EXPECT_EQ(0, noWindow.DeleteAll());
 }
 
 } // namespace

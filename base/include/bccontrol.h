@@ -35,29 +35,36 @@ class NORLIB1_API BCControlWindow : public BCWindow {
     WNDPROC lpOldProc;
 };
 
-// Entry operations shared by list boxes and combo boxes (which send other messages).
+// The entries of a list box. A combo box overrides each entry slot, in this order, with its
+// own messages. The value in brackets is the result without a window.
 class NORLIB1_API BCListControl : public BCControlWindow {
   public:
     using BCControlWindow::BCControlWindow;
-    // Each returns -1 (counts, indexes) or 0 without a window.
-    virtual int AddString(const char* text);
-    virtual int InsertString(int index, const char* text);
-    virtual int DeleteString(int index);
+    // `item` is the entry's text. The new index, or the negative failure result after its
+    // message (10034 the box is full, 10033 other failures) [-1].
+    virtual int Append(void* item);
+    // 1, or 0 after the same messages [0].
+    virtual int Insert(void* item, int index);
+    // Index -1 is the last entry; 1 when the entry went [0].
+    virtual int Delete(int index);
+    // Empties the box; 1 [0].
+    virtual int DeleteAll();
+    // [-1]
     virtual int GetCount();
-    virtual int GetCurSel();
-    virtual int SetCurSel(int index);
-    virtual int GetItem(int index, char* buffer);
-    virtual int GetItemLen(int index);
-    virtual int ResetContent();
+    // The selected index, -1 when none [-1].
+    virtual int GetCrntInd();
+    // Selects the entry; 1 unless the box refused [0].
+    virtual int GoTo(int index);
+    // The selected entry's text into `buffer`; 1 when a text came back [0].
+    virtual int GetCrntItem(char* buffer);
 
-  protected:
-    // The list box messages; a combo box gives its own.
-    struct Messages {
-        UINT add, insert, remove, count, getSel, setSel, getText, getTextLen, reset;
-        int errSpace;
-        unsigned int spaceMsg, errorMsg;
-    };
-    virtual const Messages& GetMessages() const;
+    // An entry's text into `buffer`, which holds GetItemLen + 1 bytes; 1 unless the index is
+    // out of range [0].
+    int GetItem(int index, char* buffer);
+    // [-1]
+    int GetItemLen(int index);
+
+  private:
     LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const;
     // The index an add or insert gave, after reporting its failure.
     int Added(int index) const;

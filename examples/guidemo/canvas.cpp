@@ -75,7 +75,7 @@ void Canvas::Build() {
 template <class... Args> long Canvas::Report(const char* format, Args... args) {
     KoString line;
     line.Sprintf(format, args...);
-    log->SetCurSel(log->AddString(line.c_str()));
+    log->GoTo(log->Append(const_cast<char*>(line.c_str())));
     return 1;
 }
 

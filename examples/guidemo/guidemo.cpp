@@ -128,7 +128,7 @@ class DemoWindow : public BCMainWindow {
         if (dialog.Create("") && dialog.GetResult() == IDOK) {
             KoString text;
             text.Sprintf("Hello, %s!", dialog.typed);
-            log->SetCurSel(log->AddString(text.c_str()));
+            log->GoTo(log->Append(const_cast<char*>(text.c_str())));
         }
         if (demoSeconds > 0) { // the last step: the end, a while later
             Mark("guidemo.done");

@@ -113,72 +113,71 @@ LRESULT BCControlWindow::DefaultEvent(BCEvent* e) {
     return DefWindowProcA(e->GetWindow(), e->GetMessage(), e->GetWParam(), e->GetLParam());
 }
 
-const BCListControl::Messages& BCListControl::GetMessages() const {
-    static const Messages listBox = {LB_ADDSTRING, LB_INSERTSTRING,  LB_DELETESTRING,
-                                     LB_GETCOUNT,  LB_GETCURSEL,     LB_SETCURSEL,
-                                     LB_GETTEXT,   LB_GETTEXTLEN,    LB_RESETCONTENT,
-                                     LB_ERRSPACE,  kMsgListNoMemory, kMsgListError};
-    return listBox;
-}
-
 LRESULT BCListControl::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
     return SendMessageA(hWnd, message, wParam, lParam);
 }
 
 // Adding reports a full box and other failures with the control's own messages.
 int BCListControl::Added(int index) const {
-    const Messages& m = GetMessages();
-    if (index == m.errSpace)
-        DispObjectMsg(m.spaceMsg);
+    if (index == LB_ERRSPACE)
+        DispObjectMsg(kMsgListNoMemory);
     else if (index < 0)
-        DispObjectMsg(m.errorMsg);
+        DispObjectMsg(kMsgListError);
     return index;
 }
 
-int BCListControl::AddString(const char* text) {
+int BCListControl::Append(void* item) {
     if (!hWnd)
         return -1;
-    return Added(
-        static_cast<int>(Send(GetMessages().add, 0, reinterpret_cast<LPARAM>(text ? text : ""))));
+    return Added(static_cast<int>(
+        Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item ? item : const_cast<char*>("")))));
 }
 
-int BCListControl::InsertString(int index, const char* text) {
+int BCListControl::Insert(void* item, int index) {
     if (!hWnd)
-        return -1;
-    return Added(static_cast<int>(Send(GetMessages().insert, static_cast<WPARAM>(index),
-                                       reinterpret_cast<LPARAM>(text ? text : ""))));
+        return 0;
+    return Added(static_cast<int>(
+               Send(LB_INSERTSTRING, static_cast<WPARAM>(index),
+                    reinterpret_cast<LPARAM>(item ? item : const_cast<char*>(""))))) >= 0;
 }
 
-int BCListControl::DeleteString(int index) {
-    return hWnd ? static_cast<int>(Send(GetMessages().remove, static_cast<WPARAM>(index), 0)) : -1;
+int BCListControl::Delete(int index) {
+    if (!hWnd)
+        return 0;
+    if (index == -1)
+        index = GetCount() - 1;
+    return index >= 0 && Send(LB_DELETESTRING, static_cast<WPARAM>(index), 0) >= 0;
+}
+
+int BCListControl::DeleteAll() {
+    return hWnd ? (Send(LB_RESETCONTENT, 0, 0), 1) : 0;
 }
 
 int BCListControl::GetCount() {
-    return hWnd ? static_cast<int>(Send(GetMessages().count, 0, 0)) : -1;
+    return hWnd ? static_cast<int>(Send(LB_GETCOUNT, 0, 0)) : -1;
 }
 
-int BCListControl::GetCurSel() {
-    return hWnd ? static_cast<int>(Send(GetMessages().getSel, 0, 0)) : -1;
+int BCListControl::GetCrntInd() {
+    return hWnd ? static_cast<int>(Send(LB_GETCURSEL, 0, 0)) : -1;
 }
 
-int BCListControl::SetCurSel(int index) {
-    return hWnd ? static_cast<int>(Send(GetMessages().setSel, static_cast<WPARAM>(index), 0)) : -1;
+int BCListControl::GoTo(int index) {
+    return hWnd && Send(LB_SETCURSEL, static_cast<WPARAM>(index), 0) != LB_ERR;
+}
+
+int BCListControl::GetCrntItem(char* buffer) {
+    int index = GetCrntInd();
+    return index >= 0 && buffer &&
+           Send(LB_GETTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(buffer)) > 0;
 }
 
 int BCListControl::GetItem(int index, char* buffer) {
-    if (!hWnd || !buffer)
-        return -1;
-    return static_cast<int>(
-        Send(GetMessages().getText, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(buffer)));
+    return hWnd && buffer &&
+           Send(LB_GETTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(buffer)) != LB_ERR;
 }
 
 int BCListControl::GetItemLen(int index) {
-    return hWnd ? static_cast<int>(Send(GetMessages().getTextLen, static_cast<WPARAM>(index), 0))
-                : -1;
-}
-
-int BCListControl::ResetContent() {
-    return hWnd ? (Send(GetMessages().reset, 0, 0), 1) : 0;
+    return hWnd ? static_cast<int>(Send(LB_GETTEXTLEN, static_cast<WPARAM>(index), 0)) : -1;
 }
 
 BCListBox::BCListBox(const BCResID& id, BCDialog* dialog, BCApplication* app)
