@@ -4,11 +4,27 @@
 
 // ---- object model and messages ----
 namespace bcids {
+// A class's name is string resource kTypeNameBase + its type code.
+constexpr unsigned int kTypeNameBase = 3000;
+constexpr unsigned int kTypeCodes = 1024;
+constexpr unsigned int kTypeModule = 114;
 } // namespace bcids
 // ---- end of object model and messages ----
 
 // ---- memory helpers ----
 namespace bcids {
+constexpr unsigned int kMsgReallocNullHandle = 10037;
+constexpr unsigned int kMsgReallocBadPointer = 10038;
+constexpr unsigned int kMsgReallocNullPointer = 10039;
+constexpr unsigned int kMsgFreeBadHandle = 10040;
+constexpr unsigned int kMsgFreeNullHandle = 10041;
+constexpr unsigned int kMsgFreeBadPointer = 10042;
+constexpr unsigned int kMsgFreeNullPointer = 10043;
+constexpr unsigned int kMsgLockFailed = 10044;
+constexpr unsigned int kMsgLockNullHandle = 10045;
+constexpr unsigned int kMsgUnlockNoHandle = 10046;
+constexpr unsigned int kMsgUnlockBadPointer = 10047;
+constexpr unsigned int kMsgUnlockNullPointer = 10048;
 } // namespace bcids
 // ---- end of memory helpers ----
 

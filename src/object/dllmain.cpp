@@ -4,6 +4,7 @@
 #include <new>
 
 #include "bclib2.h"
+#include "bcplatform.h"
 #include "norlib1.h"
 
 namespace {
@@ -36,7 +37,7 @@ bool Attach(HINSTANCE instance) {
     g_previousNewHandler = std::set_new_handler(BCOutOfMemoryHandler);
     g_screenWidth = GetSystemMetrics(SM_CXSCREEN);
     g_screenHeight = GetSystemMetrics(SM_CYSCREEN);
-    g_arrowCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512)); // IDC_ARROW
+    g_arrowCursor = BCTraced(LoadCursorA(nullptr, IDC_ARROW), "LoadCursorA");
     g_windowProc = BCWndProc;
     g_dialogProc = BCDlgWndProc;
     return true;

@@ -6,25 +6,13 @@
 #include <cstdio>
 #include <cstring>
 
+#include "bcids1.h"
 #include "bcmsg.h"
+#include "bcplatform.h"
 
 namespace {
 
-// The memory helpers report their faults as numbered messages of their own.
-enum : unsigned int {
-    kReallocNullHandle = 10037,
-    kReallocBadPointer = 10038,
-    kReallocNullPointer = 10039,
-    kFreeBadHandle = 10040,
-    kFreeNullHandle = 10041,
-    kFreeBadPointer = 10042,
-    kFreeNullPointer = 10043,
-    kLockFailed = 10044,
-    kLockNullHandle = 10045,
-    kUnlockNoHandle = 10046,
-    kUnlockBadPointer = 10047,
-    kUnlockNullPointer = 10048
-};
+using namespace bcids;
 
 int Fault(unsigned int id) {
     BCDispMsg(id, nullptr);
@@ -42,7 +30,8 @@ HGLOBAL HandleOf(void* memory) {
 void* BCAllocFarMem(long size) {
     if (size < 0)
         return nullptr;
-    HGLOBAL handle = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, static_cast<SIZE_T>(size));
+    HGLOBAL handle = BCTraced(GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, static_cast<SIZE_T>(size)),
+                              "GlobalAlloc");
     if (!handle)
         return nullptr;
     void* memory = BCLockFarMem(handle);
@@ -53,21 +42,23 @@ void* BCAllocFarMem(long size) {
 
 void* BCReallocFarMem(void* memory, long size) {
     if (!memory) {
-        Fault(kReallocNullPointer);
+        Fault(kMsgReallocNullPointer);
         return nullptr;
     }
     HGLOBAL handle = HandleOf(memory);
     if (!handle) {
-        Fault(kReallocNullHandle);
+        Fault(kMsgReallocNullHandle);
         return nullptr;
     }
     if (size < 0)
         return nullptr;
     GlobalUnlock(handle);
-    HGLOBAL moved = GlobalReAlloc(handle, static_cast<SIZE_T>(size), GMEM_MOVEABLE | GMEM_ZEROINIT);
+    HGLOBAL moved =
+        BCTraced(GlobalReAlloc(handle, static_cast<SIZE_T>(size), GMEM_MOVEABLE | GMEM_ZEROINIT),
+                 "GlobalReAlloc");
     void* address = GlobalLock(moved ? moved : handle);
     if (!address) {
-        Fault(kReallocBadPointer);
+        Fault(kMsgReallocBadPointer);
         return nullptr;
     }
     return moved ? address : nullptr;
@@ -75,40 +66,44 @@ void* BCReallocFarMem(void* memory, long size) {
 
 int BCFreeFarMem(void* memory) {
     if (!memory)
-        return Fault(kFreeNullPointer);
+        return Fault(kMsgFreeNullPointer);
     HGLOBAL handle = HandleOf(memory);
     if (!handle)
-        return Fault(kFreeNullHandle);
+        return Fault(kMsgFreeNullHandle);
     SetLastError(NO_ERROR);
     if (!GlobalUnlock(handle) && GetLastError() != NO_ERROR)
-        return Fault(kFreeBadPointer);
-    if (GlobalFree(handle))
-        return Fault(kFreeBadHandle);
+        return Fault(kMsgFreeBadPointer);
+    if (GlobalFree(handle)) {
+        BCTraceFailure("GlobalFree");
+        return Fault(kMsgFreeBadHandle);
+    }
     return 1;
 }
 
 void* BCLockFarMem(void* handle) {
     if (!handle) {
-        Fault(kLockNullHandle);
+        Fault(kMsgLockNullHandle);
         return nullptr;
     }
     void* memory = GlobalLock(static_cast<HGLOBAL>(handle));
-    if (!memory)
-        Fault(kLockFailed);
+    if (!memory) {
+        BCTraceFailure("GlobalLock");
+        Fault(kMsgLockFailed);
+    }
     return memory;
 }
 
 int BCUnlockFarMem(void* memory) {
     if (!memory)
-        return Fault(kUnlockNullPointer);
+        return Fault(kMsgUnlockNullPointer);
     HGLOBAL handle = HandleOf(memory);
     if (!handle)
-        return Fault(kUnlockNoHandle);
+        return Fault(kMsgUnlockNoHandle);
     SetLastError(NO_ERROR);
     if (GlobalUnlock(handle))
         return 1;
     if (GetLastError() != NO_ERROR)
-        return Fault(kUnlockBadPointer);
+        return Fault(kMsgUnlockBadPointer);
     return 0;
 }
 

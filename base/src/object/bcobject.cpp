@@ -6,6 +6,7 @@
 #include <istream>
 #include <ostream>
 
+#include "bcids1.h"
 #include "bcmsg.h"
 #include "bcstream.h"
 #include "kostring.h"
@@ -13,8 +14,8 @@
 
 namespace {
 
-constexpr unsigned int kTypeNameBase = 3000;
-constexpr unsigned int kTypeCodes = 1024;
+using bcids::kTypeCodes;
+using bcids::kTypeNameBase;
 
 // Class names are loaded once per code and kept for the process's life.
 const char* CachedTypeName(unsigned int code) {

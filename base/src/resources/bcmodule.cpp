@@ -4,11 +4,12 @@
 #include <new>
 
 #include "bcfont.h"
+#include "bcids1.h"
 #include "kostring.h"
 
 BCModule::BCModule(void* instance, const char* name, unsigned short dataSegment)
-    : BCObject(114), lpInstance(instance), caName(nullptr), wDataSeg(dataSegment), blRegistered(0),
-      opFontList(nullptr) {
+    : BCObject(bcids::kTypeModule), lpInstance(instance), caName(nullptr), wDataSeg(dataSegment),
+      blRegistered(0), opFontList(nullptr) {
     if (name) {
         caName = new (std::nothrow) char[std::strlen(name) + 1];
         if (caName)
