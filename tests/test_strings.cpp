@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 #include <string>
 
 #include "norlib2.h"
@@ -78,6 +80,68 @@ TEST(KoStringTest, LoadResStringCutsToTheBuffer) {
     EXPECT_STREQ("BCArray", buffer);
     EXPECT_EQ(0, KoString::LoadResString(9999, nullptr, buffer, sizeof buffer));
     EXPECT_STREQ("", buffer);
+}
+
+TEST(KoStringTest, ResourcesPastTheFirstBufferComeWhole) {
+    // 9001 is 1500 characters of the test program's own table: more than one buffer's worth.
+    KoString text;
+    ASSERT_TRUE(text.getResource(9001));
+    EXPECT_EQ(1500u, text.Length());
+    EXPECT_EQ('<', text.c_str()[0]);
+    EXPECT_EQ('>', text.c_str()[1499]);
+
+    char cut[600];
+    EXPECT_EQ(599, KoString::LoadResString(9001, nullptr, cut, sizeof cut));
+    // No buffer, or one of no bytes, is left as it is.
+    cut[0] = 'x';
+    EXPECT_EQ(0, KoString::LoadResString(9001, nullptr, cut, 0));
+    EXPECT_EQ('x', cut[0]);
+    EXPECT_EQ(0, KoString::LoadResString(9001, nullptr, nullptr, sizeof cut));
+}
+
+// Answers for the one module whose table holds `id` (passed as the context).
+int HoldsString(void* module, void* context) {
+    char text[8];
+    return LoadStringA(static_cast<HINSTANCE>(module),
+                       static_cast<UINT>(reinterpret_cast<UINT_PTR>(context)), text,
+                       sizeof text) > 0;
+}
+
+TEST(KoStringTest, FindModuleNamesTheFirstModuleThatAnswers) {
+    void* library = GetModuleHandleA("norlib2.dll");
+    EXPECT_EQ(library, KoString::FindModule(nullptr, HoldsString, reinterpret_cast<void*>(3086)));
+    EXPECT_EQ(GetModuleHandleA(nullptr),
+              KoString::FindModule(library, HoldsString, reinterpret_cast<void*>(9001)));
+    EXPECT_EQ(nullptr, KoString::FindModule(nullptr, HoldsString, reinterpret_cast<void*>(9999)));
+}
+
+TEST(KoStringTest, RemovedModulesAreNoLongerSearched) {
+    // The first string of the system's user module that neither this program nor the library
+    // holds.
+    HMODULE user = GetModuleHandleA("user32.dll");
+    char text[64];
+    unsigned int id = 1;
+    while (id < 4096 && (LoadStringA(user, id, text, sizeof text) <= 0 ||
+                         KoString::LoadResString(id, nullptr, text, sizeof text) > 0))
+        ++id;
+    ASSERT_LT(id, 4096u);
+    KoString::AddResourceModule(user);
+    EXPECT_GT(KoString::LoadResString(id, nullptr, text, sizeof text), 0);
+    KoString::RemoveResourceModule(user);
+    EXPECT_EQ(0, KoString::LoadResString(id, nullptr, text, sizeof text));
+}
+
+TEST(KoStringTest, EmptyAndMissingFormats) {
+    KoErrorHook::ResetProcError();
+    KoString text("kept");
+    EXPECT_EQ(0, text.Sprintf("%s", ""));
+    EXPECT_STREQ("", text.c_str());
+    EXPECT_FALSE(KoErrorHook::DidProcErrorOccur()); // an empty result is no failure
+    text.Sprintf("kept");
+    EXPECT_EQ(0, text.Sprintf(9999, nullptr, 1));
+    EXPECT_STREQ("", text.c_str());
+    EXPECT_EQ(KO_ERR_NO_RESOURCE, KoErrorHook::GetProcError());
+    KoErrorHook::ResetProcError();
 }
 
 } // namespace
