@@ -258,8 +258,10 @@ TEST(RenderableDataTest, FlagsKeyAndTheModifiedChain) {
     EXPECT_EQ(nullptr, inner.SetKey(&value));
     EXPECT_EQ(&value, inner.SetKey(nullptr));
     BCFormat text = BCGetTextFormat();
+    // The root renders nothing and takes nothing.
     EXPECT_FALSE(inner.IsRenderable(text));
     EXPECT_EQ(nullptr, inner.GetDataPtr(text));
+    EXPECT_EQ(0ul, inner.SetData(&value, sizeof value, text));
 }
 
 TEST(RenderableDataTest, CopiesDuplicatesAndRecord) {
