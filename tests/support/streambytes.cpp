@@ -6,6 +6,8 @@
 #include <fstream>
 #include <random>
 
+#include "norlib1.h"
+
 std::string LE32(std::uint32_t value) {
     std::string s(4, '\0');
     for (int i = 0; i < 4; ++i)
@@ -27,6 +29,20 @@ std::istringstream InStream(const std::string& bytes) {
 
 std::ostringstream OutStream() {
     return std::ostringstream(std::ios::out | std::ios::binary);
+}
+
+std::string SavedBytes(BCObject& object) {
+    std::ostringstream os = OutStream();
+    return object.Save(os) ? os.str() : std::string();
+}
+
+size_t FirstShortLoad(const std::string& record, const std::function<int(std::istream&)>& load) {
+    for (size_t length = 0; length < record.size(); ++length) {
+        std::istringstream is = InStream(record.substr(0, length));
+        if (load(is))
+            return length;
+    }
+    return std::string::npos;
 }
 
 std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed) {
