@@ -11,6 +11,8 @@
 
 namespace {
 
+[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();
+
 // An item with an integer key at offset 4.
 struct Record {
     int payload, key;

@@ -12,6 +12,8 @@
 
 namespace {
 
+[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();
+
 void* Key(long value) {
     return reinterpret_cast<void*>(static_cast<intptr_t>(value));
 }

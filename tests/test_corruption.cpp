@@ -19,6 +19,8 @@
 
 namespace {
 
+[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();
+
 // NORLIB_MUTANTS lets a long local run go further than the suite.
 const unsigned kMutants =
     std::getenv("NORLIB_MUTANTS") ? std::atoi(std::getenv("NORLIB_MUTANTS")) : 1500;

@@ -12,6 +12,8 @@
 
 namespace {
 
+[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();
+
 constexpr unsigned long kNone = 0xFFFFFFFFul;
 
 void* Key(long value) {

@@ -8,6 +8,8 @@
 
 namespace {
 
+[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();
+
 TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
     std::ostringstream os = OutStream();
     ASSERT_TRUE(BCSaveWord(os, 0x11223344u));

@@ -3,10 +3,34 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <random>
 
 #include "norlib1.h"
+
+namespace {
+
+LONG WINAPI EndOnCrash(EXCEPTION_POINTERS* info) {
+    std::fprintf(stderr, "crash: exception %08lx\n",
+                 static_cast<unsigned long>(info->ExceptionRecord->ExceptionCode));
+    std::fflush(stderr);
+    TerminateProcess(GetCurrentProcess(), 3);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+int AnswerAtOnce(const BCMsgInfo& info, void*) {
+    std::fprintf(stderr, "message %u: %s\n", info.id, info.text ? info.text : "");
+    return IDOK;
+}
+
+} // namespace
+
+bool NeverWaitOnFaults() {
+    SetUnhandledExceptionFilter(EndOnCrash);
+    BCSetMsgSink(AnswerAtOnce, nullptr);
+    return true;
+}
 
 std::string LE32(std::uint32_t value) {
     std::string s(4, '\0');

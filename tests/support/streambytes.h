@@ -27,5 +27,10 @@ size_t FirstShortLoad(const std::string& record, const std::function<int(std::is
 // and one in four is also cut short.
 std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed);
 
+// Makes a crash end the test program at once with a failure and answers every message box
+// at once with OK, so that a fault fails the run instead of stalling it in a dialog. Call it
+// once, at start-up: `[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();`.
+bool NeverWaitOnFaults();
+
 // A new file of the temporary folder, named with `prefix`, holding `bytes`; its path.
 std::string TempFile(const char* prefix, const std::string& bytes = std::string());
