@@ -131,6 +131,8 @@ class NORLIB1_API BCList : public BCRenderableData {
     // Iterators open on this list, chained through their state words; the count follows.
     void AttachIterator(BCIterator* iterator);
     void DetachIterator(BCIterator* iterator);
+    // Calls `visit` with the state words of every iterator open on this list.
+    template <class Visit> void ForEachIterator(Visit visit);
     // Visits every item in list order and puts the position back as it was.
     template <class Visit> int ForEachItem(Visit visit);
     int RenderItems(char* buffer, unsigned long size, BCFormat& format, unsigned long& total);

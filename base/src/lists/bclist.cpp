@@ -63,26 +63,39 @@ void BCList::AttachIterator(BCIterator* iterator) {
 }
 
 void BCList::DetachIterator(BCIterator* iterator) {
-    for (BCIterator** link = &opIters; *link; link = &BCGetIteratorState(*link)->opNextIter) {
+    for (BCIterator** link = &opIters; *link;) {
+        BCIteratorState* state = BCGetIteratorState(*link);
+        if (!state)
+            break;
         if (*link == iterator) {
-            *link = BCGetIteratorState(iterator)->opNextIter;
+            *link = state->opNextIter;
             break;
         }
+        link = &state->opNextIter;
     }
     if (dwIterCount)
         --dwIterCount;
 }
 
+template <class Visit> void BCList::ForEachIterator(Visit visit) {
+    for (BCIterator* it = opIters; it;) {
+        BCIteratorState* state = BCGetIteratorState(it);
+        if (!state)
+            return;
+        visit(*state);
+        it = state->opNextIter;
+    }
+}
+
 // The iterator whose call is running holds the list's own position in its words: it is
 // moved like the others.
 void BCList::MoveIterators(const void* node, void* to, unsigned long toAux) {
-    for (BCIterator* it = opIters; it; it = BCGetIteratorState(it)->opNextIter) {
-        BCIteratorState* state = BCGetIteratorState(it);
-        if (state->dwState1 == reinterpret_cast<std::uintptr_t>(node)) {
-            state->dwState1 = reinterpret_cast<std::uintptr_t>(to);
-            state->dwState3 = toAux;
+    ForEachIterator([&](BCIteratorState& state) {
+        if (state.dwState1 == reinterpret_cast<std::uintptr_t>(node)) {
+            state.dwState1 = reinterpret_cast<std::uintptr_t>(to);
+            state.dwState3 = toAux;
         }
-    }
+    });
 }
 
 // Visits every item in list order through the protocol (Lock/Unlock, so lists that hand out
@@ -144,10 +157,7 @@ int BCList::Clear(int) {
     dwCount = 0;
     lpCrnt = nullptr;
     dwCrntAux = 0;
-    for (BCIterator* it = opIters; it; it = BCGetIteratorState(it)->opNextIter) {
-        BCIteratorState* state = BCGetIteratorState(it);
-        state->dwState1 = state->dwState3 = 0;
-    }
+    ForEachIterator([](BCIteratorState& state) { state.dwState1 = state.dwState3 = 0; });
     return 1;
 }
 
