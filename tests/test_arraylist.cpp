@@ -51,6 +51,9 @@ TEST(ArrayListTest, IndexesAreNotCheckedAndSearchesLandOnTheFirstKeyAbove) {
     EXPECT_EQ(nullptr, list.GetCrntItem()); // but nothing is read past the items
     EXPECT_EQ(nullptr, list.GetCrntKey());
     EXPECT_EQ(0, list.Update(nullptr, &list));
+    unsigned char* copy = new unsigned char[sizeof(Record)]();
+    EXPECT_EQ(0, list.Unlock(nullptr, copy)); // nothing stored: the copy stays the caller's
+    delete[] copy;
     ASSERT_TRUE(list.GoToItem(Key(25))); // CmpKey(25, k) is negative first for 30
     EXPECT_EQ(2u, list.GetCrntInd());
     ASSERT_TRUE(list.GoToItem(Key(20))); // an equal key is not below: on to 30
@@ -172,6 +175,8 @@ TEST(ArrayListStreamTest, RecordIsHeaderThenRawItemsSavedStraightFromTheBlock) {
     std::ostringstream bad = OutStream();
     bad.setstate(std::ios::badbit);
     EXPECT_EQ(0, loaded.Save(bad));
+    std::istringstream again = InStream(record);
+    EXPECT_EQ(1, loaded.LoadBase(again));
 }
 
 TEST(ArrayListStreamTest, CorruptRecordsFailAndLeaveTheListUsable) {

@@ -126,7 +126,7 @@ TYPED_TEST(ListProtocolTest, WalksIndexesAndSearchesAgree) {
     EXPECT_EQ((std::vector<int>{1, 2, 3, 4, 5}), Values<TypeParam>(list));
     EXPECT_EQ((std::vector<int>{5, 4, 3, 2, 1}), Values<TypeParam>(list, true));
     for (unsigned i = 0; i < 5; ++i) {
-        ASSERT_TRUE(list.GoToIndex(i));
+        ASSERT_EQ(1, list.GoToIndex(i));
         EXPECT_EQ(i, list.GetCrntInd());
         EXPECT_EQ(Key(i + 1), list.GetCrntKey());
         void* found = list.Find(TypeParam::Probe(i + 1));
@@ -137,7 +137,8 @@ TYPED_TEST(ListProtocolTest, WalksIndexesAndSearchesAgree) {
     }
     EXPECT_EQ(nullptr, list.Find(TypeParam::Probe(9)));
     EXPECT_EQ(0, list.Next());
-    ASSERT_TRUE(list.Home());
+    for (int result : {list.Prev(), list.Next(), list.End(), list.Home()})
+        EXPECT_EQ(1, result);
     EXPECT_EQ(0, list.Prev());
 }
 
@@ -158,9 +159,10 @@ TYPED_TEST(ListProtocolTest, InsertPlacesTheNewItemAndMakesItCurrent) {
             ASSERT_TRUE(Add<TypeParam>(*sorted, k, k));
         ASSERT_TRUE(Add<TypeParam>(*sorted, 2, 5, true));
         ASSERT_TRUE(Add<TypeParam>(*sorted, -4, 6));
-        EXPECT_EQ(6, Value<TypeParam>(*sorted));
+        ASSERT_TRUE(Add<TypeParam>(*sorted, -4, 7)); // after an equal head, too
+        EXPECT_EQ(7, Value<TypeParam>(*sorted));
         // The hash list's buckets follow the keys, except -4, whose low bits land last.
-        EXPECT_EQ((TypeParam::kHash ? V{1, 2, 5, 3, 6} : V{6, 1, 2, 5, 3}),
+        EXPECT_EQ((TypeParam::kHash ? V{1, 2, 5, 3, 6, 7} : V{6, 7, 1, 2, 5, 3}),
                   Values<TypeParam>(*sorted));
     }
 }
@@ -169,13 +171,13 @@ TYPED_TEST(ListProtocolTest, DeletingMovesOnOrLeavesNoCurrentItem) {
     this->Fill({1, 2, 3, 4});
     BCList& list = *this->list;
     ASSERT_TRUE(list.GoToIndex(1));
-    ASSERT_TRUE(list.DeleteCrnt());
+    ASSERT_EQ(1, list.DeleteCrnt());
     // The successor, or the predecessor at the end; a hash list keeps none.
     EXPECT_EQ(TypeParam::kHash ? -1 : 3, Value<TypeParam>(list));
     ASSERT_TRUE(list.End());
     ASSERT_TRUE(list.DeleteCrnt());
     EXPECT_EQ(TypeParam::kHash ? -1 : 3, Value<TypeParam>(list));
-    ASSERT_TRUE(list.Delete(TypeParam::Probe(1)));
+    ASSERT_EQ(1, list.Delete(TypeParam::Probe(1)));
     EXPECT_EQ((std::vector<int>{3}), Values<TypeParam>(list));
     EXPECT_EQ(0, list.Delete(TypeParam::Probe(7)));
     EXPECT_EQ(1u, list.GetCount());
@@ -244,6 +246,7 @@ TYPED_TEST(ListProtocolTest, IteratorsSurviveDeletionsByOtherCursors) {
     {
         BCIterator deleter(&list), watcher(&list);
         EXPECT_EQ(2u, list.GetIterCount());
+        EXPECT_EQ(2, list.SwapState(&watcher) + list.SwapState(&watcher)); // there and back
         ASSERT_TRUE(deleter.GoToIndex(1));
         ASSERT_TRUE(watcher.GoToIndex(1));
         ASSERT_TRUE(list.GoToIndex(1));
