@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <list>
+#include <sstream>
 #include <unordered_map>
 #include <vector>
 
@@ -25,7 +26,9 @@ void Row(const char* what, double ours, double theirs, const char* against) {
                 theirs > 0 ? ours / theirs : 0.0);
 }
 
-void* Key(long value) { return reinterpret_cast<void*>(static_cast<intptr_t>(value)); }
+void* Key(long value) {
+    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
+}
 
 volatile long g_sink; // keeps results alive
 
@@ -68,8 +71,26 @@ void ArrayList(int n, int finds) {
         "vector erase(begin)");
 }
 
-template <class List> void LinkedList(const char* name, List& list, std::vector<int>& items,
-                                      int finds) {
+// Saving reads the items straight from the list's block: it should cost about what a raw
+// write of each item does.
+void ArraySave(int n) {
+    BCArrayList list(0, sizeof(int), 0, sizeof(int), 4096, 0);
+    std::vector<int> vec;
+    for (int i = 0; i < n; ++i) {
+        list.Append(Key(i), &i);
+        vec.push_back(i);
+    }
+    std::ostringstream ours(std::ios::binary), raw(std::ios::binary);
+    Row("array list: save", Millis([&] { list.Save(ours); }), Millis([&] {
+            for (int& v : vec)
+                raw.write(reinterpret_cast<const char*>(&v), sizeof v);
+        }),
+        "raw per-item write");
+    g_sink = static_cast<long>(ours.str().size() + raw.str().size());
+}
+
+template <class List>
+void LinkedList(const char* name, List& list, std::vector<int>& items, int finds) {
     std::list<int*> std;
     char label[64];
     std::snprintf(label, sizeof label, "%s: append", name);
@@ -181,6 +202,7 @@ int main() {
         items[i] = i;
     std::printf("%d items; finds in linear lists are 1,000 lookups\n\n", n);
     ArrayList(n, 1000);
+    ArraySave(2 * n);
     BCDoubleLinkedList dlist(0, 0);
     LinkedList("double-linked list", dlist, items, 1000);
     BCSingleLinkedList slist(0, 0);

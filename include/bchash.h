@@ -39,8 +39,9 @@ class NORLIB2_API BCHashList : public BCList {
     // The number of buckets cannot change: only the present one is accepted.
     int SetLen(unsigned int length) override;
 
-    // String keys (flag 0x0200): the sum of their characters as signed bytes; other keys:
-    // the low 16 bits of the key value. Either modulo the number of buckets.
+    // String keys (flag 0x0200): the sum of their characters as signed bytes; block keys
+    // (flag 0x1000): the same over their key-size bytes; other keys: the low 16 bits of the
+    // key value. Each modulo the number of buckets.
     virtual unsigned long Hash(void* key);
 
     // Links a made node into the key's bucket, makes it current and returns what Install

@@ -6,8 +6,10 @@
 // A cursor over any list. It is itself a list: each list operation on it runs on the list it
 // was opened on, with the iterator's position swapped in for the call (the list's SwapState)
 // and swapped out again afterwards, so the list's own position is never disturbed. Several
-// iterators walk one list independently; positions saved in other iterators are not
-// corrected when the list changes. The list is not owned and must outlive the iterator.
+// iterators walk one list independently. An iterator standing on a node that the list frees
+// (deleted through another iterator or the list) moves where the deleting cursor went, or to
+// no position; array-list indexes are not corrected and may point past the end. The list is
+// not owned and must outlive the iterator.
 class NORLIB2_API BCIterator : public BCList {
   public:
     // Starts on the item that is current in `list`. A null list gives an iterator on which

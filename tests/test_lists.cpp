@@ -1,309 +1,410 @@
+// The list protocol, run over every list kind; then what only the base list does.
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
-#include "msgrecorder.h"
 #include "norlib2.h"
 #include "streambytes.h"
 
 namespace {
 
+[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();
+
+constexpr unsigned long kNone = 0xFFFFFFFFul;
+
 void* Key(long value) {
     return reinterpret_cast<void*>(static_cast<intptr_t>(value));
 }
-long KeyValue(void* key) {
-    return static_cast<long>(reinterpret_cast<intptr_t>(key));
+
+// Items of size 0 are the caller's: pointers into this array.
+int g_values[10] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+
+// Array items are {key, value}; the key is the item's first word.
+struct Pair {
+    int key, value;
+};
+
+// What the typed cases need to know of each kind.
+// The stack and queue hold the caller's items (size 0), are never sorted and never saved.
+template <class L, unsigned Type, bool Owns = true> struct Kind {
+    using List = L;
+    static constexpr unsigned kType = Type;
+    static constexpr bool kOwns = Owns, kArray = std::is_same<L, BCArrayList>::value;
+    static constexpr bool kHash = std::is_same<L, BCHashList>::value;
+    template <class T = L> static T* Make(unsigned flags) {
+        if constexpr (kArray)
+            return new T(0, sizeof(Pair), 0, sizeof(int), 4, flags);
+        else if constexpr (kHash)
+            return new T(16, flags, sizeof(int));
+        else if constexpr (Owns)
+            return new T(flags, sizeof(int));
+        else
+            return new T();
+    }
+    // The key a search asks for to land on `key`: an array list finds the first key above.
+    static void* Probe(long key) { return Key(kArray ? key - 1 : key); }
+};
+using StackKind = Kind<BCStackList, 89, false>;
+using Kinds = ::testing::Types<Kind<BCArrayList, 86>, Kind<BCSingleLinkedList, 87>,
+                               Kind<BCDoubleLinkedList, 88>, Kind<BCHashList, 85>, StackKind,
+                               Kind<BCQueueList, 90, false>>;
+
+void* NewInt(int value) {
+    return std::memcpy(new char[sizeof(int)], &value, sizeof(int));
 }
 
-// Items of size 0 are the caller's: here, pointers into a fixed array of ints.
-int g_items[10] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
-void* Item(int i) {
-    return &g_items[i];
-}
-int ItemNo(void* item) {
-    return item ? *static_cast<int*>(item) : -1;
+template <class K> int Add(BCList& list, long key, int value, bool insert = false) {
+    Pair pair{static_cast<int>(key), value};
+    void* item = K::kArray  ? static_cast<void*>(&pair)
+                 : K::kOwns ? NewInt(value)
+                            : &g_values[value];
+    int ok = insert ? list.Insert(Key(key), item) : list.Append(Key(key), item);
+    if (!ok && !K::kArray && K::kOwns)
+        delete[] static_cast<char*>(item);
+    return ok;
 }
 
-std::vector<int> Items(BCList& list) {
+// The current item's value; -1 without one. Array lists hand out copies.
+template <class K> int Value(BCList& list) {
+    void* item = list.GetCrntItem();
+    if (!item)
+        return -1;
+    int value = K::kArray ? static_cast<Pair*>(item)->value : *static_cast<int*>(item);
+    if (K::kArray)
+        delete[] static_cast<unsigned char*>(item);
+    return value;
+}
+
+template <class K> std::vector<int> Values(BCList& list, bool backward = false) {
     std::vector<int> out;
-    for (int more = list.Home(); more; more = list.Next())
-        out.push_back(ItemNo(list.GetCrntItem()));
+    for (int more = backward ? list.End() : list.Home(); more;
+         more = backward ? list.Prev() : list.Next())
+        out.push_back(Value<K>(list));
     return out;
 }
 
-// Records every item handed to DeleteItem and the keep flag at that moment.
-class RecordingList : public BCSingleLinkedList {
+// Records what reaches DeleteItem and whether flag 0x0800 was set then.
+template <class Base> class Recording : public Base {
   public:
-    explicit RecordingList(unsigned flags = 0) : BCSingleLinkedList(flags, 0) {}
-    ~RecordingList() override { Clear(1); }
+    template <class... Args> explicit Recording(Args... args) : Base(args...) {}
     int DeleteItem(void* key, void* item) override {
-        deleted.push_back(ItemNo(item));
-        keepFlagSeen.push_back((GetFlags() & BC_FLAG_KEEP_ITEMS) != 0);
-        return BCSingleLinkedList::DeleteItem(key, item);
+        keepFlagSeen.push_back((this->GetFlags() & BC_FLAG_KEEP_ITEMS) != 0);
+        return Base::DeleteItem(key, item);
     }
-    void SetKeySize(unsigned long n) { dwKeySize = n; }
-    std::vector<int> deleted;
     std::vector<bool> keepFlagSeen;
 };
 
-TEST(SingleLinkedListTest, InsertAppendAndTheCurrentNode) {
-    BCSingleLinkedList list(0, 0);
-    EXPECT_EQ(87u, list.GetObjectType());
-    EXPECT_EQ(0xFFFFFFFFul, list.GetCrntInd());
-    // Without a current node Insert appends.
-    ASSERT_TRUE(list.Insert(Key(1), Item(1)));
-    ASSERT_TRUE(list.Append(Key(2), Item(2)));
-    EXPECT_EQ(1u, list.GetCrntInd());
-    // With one, the new node goes in front of it and becomes current.
-    ASSERT_TRUE(list.Insert(Key(3), Item(3)));
-    EXPECT_EQ(1u, list.GetCrntInd());
-    EXPECT_EQ((std::vector<int>{1, 3, 2}), Items(list));
-    ASSERT_TRUE(list.Home());
-    ASSERT_TRUE(list.Insert(Key(4), Item(4)));
-    EXPECT_EQ((std::vector<int>{4, 1, 3, 2}), Items(list));
-    EXPECT_EQ(4, ItemNo(list.GetHead()->lpItem));
-    EXPECT_EQ(2, ItemNo(list.GetTail()->lpItem));
+// Block keys of three bytes.
+template <class Base> struct BlockKeyed : Base {
+    template <class... Args> explicit BlockKeyed(Args... args) : Base(args...) {
+        this->dwKeySize = 3;
+    }
+};
 
-    ASSERT_TRUE(list.End());
+template <class K> class ListProtocolTest : public ::testing::Test {
+  protected:
+    std::unique_ptr<typename K::List> list{K::Make(0)};
+    void Fill(std::initializer_list<int> keys) {
+        for (int k : keys)
+            ASSERT_TRUE(Add<K>(*list, k, k));
+    }
+};
+TYPED_TEST_SUITE(ListProtocolTest, Kinds);
+
+TYPED_TEST(ListProtocolTest, WalksIndexesAndSearchesAgree) {
+    BCList& list = *this->list;
+    EXPECT_EQ(TypeParam::kType, list.GetObjectType());
+    for (int result : {list.Home(), list.End(), list.Next(), list.Prev(), list.DeleteCrnt(),
+                       list.GoToIndex(0), list.GoToItem(Key(1)), list.Delete(Key(1))})
+        EXPECT_EQ(0, result); // nothing to move to
+    EXPECT_EQ(nullptr, list.GetCrntKey());
+    this->Fill({1, 2, 3, 4, 5});
+    EXPECT_EQ((std::vector<int>{1, 2, 3, 4, 5}), Values<TypeParam>(list));
+    EXPECT_EQ((std::vector<int>{5, 4, 3, 2, 1}), Values<TypeParam>(list, true));
+    for (unsigned i = 0; i < 5; ++i) {
+        ASSERT_EQ(1, list.GoToIndex(i));
+        EXPECT_EQ(i, list.GetCrntInd());
+        EXPECT_EQ(Key(i + 1), list.GetCrntKey());
+        void* found = list.Find(TypeParam::Probe(i + 1));
+        ASSERT_NE(nullptr, found);
+        if (TypeParam::kArray)
+            delete[] static_cast<unsigned char*>(found);
+        EXPECT_EQ(static_cast<int>(i + 1), Value<TypeParam>(list));
+    }
+    EXPECT_EQ(nullptr, list.Find(TypeParam::Probe(9)));
     EXPECT_EQ(0, list.Next());
-    ASSERT_TRUE(list.Prev());
-    EXPECT_EQ(3, ItemNo(list.GetCrntItem()));
-    EXPECT_EQ(Key(3), list.GetCrntKey());
-    ASSERT_TRUE(list.GoToIndex(0));
+    for (int result : {list.Prev(), list.Next(), list.End(), list.Home()})
+        EXPECT_EQ(1, result);
     EXPECT_EQ(0, list.Prev());
-    EXPECT_EQ(0, list.GoToIndex(4));
-    EXPECT_EQ(1, ItemNo(list.Find(Key(1))));
-    EXPECT_EQ(nullptr, list.Find(Key(99)));
 }
 
-TEST(SingleLinkedListTest, SortedPlacementAndRelocation) {
-    BCSingleLinkedList list(BC_FLAG_SORTED, 0);
-    ASSERT_TRUE(list.Append(Key(30), Item(3)));
-    ASSERT_TRUE(list.Insert(Key(10), Item(1)));
-    ASSERT_TRUE(list.Insert(Key(20), Item(2)));
-    ASSERT_TRUE(list.Insert(Key(20), Item(4))); // after the equal key
-    ASSERT_TRUE(list.Insert(Key(-5), Item(5)));
-    EXPECT_EQ((std::vector<int>{5, 1, 2, 4, 3}), Items(list));
-    EXPECT_EQ(Key(-5), list.GetHead()->lpKey);
-
-    ASSERT_TRUE(list.Relocate(Key(40), Key(10), nullptr));
-    EXPECT_EQ((std::vector<int>{5, 2, 4, 3, 1}), Items(list));
-    EXPECT_EQ(Key(40), list.GetTail()->lpKey);
-    EXPECT_EQ(0, list.Relocate(Key(50), Key(77), nullptr)); // neither key present
-
-    BCSingleLinkedList unsorted(0, 0);
-    ASSERT_TRUE(unsorted.Append(Key(1), Item(1)));
-    EXPECT_EQ(1, unsorted.Relocate(Key(9), Key(1), nullptr)); // nothing to move
-    EXPECT_EQ(Key(1), unsorted.GetHead()->lpKey);
-}
-
-TEST(SingleLinkedListTest, DeletionMovesCurrentToSuccessorOrPredecessor) {
-    RecordingList list;
-    for (int i = 1; i <= 4; ++i)
-        ASSERT_TRUE(list.Append(Key(i), Item(i)));
+// Unsorted: in front of the current item (a hash list: at the end of the key's chain);
+// sorted: by key, after equal keys. The new item becomes current.
+TYPED_TEST(ListProtocolTest, InsertPlacesTheNewItemAndMakesItCurrent) {
+    this->Fill({1, 2, 3});
+    BCList& list = *this->list;
     ASSERT_TRUE(list.GoToIndex(1));
-    ASSERT_TRUE(list.DeleteCrnt());
-    EXPECT_EQ(3, ItemNo(list.GetCrntItem()));
+    ASSERT_TRUE(Add<TypeParam>(list, 9, 9, true));
+    EXPECT_EQ(9, Value<TypeParam>(list));
+    EXPECT_EQ(TypeParam::kHash ? 3u : 1u, list.GetCrntInd());
+    using V = std::vector<int>;
+    EXPECT_EQ((TypeParam::kHash ? V{1, 2, 3, 9} : V{1, 9, 2, 3}), Values<TypeParam>(list));
+    if constexpr (TypeParam::kOwns) {
+        std::unique_ptr<BCList> sorted(TypeParam::Make(BC_FLAG_SORTED));
+        for (int k : {3, 1, 2})
+            ASSERT_TRUE(Add<TypeParam>(*sorted, k, k));
+        ASSERT_TRUE(Add<TypeParam>(*sorted, 2, 5, true));
+        ASSERT_TRUE(Add<TypeParam>(*sorted, -4, 6));
+        ASSERT_TRUE(Add<TypeParam>(*sorted, -4, 7)); // after an equal head, too
+        EXPECT_EQ(7, Value<TypeParam>(*sorted));
+        // The hash list's buckets follow the keys, except -4, whose low bits land last.
+        EXPECT_EQ((TypeParam::kHash ? V{1, 2, 5, 3, 6, 7} : V{6, 7, 1, 2, 5, 3}),
+                  Values<TypeParam>(*sorted));
+    }
+}
+
+TYPED_TEST(ListProtocolTest, DeletingMovesOnOrLeavesNoCurrentItem) {
+    this->Fill({1, 2, 3, 4});
+    BCList& list = *this->list;
+    ASSERT_TRUE(list.GoToIndex(1));
+    ASSERT_EQ(1, list.DeleteCrnt());
+    // The successor, or the predecessor at the end; a hash list keeps none.
+    EXPECT_EQ(TypeParam::kHash ? -1 : 3, Value<TypeParam>(list));
     ASSERT_TRUE(list.End());
     ASSERT_TRUE(list.DeleteCrnt());
-    EXPECT_EQ(3, ItemNo(list.GetCrntItem()));
-    EXPECT_EQ(3, ItemNo(list.GetTail()->lpItem));
-    // Delete by key finds the first equal key from the head.
-    ASSERT_TRUE(list.Delete(Key(1)));
-    EXPECT_EQ((std::vector<int>{3}), Items(list));
-    EXPECT_EQ(0, list.Delete(Key(1)));
-    EXPECT_EQ((std::vector<int>{2, 4, 1}), list.deleted);
-    ASSERT_TRUE(list.DeleteCrnt());
-    EXPECT_EQ(0u, list.GetCount());
-    EXPECT_EQ(nullptr, list.GetHead());
-    EXPECT_EQ(nullptr, list.GetTail());
-    EXPECT_EQ(0, list.DeleteCrnt());
-    EXPECT_EQ(0, list.Home());
-    EXPECT_EQ(0, list.End());
+    EXPECT_EQ(TypeParam::kHash ? -1 : 3, Value<TypeParam>(list));
+    ASSERT_EQ(1, list.Delete(TypeParam::Probe(1)));
+    EXPECT_EQ((std::vector<int>{3}), Values<TypeParam>(list));
+    EXPECT_EQ(0, list.Delete(TypeParam::Probe(7)));
+    EXPECT_EQ(1u, list.GetCount());
 }
 
-TEST(SingleLinkedListTest, ClearHonoursAndRestoresTheKeepFlag) {
-    RecordingList list;
-    for (int i = 1; i <= 3; ++i)
-        ASSERT_TRUE(list.Append(Key(i), Item(i)));
-    EXPECT_EQ(1, list.Clear(0));
-    EXPECT_EQ((std::vector<int>{1, 2, 3}), list.deleted);
-    EXPECT_EQ((std::vector<bool>{true, true, true}), list.keepFlagSeen);
-    EXPECT_FALSE(list.GetFlags() & BC_FLAG_KEEP_ITEMS);
-    EXPECT_EQ(0u, list.GetCount());
-
-    list.SetFlags(BC_FLAG_KEEP_ITEMS, 1);
-    list.deleted.clear();
-    list.keepFlagSeen.clear();
-    ASSERT_TRUE(list.Append(Key(5), Item(5)));
-    EXPECT_EQ(1, list.Clear(1));
-    EXPECT_EQ((std::vector<bool>{false}), list.keepFlagSeen);
-    EXPECT_TRUE(list.GetFlags() & BC_FLAG_KEEP_ITEMS);
+TYPED_TEST(ListProtocolTest, ClearLetsDeleteItemFreeOnlyWhenAsked) {
+    if constexpr (!TypeParam::kArray) {
+        auto* list = TypeParam::template Make<Recording<typename TypeParam::List>>(0);
+        std::unique_ptr<BCList> owner(list);
+        for (int k : {1, 2})
+            ASSERT_TRUE(Add<TypeParam>(*list, k, k));
+        EXPECT_EQ(1, list->Clear(0));
+        EXPECT_EQ((std::vector<bool>{true, true}), list->keepFlagSeen);
+        EXPECT_FALSE(list->GetFlags() & BC_FLAG_KEEP_ITEMS);
+        EXPECT_EQ(0u, list->GetCount());
+        EXPECT_EQ(0, list->Home());
+        list->SetFlags(BC_FLAG_KEEP_ITEMS, 1);
+        list->keepFlagSeen.clear();
+        ASSERT_TRUE(Add<TypeParam>(*list, 3, 3));
+        EXPECT_EQ(1, list->Clear(1));
+        EXPECT_EQ((std::vector<bool>{false}), list->keepFlagSeen);
+        EXPECT_TRUE(list->GetFlags() & BC_FLAG_KEEP_ITEMS);
+    }
 }
 
-TEST(ListProtocolTest, CmpKeyForEachKeyKind) {
-    RecordingList values;
+// Saving, measuring and rendering walk the list; the position they found must survive,
+// also none (an unsorted insert then still appends).
+TYPED_TEST(ListProtocolTest, SaveLengthAndRenderingKeepThePosition) {
+    if constexpr (TypeParam::kOwns) {
+        char buffer[64];
+        const std::function<void(BCList&)> walks[] = {
+            [](BCList& l) { SavedBytes(l); },
+            [](BCList& l) { l.GetLen(BCGetTextFormat()); },
+            [&](BCList& l) { l.GetData(buffer, sizeof buffer, BCGetTextFormat()); },
+        };
+        for (const auto& walk : walks) {
+            std::unique_ptr<BCList> list(TypeParam::Make(0));
+            for (int k : {1, 2, 3})
+                ASSERT_TRUE(Add<TypeParam>(*list, k, k));
+            ASSERT_TRUE(list->GoToIndex(1));
+            walk(*list);
+            EXPECT_EQ(1u, list->GetCrntInd());
+            ASSERT_TRUE(list->Delete(TypeParam::Probe(2)));
+            const unsigned long before = list->GetCrntInd();
+            walk(*list);
+            EXPECT_EQ(before, list->GetCrntInd());
+        }
+    }
+}
+
+template <class K> void ExpectValidPosition(BCIterator& it, BCList& list) {
+    const unsigned long index = it.GetCrntInd();
+    const int value = Value<K>(it);
+    if (index == kNone) {
+        EXPECT_EQ(-1, value);
+        return;
+    }
+    ASSERT_LT(index, list.GetCount());
+    EXPECT_EQ(Values<K>(list)[index], value);
+}
+
+// An iterator never keeps an item that another cursor deleted.
+TYPED_TEST(ListProtocolTest, IteratorsSurviveDeletionsByOtherCursors) {
+    this->Fill({1, 2, 3, 4, 5});
+    BCList& list = *this->list;
+    {
+        BCIterator deleter(&list), watcher(&list);
+        EXPECT_EQ(2u, list.GetIterCount());
+        EXPECT_EQ(2, list.SwapState(&watcher) + list.SwapState(&watcher)); // there and back
+        ASSERT_TRUE(deleter.GoToIndex(1));
+        ASSERT_TRUE(watcher.GoToIndex(1));
+        ASSERT_TRUE(list.GoToIndex(1));
+        ASSERT_TRUE(deleter.DeleteCrnt());
+        ExpectValidPosition<TypeParam>(watcher, list);
+        ExpectValidPosition<TypeParam>(deleter, list);
+        ASSERT_TRUE(watcher.GoToIndex(0));
+        ASSERT_TRUE(list.Delete(TypeParam::Probe(1)));
+        ExpectValidPosition<TypeParam>(watcher, list);
+        ASSERT_TRUE(watcher.GoToIndex(1));
+        list.Clear(1);
+        EXPECT_EQ(-1, Value<TypeParam>(watcher));
+        EXPECT_EQ(0, watcher.Next());
+    }
+    EXPECT_EQ(0u, list.GetIterCount());
+}
+
+// Records load back whole (keys of every kind travel with their items, so a loaded list
+// finds each by contents); records cut short fail.
+TYPED_TEST(ListProtocolTest, RecordsLoadBackAndShortOnesFail) {
+    using List = typename TypeParam::List; // array keys lie in the item: no block keys there
+    using Made = std::conditional_t<TypeParam::kArray, List, BlockKeyed<List>>;
+    std::string keys[2][3] = {{"pear", "fig", "apple"}, {"\1\2\3", "\1\2\4", "\xC8\x09\x09"}};
+    const unsigned kinds[] = {0, BC_FLAG_STRING_KEY, BC_FLAG_BLOCK_KEY};
+    for (unsigned kind = 0; kind < (TypeParam::kArray ? 1 : 3) && TypeParam::kOwns; ++kind) {
+        auto make = [&] { return TypeParam::template Make<Made>(kinds[kind]); };
+        std::unique_ptr<BCList> list(make()), loaded(make());
+        for (int i = 0; i < 3; ++i)
+            ASSERT_TRUE(kind ? list->Append(&keys[kind - 1][i][0], NewInt(i))
+                             : Add<TypeParam>(*list, i * 7 - 4, i));
+        const std::string record = SavedBytes(*list);
+        std::istringstream is = InStream(record);
+        ASSERT_EQ(1, loaded->Load(is));
+        EXPECT_EQ(Values<TypeParam>(*list), Values<TypeParam>(*loaded));
+        EXPECT_EQ(record, SavedBytes(*loaded));
+        for (int i = 0; kind && i < 3; ++i) {
+            std::string probe = keys[kind - 1][i]; // a copy: found by contents
+            ASSERT_TRUE(loaded->GoToItem(&probe[0])) << kind << " " << i;
+            EXPECT_EQ(i, Value<TypeParam>(*loaded));
+        }
+        EXPECT_EQ(std::string::npos, FirstShortLoad(record, [&](std::istream& in) {
+                      return std::unique_ptr<BCList>(make())->Load(in);
+                  }));
+    }
+}
+
+// ---- the base list and the single-linked list's own cases ----
+
+TEST(ListBaseTest, CmpKeyForEachKeyKind) {
+    BlockKeyed<BCSingleLinkedList> values(0u, 0u), strings(BC_FLAG_STRING_KEY, 0u),
+        blocks(BC_FLAG_BLOCK_KEY, 0u);
     EXPECT_LT(values.CmpKey(Key(-1), Key(5)), 0); // signed, as the numbers they are
     EXPECT_GT(values.CmpKey(Key(7), Key(5)), 0);
     EXPECT_EQ(0, values.CmpKey(Key(5), Key(5)));
-
-    RecordingList strings(BC_FLAG_STRING_KEY);
     char a[] = "apple", b[] = "apple", c[] = "pear";
     EXPECT_EQ(0, strings.CmpKey(a, b)); // by contents, not address
     EXPECT_LT(strings.CmpKey(a, c), 0);
     EXPECT_GT(strings.CmpKey(c, nullptr), 0);
-
-    RecordingList blocks(BC_FLAG_BLOCK_KEY);
-    blocks.SetKeySize(3);
     unsigned char x[] = {1, 2, 3, 9}, y[] = {1, 2, 3, 0}, z[] = {1, 2, 4, 0};
     EXPECT_EQ(0, blocks.CmpKey(x, y)); // only key-size bytes count
     EXPECT_LT(blocks.CmpKey(x, z), 0);
-
-    // String keys find by contents.
-    ASSERT_TRUE(strings.Append(a, Item(1)));
-    ASSERT_TRUE(strings.Append(c, Item(2)));
-    char probe[] = "pear";
-    EXPECT_EQ(2, ItemNo(strings.Find(probe)));
 }
 
-TEST(ListProtocolTest, BaseListHoldsNothing) {
+TEST(ListBaseTest, BaseListHoldsNothingAndSwapsNothingWithoutAnIterator) {
     BCList list(7, 0, 4);
     EXPECT_EQ(85u, list.GetObjectType());
     EXPECT_EQ(7u, list.GetLength());
-    EXPECT_EQ(0, list.Insert(Key(1), Item(1)));
-    EXPECT_EQ(0, list.Append(Key(1), Item(1)));
-    EXPECT_EQ(0, list.Home());
-    EXPECT_EQ(0, list.Delete(Key(1)));
-    EXPECT_EQ(0xFFFFFFFFul, list.GetCrntInd());
-    EXPECT_EQ(nullptr, list.GetCrntItem());
-    EXPECT_EQ(nullptr, list.Lock());
-    EXPECT_EQ(0, list.Update(nullptr, Item(1)));
-    EXPECT_EQ(nullptr, list.SetCrntItem(Item(1)));
+    for (int result : {list.Insert(Key(1), g_values), list.Append(Key(1), g_values),
+                       list.Relocate(Key(1), nullptr, nullptr), list.Update(nullptr, g_values),
+                       list.SwapState(nullptr)})
+        EXPECT_EQ(0, result);
+    EXPECT_EQ(kNone, list.GetCrntInd());
+    EXPECT_EQ(nullptr, list.SetCrntItem(g_values));
     EXPECT_EQ(nullptr, list.Dup());
-    EXPECT_EQ(1, list.Install(nullptr, nullptr, 0));
     EXPECT_EQ(1, list.SetItemSize(8));
     EXPECT_EQ(8u, list.GetItemSize());
 }
 
-TEST(ListProtocolTest, ItemsAreChangedInPlaceThroughTheCurrentNode) {
+TEST(ListBaseTest, NodeItemsChangeInPlaceAndSingleLinkedRelocationSorts) {
     BCSingleLinkedList list(0, 0);
-    ASSERT_TRUE(list.Append(Key(1), Item(1)));
-    EXPECT_EQ(Item(1), list.Lock()); // no copy: the item itself
-    ASSERT_TRUE(list.Unlock(Key(1), Item(2)));
-    EXPECT_EQ(2, ItemNo(list.GetCrntItem()));
-    EXPECT_EQ(Item(2), list.SetCrntItem(Item(3)));
-    EXPECT_EQ(3, ItemNo(list.GetCrntItem()));
-    EXPECT_EQ(0, list.SetItemSize(4)); // refused while items are held
+    ASSERT_TRUE(list.Append(Key(1), &g_values[1]));
+    EXPECT_EQ(&g_values[1], list.Lock()); // no copy: the item itself
+    ASSERT_TRUE(list.Unlock(Key(1), &g_values[2]));
+    EXPECT_EQ(&g_values[2], list.SetCrntItem(&g_values[3]));
+    EXPECT_EQ(&g_values[3], list.GetCrntItem());
+    EXPECT_EQ(0, list.SetItemSize(4));                    // refused while items are held
+    EXPECT_EQ(1, list.Relocate(Key(9), Key(1), nullptr)); // unsorted: nothing moves
+    EXPECT_EQ(Key(1), list.GetHead()->lpKey);
+
+    BCSingleLinkedList sorted(BC_FLAG_SORTED, 0);
+    for (int k : {10, 20, 30})
+        ASSERT_TRUE(sorted.Append(Key(k), &g_values[k / 10]));
+    ASSERT_TRUE(sorted.Relocate(Key(40), Key(10), nullptr));
+    EXPECT_EQ((std::vector<int>{2, 3, 1}), Values<StackKind>(sorted));
+    EXPECT_EQ(Key(40), sorted.GetTail()->lpKey);
+    EXPECT_EQ(0, sorted.Relocate(Key(50), Key(77), nullptr)); // neither key present
 }
 
-// Iterator state as the library above this module keeps it.
-struct FakeIterator {
-    BCIteratorState state;
-};
-BCIteratorState* FakeAccess(BCIterator* it) {
-    return &reinterpret_cast<FakeIterator*>(it)->state;
-}
-
-TEST(ListProtocolTest, SwapStateExchangesThePositionWithTheIterator) {
-    BCSingleLinkedList list(0, 0);
-    for (int i = 1; i <= 3; ++i)
-        ASSERT_TRUE(list.Append(Key(i), Item(i)));
-    FakeIterator fake{};
-    BCIterator* it = reinterpret_cast<BCIterator*>(&fake);
-    EXPECT_EQ(0, list.SwapState(it)); // nobody has told the module where the words are
-
-    BCSetIteratorStateAccess(FakeAccess);
-    ASSERT_TRUE(list.Home());
-    ASSERT_TRUE(list.SwapState(it)); // the iterator's empty position comes in
-    EXPECT_EQ(0xFFFFFFFFul, list.GetCrntInd());
-    ASSERT_TRUE(list.End());
-    ASSERT_TRUE(list.SwapState(it)); // and goes out again with the move
-    EXPECT_EQ(0u, list.GetCrntInd());
-    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(list.GetTail()), fake.state.dwState1);
-
-    BCArrayList array(0, sizeof(int), 0, 0, 4, 0);
-    int v = 5;
-    ASSERT_TRUE(array.Append(nullptr, &v));
-    ASSERT_TRUE(array.Append(nullptr, &v));
-    fake.state.dwState2 = 0;
-    ASSERT_TRUE(array.SwapState(it));
-    EXPECT_EQ(0u, array.GetCrntInd());
-    EXPECT_EQ(1u, fake.state.dwState2);
-    BCSetIteratorStateAccess(nullptr);
-}
-
-TEST(ListRenderingTest, OwnedItemsRenderAsLinesOfText) {
+TEST(ListBaseTest, OwnedItemsRenderAsLinesOfText) {
     BCSingleLinkedList list(0, 8);
     BCFormat& text = BCGetTextFormat();
-    ASSERT_TRUE(list.IsRenderable(text));
     EXPECT_FALSE(list.IsRenderable(BCGetBitmapFormat()));
     const char source[] = "one\r\ntwo\nlonger-than-eight\r\n";
     ASSERT_EQ(sizeof source - 1, list.SetData(const_cast<char*>(source), sizeof source - 1, text));
     EXPECT_EQ(3u, list.GetCount());
     EXPECT_TRUE(list.IsModified());
-    ASSERT_TRUE(list.GoToIndex(2));
-    EXPECT_STREQ("longer-", static_cast<char*>(list.GetCrntItem())); // cut to the item size
-
-    const std::string expected = "one\r\ntwo\r\nlonger-\r\n";
+    const std::string expected = "one\r\ntwo\r\nlonger-\r\n"; // cut to the item size
     EXPECT_EQ(expected.size() + 1, list.GetLen(text));
-    char buffer[64];
+    char buffer[64], small[6];
     EXPECT_EQ(expected.size() + 1, list.GetData(buffer, sizeof buffer, text));
     EXPECT_EQ(expected, buffer);
-    EXPECT_EQ(2u, list.GetCrntInd()); // position kept
-    char small[6];
     EXPECT_EQ(6u, list.GetData(small, sizeof small, text));
     EXPECT_STREQ("one\r\n", small);
-
     // Items of size 0 are not the list's to render.
     BCSingleLinkedList foreign(0, 0);
     EXPECT_FALSE(foreign.IsRenderable(text));
     EXPECT_EQ(0, foreign.SetItemData(const_cast<char*>("x"), 1, text));
 }
 
-TEST(ListStreamTest, OwnedItemsSaveWithTheirValueKeys) {
-    BCSingleLinkedList list(BC_FLAG_SORTED, 4);
-    for (long key : {20L, -3L}) {
-        char* item = new char[4];
-        std::memcpy(item, key > 0 ? "abc" : "xyz", 4);
-        ASSERT_TRUE(list.Insert(Key(key), item));
-    }
-    std::ostringstream os = OutStream();
-    ASSERT_EQ(1, list.Save(os));
-    const std::string expected = LE32(87) + LE32(BC_FLAG_SORTED) + LE32(0) + LE32(2) + LE32(4) +
-                                 LE32(0xFFFFFFFD) + std::string("xyz", 4) + LE32(20) +
-                                 std::string("abc", 4);
-    EXPECT_EQ(expected, os.str());
+TEST(ListStreamTest, ItemRecordsCarryValueStringAndBlockKeys) {
+    BCSingleLinkedList values(BC_FLAG_SORTED, 4);
+    values.Insert(Key(20), std::memcpy(new char[4], "abc", 4));
+    values.Insert(Key(-3), std::memcpy(new char[4], "xyz", 4));
+    EXPECT_EQ(LE32(87) + LE32(BC_FLAG_SORTED) + LE32(0) + LE32(2) + LE32(4) + LE32(0xFFFFFFFD) +
+                  std::string("xyz", 4) + LE32(20) + std::string("abc", 4),
+              SavedBytes(values));
 
-    BCSingleLinkedList loaded(0, 0);
-    std::istringstream is = InStream(os.str());
-    ASSERT_EQ(1, loaded.Load(is));
-    EXPECT_EQ(2u, loaded.GetCount());
-    EXPECT_TRUE(loaded.GetFlags() & BC_FLAG_SORTED);
-    ASSERT_TRUE(loaded.Home());
-    EXPECT_EQ(-3, KeyValue(loaded.GetCrntKey()));
-    EXPECT_STREQ("xyz", static_cast<char*>(loaded.GetCrntItem()));
-    ASSERT_TRUE(loaded.Next());
-    EXPECT_EQ(20, KeyValue(loaded.GetCrntKey()));
+    BlockKeyed<BCSingleLinkedList> strings(BC_FLAG_STRING_KEY, 2u), blocks(BC_FLAG_BLOCK_KEY, 2u);
+    char name[] = "pear";
+    strings.Append(name, std::memcpy(new char[2], "p", 2));
+    strings.Append(nullptr, std::memcpy(new char[2], "n", 2));
+    blocks.Append(name, std::memcpy(new char[2], "b", 2));
+    const std::string head = LE32(0) + LE32(2) + LE32(2);
+    EXPECT_EQ(LE32(87) + LE32(BC_FLAG_STRING_KEY) + head + LE32(4) + "pear" + std::string("p", 2) +
+                  LE32(0xFFFFFFFF) + std::string("n", 2),
+              SavedBytes(strings));
+    EXPECT_EQ(LE32(87) + LE32(BC_FLAG_BLOCK_KEY) + LE32(0) + LE32(1) + LE32(2) + LE32(3) + "pea" +
+                  std::string("b", 2),
+              SavedBytes(blocks));
 }
 
 TEST(ListStreamTest, ShortAndAbsurdRecordsFailAndLeaveTheListUsable) {
     const std::string base = LE32(87) + LE32(0);
+    const std::string keyed = LE32(87) + LE32(BC_FLAG_STRING_KEY) + LE32(0) + LE32(1) + LE32(4);
     const std::string cases[] = {
-        base + LE32(0) + LE32(3) + LE32(4) + LE32(1) + "abcd",          // fewer items than claimed
         base + LE32(0) + LE32(0xFFFFFFFF) + LE32(0xFFFFFFFF) + LE32(1), // absurd item size
-        base + LE32(0),                                                 // settings cut short
         LE32(87) + LE32(BC_FLAG_STRING_KEY | BC_FLAG_BLOCK_KEY) + LE32(0) + LE32(0) + LE32(4),
         base + LE32(0) + LE32(1) + LE32(0) + LE32(1), // items not the list's
+        keyed + LE32(0xFFFFFFF0) + "abcdefgh",        // a key longer than the record
+        LE32(87) + LE32(BC_FLAG_BLOCK_KEY) + LE32(0) + LE32(1) + LE32(4) + LE32(2) + "ab" + "cdef",
     };
     for (const std::string& bytes : cases) {
-        BCSingleLinkedList list(0, 4);
+        BlockKeyed<BCSingleLinkedList> list(0u, 4u);
         std::istringstream is = InStream(bytes);
         EXPECT_EQ(0, list.Load(is));
-        char* item = new char[4]{'o', 'k', 0, 0};
-        ASSERT_TRUE(list.Append(Key(42), item));
-        EXPECT_STREQ("ok", static_cast<char*>(list.Find(Key(42))));
+        char key[] = "key"; // good for every key kind the record may have set
+        ASSERT_TRUE(list.Append(key, std::memcpy(new char[4], "ok", 3)));
+        EXPECT_STREQ("ok", static_cast<char*>(list.Find(key)));
     }
 }
 

@@ -8,6 +8,8 @@
 
 namespace {
 
+[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();
+
 TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
     std::ostringstream os = OutStream();
     ASSERT_TRUE(BCSaveWord(os, 0x11223344u));
@@ -52,53 +54,39 @@ TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
     delete[] empty;
 }
 
-TEST(StreamPrimitiveTest, ShortStreamsFail) {
+TEST(StreamPrimitiveTest, ShortStreamsAndAbsurdLengthsFail) {
     unsigned int word = 7;
-    std::istringstream three = InStream(std::string(3, '\x01'));
+    short coord = 0;
+    char block[8];
+    char* text = reinterpret_cast<char*>(&word);
+    std::istringstream three = InStream(std::string(3, '\x01')), one = InStream("x"),
+                       five = InStream("12345"), cut = InStream(LE32(10) + "abc"),
+                       absurd = InStream(LE32(0xFFFFFFFE) + std::string(100, 'a'));
     EXPECT_EQ(0, BCLoadWord(three, word));
     EXPECT_FALSE(BCStreamOK(three));
-
-    short coord = 0;
-    std::istringstream one = InStream("x");
     EXPECT_EQ(0, BCLoadCoord(one, coord));
-
-    char block[8];
-    std::istringstream five = InStream("12345");
+    EXPECT_EQ(0, BCLoadFarBlk(five, nullptr, 2));
+    EXPECT_EQ(0, BCLoadFarBlk(five, block, -1));
     EXPECT_EQ(0, BCLoadFarBlk(five, block, 8));
-    std::istringstream any = InStream("12345");
-    EXPECT_EQ(0, BCLoadFarBlk(any, nullptr, 2));
-    EXPECT_EQ(0, BCLoadFarBlk(any, block, -1));
-
-    // A string that claims more bytes than follow.
-    char* text = reinterpret_cast<char*>(&word);
-    std::istringstream cut = InStream(LE32(10) + "abc");
-    EXPECT_EQ(0, BCLoadStringPtr(cut, text));
+    EXPECT_EQ(0, BCLoadStringPtr(cut, text)); // more bytes claimed than follow
+    EXPECT_EQ(nullptr, text);
+    EXPECT_EQ(0, BCLoadStringPtr(absurd, text)); // refused at the end, not allocated
     EXPECT_EQ(nullptr, text);
 }
 
-TEST(StreamPrimitiveTest, AbsurdStringLengthsFailWithoutHugeAllocation) {
-    // Four billion bytes claimed, a handful present: refused at the end of the stream.
-    char* text = nullptr;
-    std::istringstream is = InStream(LE32(0xFFFFFFFE) + std::string(100, 'a'));
-    EXPECT_EQ(0, BCLoadStringPtr(is, text));
-    EXPECT_EQ(nullptr, text);
-
-    // A long string that is really there loads whole.
+TEST(StreamPrimitiveTest, LongStringsLoadWholeAndSeekableStreamsTellWhatRemains) {
     std::string big(300000, 'q');
     std::ostringstream os = OutStream();
     ASSERT_TRUE(BCSaveStringPtr(os, big.c_str()));
+    char* text = nullptr;
     std::istringstream in = InStream(os.str());
     ASSERT_TRUE(BCLoadStringPtr(in, text));
     EXPECT_EQ(big, text);
     delete[] text;
-}
-
-TEST(StreamPrimitiveTest, RemainingBytesOfSeekableStreams) {
     std::istringstream is = InStream("abcdef");
-    char two[2];
+    char two[2], rest[4];
     is.read(two, 2);
     EXPECT_EQ(4, BCStreamRemaining(is));
-    char rest[4];
     EXPECT_TRUE(BCLoadFarBlk(is, rest, 4)); // the position was kept
     EXPECT_EQ(0, std::memcmp(rest, "cdef", 4));
 }

@@ -5,6 +5,9 @@
 
 class BCIterator;
 
+// What GetCrntInd gives when there is no current item.
+constexpr unsigned long BC_NO_INDEX = 0xFFFFFFFFul;
+
 // The first fields of every list node: code that reads a node's key or item works on all
 // node kinds.
 struct BCListNode {
@@ -13,11 +16,13 @@ struct BCListNode {
 };
 
 // The three words in which an iterator keeps a position of its list while it is not in
-// use. Pointer-sized, since a linked list's position is a node.
+// use. Pointer-sized, since a linked list's position is a node. The link chains the
+// iterators open on one list, so that the list can move them off a node it frees.
 struct BCIteratorState {
     std::uintptr_t dwState1; // current node (BCList default)
     std::uintptr_t dwState2; // current index (array list)
     std::uintptr_t dwState3; // auxiliary position word (BCList default), e.g. a bucket
+    BCIterator* opNextIter;  // the next iterator open on the same list
 };
 
 // The iterator class lives in the library above this module; it tells this module where
@@ -40,7 +45,8 @@ class NORLIB1_API BCList : public BCRenderableData {
     ~BCList() override;
 
     // Record: SaveBase, then every item through SaveItem; Load empties the list, then
-    // LoadBase and one LoadItem for each item saved, stopping at the first failure.
+    // LoadBase and one LoadItem for each item saved, stopping at the first failure. Save,
+    // GetLen and GetData leave the current position as they found it, also none.
     int Load(std::istream& is) override;
     int Save(std::ostream& os) override;
     void Display(const char* prefix) override;
@@ -87,7 +93,8 @@ class NORLIB1_API BCList : public BCRenderableData {
     virtual int CmpKey(void* key, void* itemKey);
     virtual int Install(void* key, void* item, int inserted);
     // Items of a list with a non-zero item size are blocks the list owns (new[]); they are
-    // freed here unless flag 0x0800 is set. Items of size 0 are the caller's.
+    // freed here unless flag 0x0800 is set. Items of size 0 are the caller's. A string or
+    // block key that a load made lives in its item's block and goes with it.
     virtual int DeleteItem(void* key, void* item);
     // Owned items render as text: their bytes up to a NUL or the item size.
     virtual int IsItemRenderable(void* key, void* item, BCFormat& format);
@@ -116,7 +123,22 @@ class NORLIB1_API BCList : public BCRenderableData {
     unsigned long dwKeySize; // bytes of a block key (flag 0x1000)
     unsigned long dwCrntAux; // second word of a position, for lists that need one
 
+    // Iterators parked on `node`, which is leaving the list, move to `to` with the auxiliary
+    // word `toAux`: no cursor may keep a freed node. Called before the node is freed.
+    void MoveIterators(const void* node, void* to, unsigned long toAux);
+
   private:
+    // Iterators open on this list, chained through their state words; the count follows.
+    void AttachIterator(BCIterator* iterator);
+    void DetachIterator(BCIterator* iterator);
+    // Calls `visit` with the state words of every iterator open on this list.
+    template <class Visit> void ForEachIterator(Visit visit);
+    // Visits every item in list order and puts the position back as it was.
+    template <class Visit> int ForEachItem(Visit visit);
     int RenderItems(char* buffer, unsigned long size, BCFormat& format, unsigned long& total);
+    // A string or block key as it travels: its length (kNoKey when null), then its bytes.
+    int SaveKey(std::ostream& os, void* key);
+    bool KeysByAddress() const;
     unsigned long dwLoadCount;
+    BCIterator* opIters; // the first iterator open on this list
 };

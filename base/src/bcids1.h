@@ -30,6 +30,8 @@ constexpr unsigned int kMsgUnlockNullPointer = 10048;
 
 // ---- lists and streams ----
 namespace bcids {
+constexpr unsigned int kTypeList = 85;
+constexpr unsigned int kTypeSingleLinkedList = 87;
 } // namespace bcids
 // ---- end of lists and streams ----
 

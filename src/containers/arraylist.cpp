@@ -8,16 +8,25 @@
 #include <new>
 #include <ostream>
 
+#include "bcids2.h"
+#include "bcplatform.h"
+
 namespace {
 
-constexpr unsigned int kTypeArrayList = 86;
-constexpr unsigned int kMsgUnlockNesting = 10068;
 constexpr UINT kBlockFlags = GMEM_MOVEABLE | GMEM_ZEROINIT; // 0x42
 // Largest block a list record may ask for: larger claims are corrupt streams.
 constexpr unsigned long long kMaxLoadedBlock = 256ull * 1024 * 1024;
 
 HGLOBAL Handle(void* block) {
     return static_cast<HGLOBAL>(block);
+}
+
+// Releases every lock still held on `block` and frees it.
+void FreeBlock(void* block) {
+    while (GlobalUnlock(Handle(block)))
+        ;
+    if (GlobalFree(Handle(block)))
+        BCTraceFailure("GlobalFree");
 }
 
 } // namespace
@@ -27,7 +36,7 @@ BCArrayList::BCArrayList(unsigned int length, unsigned int itemSize, unsigned in
     : BCList(length, flags | BC_FLAG_ARRAY, itemSize), hBlock(nullptr), lpBase(nullptr),
       dwKeyOfs(keyOffset), dwGrowBy(growBy), dwCrnt(0), lpKeyBuf(nullptr), dwLockCount(0),
       lpKeyScratch(nullptr) {
-    SetObjectType(kTypeArrayList);
+    SetObjectType(bcids::kTypeArrayList);
     dwKeySize = keySize;
     MakeKeyBuffers();
     if (length)
@@ -36,11 +45,8 @@ BCArrayList::BCArrayList(unsigned int length, unsigned int itemSize, unsigned in
 
 // Items are bytes of the block; the key buffer is left to the heap's end of life.
 BCArrayList::~BCArrayList() {
-    if (hBlock) {
-        while (GlobalUnlock(Handle(hBlock)))
-            ;
-        GlobalFree(Handle(hBlock));
-    }
+    if (hBlock)
+        FreeBlock(hBlock);
     delete[] lpKeyScratch;
 }
 
@@ -100,15 +106,17 @@ int BCArrayList::SetLen(unsigned int length) {
     unsigned long long size = static_cast<unsigned long long>(length) * dwItemSize;
     if (size > 0x7FFFFFFFull)
         return 0;
-    HGLOBAL block = hBlock ? GlobalReAlloc(Handle(hBlock), static_cast<SIZE_T>(size), kBlockFlags)
-                           : GlobalAlloc(kBlockFlags, static_cast<SIZE_T>(size));
+    HGLOBAL block =
+        hBlock ? BCTraced(GlobalReAlloc(Handle(hBlock), static_cast<SIZE_T>(size), kBlockFlags),
+                          "GlobalReAlloc")
+               : BCTraced(GlobalAlloc(kBlockFlags, static_cast<SIZE_T>(size)), "GlobalAlloc");
     if (!block)
         return 0;
     hBlock = block;
     if (dwLockCount && lpBase) {
         // The block may have moved while this list held it locked.
-        lpBase = static_cast<unsigned char*>(GlobalLock(block));
-        GlobalUnlock(block);
+        BCGlobalLock lock(block);
+        lpBase = lock.As<unsigned char>();
     }
     return BCList::SetLen(length);
 }
@@ -119,17 +127,24 @@ int BCArrayList::LockList() {
         return lpBase != nullptr;
     if (!hBlock && !SetLen(dwGrowBy))
         return 0;
-    lpBase = static_cast<unsigned char*>(GlobalLock(Handle(hBlock)));
+    lpBase = static_cast<unsigned char*>(BCTraced(GlobalLock(Handle(hBlock)), "GlobalLock"));
     return lpBase != nullptr;
 }
 
 int BCArrayList::UnlockList() {
     if (dwLockCount == 0) {
-        DispObjectMsg(kMsgUnlockNesting);
+        DispObjectMsg(bcids::kMsgArrayListUnlockNesting);
         return 0;
     }
     --dwLockCount;
-    return GlobalUnlock(Handle(hBlock)) ? 0 : 1;
+    SetLastError(NO_ERROR);
+    if (GlobalUnlock(Handle(hBlock)))
+        return 0;
+    // Inner levels release a lock the block no longer holds, by design: only other errors
+    // are faults.
+    if (GetLastError() != NO_ERROR && GetLastError() != ERROR_NOT_LOCKED)
+        BCTraceFailure("GlobalUnlock");
+    return 1;
 }
 
 int BCArrayList::Insert(void* key, void* item) {
@@ -301,13 +316,25 @@ int BCArrayList::LoadBase(std::istream& is) {
     if (!MakeKeyBuffers())
         return restore();
     if (hBlock) {
-        while (GlobalUnlock(Handle(hBlock)))
-            ;
-        GlobalFree(Handle(hBlock));
+        FreeBlock(hBlock);
         hBlock = nullptr;
         lpBase = nullptr;
     }
     return SetLen(dwLength) ? 1 : restore();
+}
+
+int BCArrayList::Save(std::ostream& os) {
+    if (!SaveBase(os))
+        return 0;
+    if (dwCount == 0)
+        return 1;
+    if (!LockList())
+        return 0;
+    int ok = 1;
+    for (unsigned long i = 0; i < dwCount && ok; ++i)
+        ok = SaveItem(os, KeyArgument(i), ItemAt(i));
+    UnlockList();
+    return ok;
 }
 
 int BCArrayList::SaveItem(std::ostream& os, void*, void* item) {

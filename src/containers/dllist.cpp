@@ -2,14 +2,11 @@
 
 #include <new>
 
-namespace {
-constexpr unsigned int kTypeDoubleLinkedList = 88;
-constexpr unsigned long kNoIndex = 0xFFFFFFFFul;
-} // namespace
+#include "bcids2.h"
 
 BCDoubleLinkedList::BCDoubleLinkedList(unsigned int flags, unsigned int itemSize)
     : BCList(0, flags, itemSize), opHead(nullptr), opTail(nullptr) {
-    SetObjectType(kTypeDoubleLinkedList);
+    SetObjectType(bcids::kTypeDoubleLinkedList);
 }
 
 BCDoubleLinkedList::~BCDoubleLinkedList() {
@@ -89,6 +86,7 @@ int BCDoubleLinkedList::Relocate(void* key, void* oldKey, void*) {
         return 1;
     // Install refused it after it was linked: take it out again; the item is not ours.
     Unlink(node);
+    MoveIterators(node, nullptr, 0);
     delete node;
     return 0;
 }
@@ -97,6 +95,7 @@ int BCDoubleLinkedList::Delete(void* key) {
     BCDoubleLinkNode* node = RemoveNode(key);
     if (!node)
         return 0;
+    MoveIterators(node, nullptr, 0);
     DeleteItem(node->lpKey, node->lpItem);
     delete node;
     return 1;
@@ -109,6 +108,7 @@ int BCDoubleLinkedList::DeleteCrnt() {
     BCDoubleLinkNode* successor = node->opNext ? node->opNext : node->opPrev;
     Unlink(node);
     lpCrnt = successor;
+    MoveIterators(node, successor, 0);
     DeleteItem(node->lpKey, node->lpItem);
     delete node;
     return 1;
@@ -165,7 +165,7 @@ int BCDoubleLinkedList::Next() {
 
 unsigned long BCDoubleLinkedList::GetCrntInd() {
     if (!lpCrnt || !opHead)
-        return kNoIndex;
+        return BC_NO_INDEX;
     if (lpCrnt == opTail)
         return dwCount - 1;
     unsigned long i = 0;
@@ -173,7 +173,7 @@ unsigned long BCDoubleLinkedList::GetCrntInd() {
         if (p == lpCrnt)
             return i;
     }
-    return kNoIndex;
+    return BC_NO_INDEX;
 }
 
 BCDoubleLinkNode* BCDoubleLinkedList::FindNode(void* key) {

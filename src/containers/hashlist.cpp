@@ -5,7 +5,6 @@
 #include <new>
 
 namespace {
-constexpr unsigned long kNoIndex = 0xFFFFFFFFul;
 // Downward bucket walks take this index for the position before the first bucket.
 constexpr unsigned long kBeforeFirst = 0xFFFF;
 } // namespace
@@ -26,10 +25,15 @@ unsigned long BCHashList::Hash(void* key) {
     if (dwLength == 0)
         return 0;
     std::uint32_t sum = 0;
+    const signed char* bytes = static_cast<const signed char*>(key);
     if (dwFlags & BC_FLAG_STRING_KEY) {
         // Characters above 127 count as negative and subtract.
-        for (const signed char* c = static_cast<const signed char*>(key); c && *c; ++c)
+        for (const signed char* c = bytes; c && *c; ++c)
             sum += static_cast<std::uint32_t>(*c);
+    } else if (dwFlags & BC_FLAG_BLOCK_KEY) {
+        // By contents, as they compare: a copy of a key must land where the key did.
+        for (unsigned long i = 0; bytes && i < dwKeySize; ++i)
+            sum += static_cast<std::uint32_t>(bytes[i]);
     } else {
         sum = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(key) & 0xFFFFu);
     }
@@ -105,6 +109,7 @@ int BCHashList::Relocate(void* key, void* oldKey, void*) {
     // Install refused it after it was linked: take it out again; the item is not ours.
     if (BCSingleLinkNode** link = LinkToNode(node))
         Unlink(link);
+    MoveIterators(node, nullptr, 0);
     delete node;
     return 0;
 }
@@ -113,6 +118,7 @@ int BCHashList::Delete(void* key) {
     BCSingleLinkNode* node = RemoveNode(key);
     if (!node)
         return 0;
+    MoveIterators(node, nullptr, 0);
     DeleteItem(node->lpKey, node->lpItem);
     delete node;
     return 1;
@@ -127,6 +133,7 @@ int BCHashList::DeleteCrnt() {
     if (!link)
         return 0;
     Unlink(link);
+    MoveIterators(node, nullptr, 0);
     DeleteItem(node->lpKey, node->lpItem);
     delete node;
     return 1;
@@ -211,7 +218,7 @@ int BCHashList::GoToItem(void* key) {
 
 unsigned long BCHashList::GetCrntInd() {
     if (!lpBuckets || !lpCrnt)
-        return kNoIndex;
+        return BC_NO_INDEX;
     unsigned long n = 0;
     for (unsigned long b = 0; b < dwLength; ++b) {
         for (BCSingleLinkNode* p = lpBuckets[b]; p; p = p->opNext, ++n) {
@@ -219,7 +226,7 @@ unsigned long BCHashList::GetCrntInd() {
                 return n;
         }
     }
-    return kNoIndex;
+    return BC_NO_INDEX;
 }
 
 int BCHashList::LoadBase(std::istream& is) {

@@ -3,21 +3,21 @@
 #include <istream>
 #include <ostream>
 
-BCIterator::BCIterator(BCList* list) : BCList(0, 0, 0), opList(list), dwState{0, 0, 0} {
+BCIterator::BCIterator(BCList* list) : BCList(0, 0, 0), opList(list), dwState{0, 0, 0, nullptr} {
     // The base module cannot see this class's layout; tell it where the words are before
     // the first exchange.
     BCSetIteratorStateAccess(&BCIterator::StateOf);
     if (!opList)
         return;
-    ++opList->dwIterCount;
+    opList->AttachIterator(this);
     Home();
     // The list's own index, asked without swapping: the iterator starts where the list is.
     GoToIndex(static_cast<unsigned int>(opList->GetCrntInd()));
 }
 
 BCIterator::~BCIterator() {
-    if (opList && opList->dwIterCount)
-        --opList->dwIterCount;
+    if (opList)
+        opList->DetachIterator(this);
 }
 
 BCIteratorState* BCIterator::StateOf(BCIterator* iterator) {
@@ -103,7 +103,7 @@ int BCIterator::Next() {
 }
 
 unsigned long BCIterator::GetCrntInd() {
-    return OnList(0xFFFFFFFFul, [](BCList& list) { return list.GetCrntInd(); });
+    return OnList(BC_NO_INDEX, [](BCList& list) { return list.GetCrntInd(); });
 }
 
 void* BCIterator::GetCrntItem() {

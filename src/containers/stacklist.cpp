@@ -1,12 +1,9 @@
 #include "bcstack.h"
 
-namespace {
-constexpr unsigned int kTypeStackList = 89;
-constexpr unsigned int kTypeQueueList = 90;
-} // namespace
+#include "bcids2.h"
 
 BCStackList::BCStackList() : BCSingleLinkedList(0, 0) {
-    SetObjectType(kTypeStackList);
+    SetObjectType(bcids::kTypeStackList);
 }
 
 void BCStackList::Push(void* key, void* item) {
@@ -24,7 +21,7 @@ void* BCStackList::Pop() {
 }
 
 BCQueueList::BCQueueList() : BCSingleLinkedList(0, 0) {
-    SetObjectType(kTypeQueueList);
+    SetObjectType(bcids::kTypeQueueList);
 }
 
 void BCQueueList::In(void* key, void* item) {

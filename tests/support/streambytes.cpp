@@ -3,8 +3,34 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <random>
+
+#include "norlib1.h"
+
+namespace {
+
+LONG WINAPI EndOnCrash(EXCEPTION_POINTERS* info) {
+    std::fprintf(stderr, "crash: exception %08lx\n",
+                 static_cast<unsigned long>(info->ExceptionRecord->ExceptionCode));
+    std::fflush(stderr);
+    TerminateProcess(GetCurrentProcess(), 3);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+int AnswerAtOnce(const BCMsgInfo& info, void*) {
+    std::fprintf(stderr, "message %u: %s\n", info.id, info.text ? info.text : "");
+    return IDOK;
+}
+
+} // namespace
+
+bool NeverWaitOnFaults() {
+    SetUnhandledExceptionFilter(EndOnCrash);
+    BCSetMsgSink(AnswerAtOnce, nullptr);
+    return true;
+}
 
 std::string LE32(std::uint32_t value) {
     std::string s(4, '\0');
@@ -27,6 +53,20 @@ std::istringstream InStream(const std::string& bytes) {
 
 std::ostringstream OutStream() {
     return std::ostringstream(std::ios::out | std::ios::binary);
+}
+
+std::string SavedBytes(BCObject& object) {
+    std::ostringstream os = OutStream();
+    return object.Save(os) ? os.str() : std::string();
+}
+
+size_t FirstShortLoad(const std::string& record, const std::function<int(std::istream&)>& load) {
+    for (size_t length = 0; length < record.size(); ++length) {
+        std::istringstream is = InStream(record.substr(0, length));
+        if (load(is))
+            return length;
+    }
+    return std::string::npos;
 }
 
 std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed) {

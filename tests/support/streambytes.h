@@ -1,6 +1,8 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
+#include <iosfwd>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -12,10 +14,23 @@ std::string Bytes(std::initializer_list<unsigned char> bytes);
 std::istringstream InStream(const std::string& bytes);
 std::ostringstream OutStream();
 
+class BCObject;
+// The record `object` saves; empty when Save fails.
+std::string SavedBytes(BCObject& object);
+// Feeds every proper prefix of `record` (each cut shorter than the whole) to `load`, which
+// loads it into a fresh object and returns what Load said. Returns the first length that
+// loaded, or std::string::npos when every short record failed as it should.
+size_t FirstShortLoad(const std::string& record, const std::function<int(std::istream&)>& load);
+
 // `count` damaged copies of a record, the same for the same seed: each has one to three
 // places overwritten with random bytes or with values that make counts and lengths absurd,
 // and one in four is also cut short.
 std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed);
+
+// Makes a crash end the test program at once with a failure and answers every message box
+// at once with OK, so that a fault fails the run instead of stalling it in a dialog. Call it
+// once, at start-up: `[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();`.
+bool NeverWaitOnFaults();
 
 // A new file of the temporary folder, named with `prefix`, holding `bytes`; its path.
 std::string TempFile(const char* prefix, const std::string& bytes = std::string());

@@ -5,18 +5,20 @@
 #include <new>
 #include <ostream>
 
+#include "bcids1.h"
 #include "bcstream.h"
 
 namespace {
 
 BCIteratorStateAccess g_iteratorState = nullptr;
 
-constexpr unsigned long kNoIndex = 0xFFFFFFFFul;
 // Flag bits a list record carries: they fix how keys compare and items are placed.
 constexpr unsigned long kRecordFlags =
     BC_FLAG_NOTIFY | BC_FLAG_SORTED | BC_FLAG_STRING_KEY | BC_FLAG_BLOCK_KEY;
 // Largest owned item loaded from a stream that cannot tell its size.
 constexpr unsigned long kMaxBlindItem = 64ul * 1024 * 1024;
+// The length word of a null string or block key.
+constexpr unsigned long kNoKey = 0xFFFFFFFFul;
 
 bool IsTextFormat(const BCFormat& format) {
     return format.GetFormat() == BC_FORMAT_TEXT || format.GetFormat() == BC_FORMAT_PRIVATE_TEXT;
@@ -46,24 +48,75 @@ BCIteratorState* BCGetIteratorState(BCIterator* iterator) {
 }
 
 BCList::BCList(unsigned int length, unsigned int flags, unsigned int itemSize)
-    : BCRenderableData(85, flags), dwLength(length), dwCount(0), dwItemSize(itemSize),
-      lpCrnt(nullptr), dwIterCount(0), dwKeySize(0), dwCrntAux(0), dwLoadCount(0) {}
+    : BCRenderableData(bcids::kTypeList, flags), dwLength(length), dwCount(0), dwItemSize(itemSize),
+      lpCrnt(nullptr), dwIterCount(0), dwKeySize(0), dwCrntAux(0), dwLoadCount(0),
+      opIters(nullptr) {}
 
 BCList::~BCList() {}
 
-// Visits every item in list order through the protocol (Lock/Unlock, so lists that hand out
-// copies get them back), then puts the list's position back where it was.
-template <class Visit> static int ForEachItem(BCList& list, Visit visit) {
-    unsigned long saved = list.GetCrntInd();
-    int ok = 1;
-    for (int more = list.Home(); more && ok; more = list.Next()) {
-        void* key = list.GetCrntKey();
-        void* item = list.Lock();
-        ok = visit(key, item);
-        list.Unlock(key, item);
+void BCList::AttachIterator(BCIterator* iterator) {
+    if (BCIteratorState* state = BCGetIteratorState(iterator)) {
+        state->opNextIter = opIters;
+        opIters = iterator;
     }
-    if (saved != kNoIndex)
-        list.GoToIndex(saved);
+    ++dwIterCount;
+}
+
+void BCList::DetachIterator(BCIterator* iterator) {
+    for (BCIterator** link = &opIters; *link;) {
+        BCIteratorState* state = BCGetIteratorState(*link);
+        if (!state)
+            break;
+        if (*link == iterator) {
+            *link = state->opNextIter;
+            break;
+        }
+        link = &state->opNextIter;
+    }
+    if (dwIterCount)
+        --dwIterCount;
+}
+
+template <class Visit> void BCList::ForEachIterator(Visit visit) {
+    for (BCIterator* it = opIters; it;) {
+        BCIteratorState* state = BCGetIteratorState(it);
+        if (!state)
+            return;
+        visit(*state);
+        it = state->opNextIter;
+    }
+}
+
+// The iterator whose call is running holds the list's own position in its words: it is
+// moved like the others.
+void BCList::MoveIterators(const void* node, void* to, unsigned long toAux) {
+    ForEachIterator([&](BCIteratorState& state) {
+        if (state.dwState1 == reinterpret_cast<std::uintptr_t>(node)) {
+            state.dwState1 = reinterpret_cast<std::uintptr_t>(to);
+            state.dwState3 = toAux;
+        }
+    });
+}
+
+// Visits every item in list order through the protocol (Lock/Unlock, so lists that hand out
+// copies get them back). The walk moves the position; the node and its auxiliary word go
+// back as they were, even when there was none, and lists that keep an index of their own
+// (no node) go back to it.
+template <class Visit> int BCList::ForEachItem(Visit visit) {
+    void* node = lpCrnt;
+    const unsigned long aux = dwCrntAux;
+    const unsigned long index = node ? BC_NO_INDEX : GetCrntInd();
+    int ok = 1;
+    for (int more = Home(); more && ok; more = Next()) {
+        void* key = GetCrntKey();
+        void* item = Lock();
+        ok = visit(key, item);
+        Unlock(key, item);
+    }
+    lpCrnt = node;
+    dwCrntAux = aux;
+    if (index != BC_NO_INDEX)
+        GoToIndex(index);
     return ok;
 }
 
@@ -87,7 +140,7 @@ int BCList::Load(std::istream& is) {
 int BCList::Save(std::ostream& os) {
     if (!SaveBase(os))
         return 0;
-    return ForEachItem(*this, [&](void* key, void* item) { return SaveItem(os, key, item); });
+    return ForEachItem([&](void* key, void* item) { return SaveItem(os, key, item); });
 }
 
 void BCList::Display(const char* prefix) {
@@ -99,10 +152,12 @@ BCRenderableData* BCList::Dup() {
     return nullptr;
 }
 
+// Every node is gone: no iterator keeps one.
 int BCList::Clear(int) {
     dwCount = 0;
     lpCrnt = nullptr;
     dwCrntAux = 0;
+    ForEachIterator([](BCIteratorState& state) { state.dwState1 = state.dwState3 = 0; });
     return 1;
 }
 
@@ -114,7 +169,7 @@ unsigned long BCList::GetLen(BCFormat& format) {
     if (!IsRenderable(format))
         return 0;
     unsigned long total = 1; // the closing NUL
-    ForEachItem(*this, [&](void* key, void* item) {
+    ForEachItem([&](void* key, void* item) {
         unsigned long length = GetItemLen(key, item, format);
         total += (length ? length - 1 : 0) + 2;
         return 1;
@@ -134,7 +189,7 @@ unsigned long BCList::GetData(void* buffer, unsigned long size, BCFormat& format
 int BCList::RenderItems(char* buffer, unsigned long size, BCFormat& format, unsigned long& total) {
     unsigned long used = 0;
     buffer[0] = '\0';
-    int ok = ForEachItem(*this, [&](void* key, void* item) {
+    int ok = ForEachItem([&](void* key, void* item) {
         if (used + 1 >= size)
             return 1; // full: the rest is cut
         unsigned long written = GetItemData(key, item, buffer + used, size - used, format);
@@ -208,7 +263,7 @@ int BCList::Next() {
     return 0;
 }
 unsigned long BCList::GetCrntInd() {
-    return kNoIndex;
+    return BC_NO_INDEX;
 }
 
 void* BCList::GetCrntItem() {
@@ -261,36 +316,54 @@ int BCList::LoadBase(std::istream& is) {
     return 1;
 }
 
-// Owned items travel as a 4-byte value key (0 for string and block keys, which are
-// addresses) followed by their item-size bytes.
+bool BCList::KeysByAddress() const {
+    return (dwFlags & (BC_FLAG_STRING_KEY | BC_FLAG_BLOCK_KEY)) != 0;
+}
+
+// Owned items travel as their key, then their item-size bytes. A value key is its 4-byte
+// signed value; a string or block key is its length and bytes (kNoKey alone when null). A
+// loaded string or block key is placed behind the item in the item's own block, so that it
+// lives and dies with the item.
 int BCList::LoadItem(std::istream& is) {
-    unsigned long keyValue = 0;
-    if (dwItemSize == 0 || !BCLoadDblWord(is, keyValue))
+    unsigned long keyWord = 0;
+    if (dwItemSize == 0 || !BCLoadDblWord(is, keyWord))
         return 0;
+    const bool byAddress = KeysByAddress();
+    const unsigned long keyBytes = (byAddress && keyWord != kNoKey) ? keyWord : 0;
+    if ((dwFlags & BC_FLAG_BLOCK_KEY) && keyWord != kNoKey && keyWord != dwKeySize)
+        return 0;
+    const unsigned long long need = static_cast<unsigned long long>(dwItemSize) + keyBytes;
     long long remaining = BCStreamRemaining(is);
-    if (remaining >= 0 ? static_cast<unsigned long long>(remaining) < dwItemSize
-                       : dwItemSize > kMaxBlindItem)
+    if (remaining >= 0 ? static_cast<unsigned long long>(remaining) < need : need > kMaxBlindItem)
         return 0;
-    char* item = new (std::nothrow) char[dwItemSize];
+    char* item = new (std::nothrow) char[need + 1]();
     if (!item)
         return 0;
-    void* key = (dwFlags & (BC_FLAG_STRING_KEY | BC_FLAG_BLOCK_KEY))
-                    ? nullptr
-                    : ValueKey(static_cast<long>(keyValue));
-    if (!BCLoadFarBlk(is, item, static_cast<long>(dwItemSize)) || !Append(key, item)) {
+    char* keyCopy = item + dwItemSize;
+    void* key =
+        byAddress ? (keyWord == kNoKey ? nullptr : keyCopy) : ValueKey(static_cast<long>(keyWord));
+    if (!BCLoadFarBlk(is, keyCopy, static_cast<long>(keyBytes)) ||
+        !BCLoadFarBlk(is, item, static_cast<long>(dwItemSize)) || !Append(key, item)) {
         delete[] item;
         return 0;
     }
     return 1;
 }
 
+int BCList::SaveKey(std::ostream& os, void* key) {
+    if (!KeysByAddress())
+        return BCSaveDblWord(os, static_cast<unsigned long>(reinterpret_cast<std::intptr_t>(key)));
+    if (!key)
+        return BCSaveDblWord(os, kNoKey);
+    const unsigned long length =
+        (dwFlags & BC_FLAG_STRING_KEY) ? std::strlen(static_cast<char*>(key)) : dwKeySize;
+    return BCSaveDblWord(os, length) && BCSaveFarBlk(os, key, static_cast<long>(length));
+}
+
 int BCList::SaveItem(std::ostream& os, void* key, void* item) {
     if (dwItemSize == 0 || !item)
         return 0;
-    unsigned long keyValue = (dwFlags & (BC_FLAG_STRING_KEY | BC_FLAG_BLOCK_KEY))
-                                 ? 0
-                                 : static_cast<unsigned long>(reinterpret_cast<std::intptr_t>(key));
-    return BCSaveDblWord(os, keyValue) && BCSaveFarBlk(os, item, static_cast<long>(dwItemSize));
+    return SaveKey(os, key) && BCSaveFarBlk(os, item, static_cast<long>(dwItemSize));
 }
 
 int BCList::SetLen(unsigned int length) {

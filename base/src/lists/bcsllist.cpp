@@ -2,13 +2,11 @@
 
 #include <new>
 
-namespace {
-constexpr unsigned long kNoIndex = 0xFFFFFFFFul;
-}
+#include "bcids1.h"
 
 BCSingleLinkedList::BCSingleLinkedList(unsigned int flags, unsigned int itemSize)
     : BCList(0, flags, itemSize), opHead(nullptr), opTail(nullptr) {
-    SetObjectType(87);
+    SetObjectType(bcids::kTypeSingleLinkedList);
 }
 
 BCSingleLinkedList::~BCSingleLinkedList() {
@@ -85,6 +83,7 @@ int BCSingleLinkedList::Relocate(void* key, void* oldKey, void*) {
         return 1;
     // Install refused the node after linking it: take it out again.
     Unlink(PredecessorOf(node), node);
+    MoveIterators(node, nullptr, 0);
     delete node;
     return 0;
 }
@@ -101,6 +100,7 @@ int BCSingleLinkedList::DeleteCrnt() {
     BCSingleLinkNode* next = node->opNext;
     Unlink(prev, node);
     lpCrnt = next ? next : prev;
+    MoveIterators(node, lpCrnt, 0);
     DeleteItem(node->lpKey, node->lpItem);
     delete node;
     return 1;
@@ -160,7 +160,7 @@ int BCSingleLinkedList::Next() {
 
 unsigned long BCSingleLinkedList::GetCrntInd() {
     if (!lpCrnt || !opHead)
-        return kNoIndex;
+        return BC_NO_INDEX;
     if (lpCrnt == opTail)
         return dwCount - 1;
     unsigned long i = 0;
@@ -168,7 +168,7 @@ unsigned long BCSingleLinkedList::GetCrntInd() {
         if (p == lpCrnt)
             return i;
     }
-    return kNoIndex;
+    return BC_NO_INDEX;
 }
 
 BCSingleLinkNode* BCSingleLinkedList::PredecessorOf(const BCSingleLinkNode* node) const {
