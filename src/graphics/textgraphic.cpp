@@ -4,10 +4,10 @@
 #include <istream>
 #include <new>
 #include <ostream>
+#include "bcids2.h"
 
 namespace {
 
-constexpr unsigned int kTypeText = 81;
 // The device's own colours and mode are used as they stand.
 constexpr unsigned int kModeDevice = 4;
 
@@ -15,14 +15,14 @@ constexpr unsigned int kModeDevice = 4;
 
 BCTextGraphic::BCTextGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                              const char* text)
-    : BCGraphicObject(kTypeText, id, pos, size), lpText(nullptr), crFore(BC_COLOR_BLACK),
-      crBack(BC_COLOR_WHITE), wBackMode(kModeDevice), opFont(nullptr) {
+    : BCGraphicObject(bcids::kTypeTextGraphic, id, pos, size), lpText(nullptr),
+      crFore(BC_COLOR_BLACK), crBack(BC_COLOR_WHITE), wBackMode(kModeDevice), opFont(nullptr) {
     SetText(text);
 }
 
 BCTextGraphic::BCTextGraphic()
-    : BCGraphicObject(kTypeText), lpText(nullptr), crFore(BC_COLOR_BLACK), crBack(BC_COLOR_WHITE),
-      wBackMode(kModeDevice), opFont(nullptr) {}
+    : BCGraphicObject(bcids::kTypeTextGraphic), lpText(nullptr), crFore(BC_COLOR_BLACK),
+      crBack(BC_COLOR_WHITE), wBackMode(kModeDevice), opFont(nullptr) {}
 
 BCTextGraphic::~BCTextGraphic() {
     delete[] lpText;
