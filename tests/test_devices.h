@@ -6,7 +6,9 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "msgrecorder.h"
 #include "norlib2.h"
 #include "streambytes.h"
 
@@ -59,3 +61,16 @@ template <class T, class Make> void EveryShortRecordFails(const std::string& rec
         delete object;
     }
 }
+
+// A test that records every message and expects none it did not clear.
+class Quiet : public ::testing::Test {
+  protected:
+    void TearDown() override { EXPECT_EQ(0u, recorder.Count()) << recorder.Entries()[0].text; }
+    // The numbered messages so far, which are then no longer counted.
+    std::vector<unsigned int> Taken() {
+        std::vector<unsigned int> ids = recorder.NumberedIds();
+        recorder.Clear();
+        return ids;
+    }
+    MsgRecorder recorder;
+};

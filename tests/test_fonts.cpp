@@ -3,10 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "msgrecorder.h"
 #include "test_devices.h"
 
 namespace {
+
+struct FontListTest : Quiet {};
+struct FontTest : Quiet {};
 
 int CALLBACK NoteFace(const LOGFONTA* font, const TEXTMETRICA*, DWORD, LPARAM faces) {
     if (font->lfFaceName[0] != '@')
@@ -32,8 +34,7 @@ std::string FirstFace(BCModule& module) {
     return faces && faces->Home() ? faces->GetFontName() : "";
 }
 
-TEST(FontListTest, TheModuleListsTheMachinesFacesAndAFaceListsItsSizes) {
-    MsgRecorder recorder;
+TEST_F(FontListTest, TheModuleListsTheMachinesFacesAndAFaceListsItsSizes) {
     BCModule module(GetModuleHandleA(nullptr), "test_devices", 0);
     BCFontList* faces = module.GetFontList();
     ASSERT_TRUE(faces && faces == module.GetFontList()); // listed once, kept
@@ -70,11 +71,9 @@ TEST(FontListTest, TheModuleListsTheMachinesFacesAndAFaceListsItsSizes) {
     EXPECT_NE(points.end(), std::find(points.begin(), points.end(), 10u));
     EXPECT_EQ(0u, BCFontList(&dev, "No Such Face At All").GetCount());
     EXPECT_EQ(nullptr, dev.GetDC()); // the list gave the context back
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-TEST(FontTest, SizeAndStyleChangeWhatIsDrawn) {
-    MsgRecorder recorder;
+TEST_F(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     BCModule module(GetModuleHandleA(nullptr), "test_devices", 0);
     BCFontList* faces = module.GetFontList();
     std::string face = FirstFace(module);
@@ -122,7 +121,7 @@ TEST(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     EXPECT_TRUE(recorder.NumberedIds().empty());
 
     BCFont unknown("No Such Face At All", &module, faces);
-    EXPECT_EQ((std::vector<unsigned int>{10028}), recorder.NumberedIds());
+    EXPECT_EQ((std::vector<unsigned int>{10028}), Taken());
     // The platform draws it with a face it has: text still appears.
     BCMemoryDevice other(100, 40);
     other.SetFont(&unknown);
@@ -131,8 +130,7 @@ TEST(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     other.SetFont(nullptr);
 }
 
-TEST(FontTest, AFontChangedWhileSelectedIsFollowedAndLeavesNoHandle) {
-    MsgRecorder recorder;
+TEST_F(FontTest, AFontChangedWhileSelectedIsFollowedAndLeavesNoHandle) {
     BCModule module(GetModuleHandleA(nullptr), "test_devices", 0);
     BCFont font(FirstFace(module).c_str(), &module, module.GetFontList());
     BCMemoryDevice dev(300, 100);
@@ -149,7 +147,6 @@ TEST(FontTest, AFontChangedWhileSelectedIsFollowedAndLeavesNoHandle) {
     EXPECT_GT(dev.GetStrSize("H").GetHeight(), 2 * small);
     ASSERT_TRUE(dev.ReleaseDC());
     EXPECT_EQ(before, BCGetGdiObjectCount());
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
 } // namespace

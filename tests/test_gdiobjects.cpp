@@ -2,10 +2,12 @@
 #include <string>
 #include <vector>
 
-#include "msgrecorder.h"
 #include "test_devices.h"
 
 namespace {
+
+struct BitmapTest : Quiet {};
+struct RecordTest : Quiet {};
 
 std::string ColorRecord(unsigned long rgb) {
     return LE32(8) + LE32(rgb);
@@ -18,8 +20,7 @@ void Paint(BCMemoryDevice& dev, BCBrush* brush) {
     ASSERT_TRUE(dev.PutRect(BCRectangle(0, 0, 17, 17), BC_DRAW_FILLED));
 }
 
-TEST(RecordTest, ColourPenBrushAndPolylineRecords) {
-    MsgRecorder recorder;
+TEST_F(RecordTest, ColourPenBrushAndPolylineRecords) {
     BCColor red(BC_COLOR_RED);
     EXPECT_EQ(ColorRecord(0x0000FF), RecordOf(red));
     EXPECT_EQ(kBlack, BCGetBlack().GetCOLORREF());
@@ -30,9 +31,7 @@ TEST(RecordTest, ColourPenBrushAndPolylineRecords) {
     BCPen loaded(1, 1, BCGetBlack());
     std::istringstream is = InStream(pen);
     ASSERT_TRUE(loaded.Load(is));
-    EXPECT_EQ(static_cast<unsigned>(BC_PEN_DASH), loaded.GetStyle());
-    EXPECT_EQ(3u, loaded.GetWidth());
-    EXPECT_EQ(red, loaded.GetColor());
+    EXPECT_EQ(pen, RecordOf(loaded));
 
     BCBrush hatched(BC_HATCH_CROSS, red);
     std::string brush =
@@ -58,17 +57,14 @@ TEST(RecordTest, ColourPenBrushAndPolylineRecords) {
     BCPolyline back;
     is = InStream(points);
     ASSERT_TRUE(back.Load(is));
-    ASSERT_EQ(2u, back.GetPointCount());
-    EXPECT_EQ(BCPosition(300, -32768), back.GetPoint(1));
+    EXPECT_EQ(points, RecordOf(back));
 
     EveryShortRecordFails<BCPen>(pen, [] { return new BCPen(1, 1, BCGetBlack()); });
     EveryShortRecordFails<BCBrush>(brush, [] { return new BCBrush(); });
     EveryShortRecordFails<BCPolyline>(points, [] { return new BCPolyline(); });
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-TEST(RecordTest, CorruptRecordsAreRefusedAndLeaveTheObject) {
-    MsgRecorder recorder;
+TEST_F(RecordTest, CorruptRecordsAreRefusedAndLeaveTheObject) {
     BCPen pen(BC_PEN_DOT, 2, BCColor(BC_COLOR_RED));
     BCBrush brush{BCColor(BC_COLOR_RED)};
     short xy[] = {5, 6, 7, 8};
@@ -94,7 +90,6 @@ TEST(RecordTest, CorruptRecordsAreRefusedAndLeaveTheObject) {
     EXPECT_EQ(2u, pen.GetWidth());
     EXPECT_EQ(BC_BRUSH_SOLID, brush.GetKind());
     EXPECT_EQ(BCPosition(7, 8), line.GetPoint(1));
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
 // A 2 x 2 picture: red, green on top, blue, black below (pixels are 0x00RRGGBB).
@@ -107,8 +102,7 @@ void ExpectPicture(BCMemoryDevice& dev, short x, short y) {
     EXPECT_EQ(kBlack, dev.GetPixel(x + 1, y + 1));
 }
 
-TEST(BitmapTest, PicturesAreCopiedStretchedCombinedAndErased) {
-    MsgRecorder recorder;
+TEST_F(BitmapTest, PicturesAreCopiedStretchedCombinedAndErased) {
     BCBitmap pic;
     ASSERT_TRUE(pic.SetPixels(2, 2, kPicture));
     EXPECT_EQ(BCSize(2, 2), pic.GetSize());
@@ -139,16 +133,14 @@ TEST(BitmapTest, PicturesAreCopiedStretchedCombinedAndErased) {
     EXPECT_EQ(before, CountNotWhite(dev));
     EXPECT_TRUE(recorder.NumberedIds().empty());
     EXPECT_FALSE(dev.PutBitmap(BCPosition(0, 0), BCSize(), &pic, 99));
-    EXPECT_EQ((std::vector<unsigned int>{10025}), recorder.NumberedIds());
+    EXPECT_EQ((std::vector<unsigned int>{10025}), Taken());
 
-    BCBitmap blank(3, 2);
     std::vector<unsigned long> pixels(6);
-    ASSERT_TRUE(blank.GetPixels(pixels.data()));
+    ASSERT_TRUE(BCBitmap(3, 2).GetPixels(pixels.data()));
     EXPECT_EQ(std::vector<unsigned long>(6, 0x00FFFFFFul), pixels);
 }
 
-TEST(BitmapTest, TheRecordCarriesThePixels) {
-    MsgRecorder recorder;
+TEST_F(BitmapTest, TheRecordCarriesThePixels) {
     BCBitmap pic;
     ASSERT_TRUE(pic.SetPixels(2, 2, kPicture));
     std::string record =
@@ -157,9 +149,7 @@ TEST(BitmapTest, TheRecordCarriesThePixels) {
     BCBitmap loaded;
     std::istringstream is = InStream(record);
     ASSERT_TRUE(loaded.Load(is));
-    BCMemoryDevice dev(4, 4);
-    dev.PutBitmap(BCPosition(1, 1), BCSize(), &loaded, BC_ROP_COPY);
-    ExpectPicture(dev, 1, 1);
+    EXPECT_EQ(record, RecordOf(loaded));
     BCBitmap none;
     std::string empty = LE32(10) + LE32(0) + LE32(0);
     EXPECT_EQ(empty, RecordOf(none));
@@ -177,11 +167,9 @@ TEST(BitmapTest, TheRecordCarriesThePixels) {
         EXPECT_EQ(BCSize(2, 2), pic.GetSize());
     }
     EveryShortRecordFails<BCBitmap>(record, [] { return new BCBitmap(); });
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-TEST(BitmapTest, EveryPictureThatSavesLoadsAgain) {
-    MsgRecorder recorder;
+TEST_F(BitmapTest, EveryPictureThatSavesLoadsAgain) {
     for (short side : {4200, 16384}) {
         short height = side == 4200 ? side : 2;
         BCBitmap big(side, height);
@@ -193,11 +181,9 @@ TEST(BitmapTest, EveryPictureThatSavesLoadsAgain) {
         EXPECT_TRUE(back.Load(is)) << side;
         EXPECT_EQ(BCSize(side, height), back.GetSize());
     }
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
-TEST(BitmapTest, PatternBrushesKeepTheirPictureAndRecordIt) {
-    MsgRecorder recorder;
+TEST_F(BitmapTest, PatternBrushesKeepTheirPictureAndRecordIt) {
     BCBitmap* pic = new BCBitmap;
     ASSERT_TRUE(pic->SetPixels(2, 2, kPicture));
     BCBrush pattern(pic);
@@ -222,7 +208,6 @@ TEST(BitmapTest, PatternBrushesKeepTheirPictureAndRecordIt) {
     BCMemoryDevice clear(16, 16);
     Paint(clear, &nothing);
     EXPECT_EQ(0, CountNotWhite(clear));
-    EXPECT_TRUE(recorder.NumberedIds().empty());
 }
 
 // A 24-bit .BMP file; by default 2 x 2: blue, black over red, green (rows bottom first).
@@ -237,8 +222,7 @@ std::string BmpFile(std::uint32_t width = 2, std::uint32_t height = 2,
     return header + info + rows;
 }
 
-TEST(BitmapTest, FilesLoadAndHandlesFollowTheFlags) {
-    MsgRecorder recorder;
+TEST_F(BitmapTest, FilesLoadAndHandlesFollowTheFlags) {
     std::string path = TempFile("bmp", BmpFile());
     BCBitmap pic;
     EXPECT_TRUE(pic.LoadFromFile(path.c_str()));
@@ -246,16 +230,16 @@ TEST(BitmapTest, FilesLoadAndHandlesFollowTheFlags) {
     BCMemoryDevice dev(4, 4);
     dev.PutBitmap(BCPosition(0, 0), BCSize(), &pic, BC_ROP_COPY);
     ExpectPicture(dev, 0, 0);
-    EXPECT_TRUE(recorder.NumberedIds().empty());
     EXPECT_FALSE(pic.LoadFromFile(path.c_str())); // gone now
     EXPECT_FALSE(pic.IsEmpty());                  // the picture held stays
-    EXPECT_EQ((std::vector<unsigned int>{10003}), recorder.NumberedIds());
+    EXPECT_EQ((std::vector<unsigned int>{10003}), Taken());
 
     // Wider than a 16-bit size can say: refused whole, not wrapped to a negative width.
     const unsigned long objects = BCGetGdiObjectCount();
     path = TempFile("bmp", BmpFile(20000, 1, std::string(60000, '\x40')));
     EXPECT_FALSE(pic.LoadFromFile(path.c_str()));
     DeleteFileA(path.c_str());
+    EXPECT_EQ((std::vector<unsigned int>{10003}), Taken());
     EXPECT_EQ(objects, BCGetGdiObjectCount());
     HBITMAP wide = CreateBitmap(20000, 2, 1, 32, nullptr);
     EXPECT_FALSE(pic.SetHandle(wide));
@@ -269,16 +253,14 @@ TEST(BitmapTest, FilesLoadAndHandlesFollowTheFlags) {
     EXPECT_EQ(0ul, given->SetFlags(BC_BITMAP_HANDED_OVER, 1));
     delete given;
     EXPECT_EQ(static_cast<DWORD>(OBJ_BITMAP), GetObjectType(handle));
-    BCBitmap* borrowed = new BCBitmap;
-    borrowed->SetHandle(handle);
-    borrowed->SetFlags(BC_BITMAP_BORROWED, 1);
-    EXPECT_EQ(BCSize(3, 3), borrowed->GetSize());
-    delete borrowed;
-    EXPECT_EQ(static_cast<DWORD>(OBJ_BITMAP), GetObjectType(handle));
-    BCBitmap* owner = new BCBitmap;
-    owner->SetHandle(handle);
-    delete owner;
-    EXPECT_EQ(0u, GetObjectType(handle));
+    for (unsigned long flags : {static_cast<unsigned long>(BC_BITMAP_BORROWED), 0ul}) {
+        BCBitmap* holder = new BCBitmap;
+        holder->SetHandle(handle);
+        holder->SetFlags(flags, 1);
+        EXPECT_EQ(BCSize(3, 3), holder->GetSize());
+        delete holder;
+        EXPECT_EQ(flags ? static_cast<DWORD>(OBJ_BITMAP) : 0u, GetObjectType(handle));
+    }
 }
 
 } // namespace
