@@ -244,12 +244,9 @@ int BCCompoundGraphic::Save(std::ostream& os) {
     NestingGuard guard;
     if (!guard.Ok() || !BCGraphicObject::Save(os))
         return 0;
-    if (!opList) {
+    if (!opList)
         opList = new (std::nothrow) BCGraphicList;
-        if (!opList)
-            return 0;
-    }
-    return opList->Save(os);
+    return opList && opList->Save(os);
 }
 
 int BCCompoundGraphic::Load(std::istream& is) {
@@ -257,7 +254,5 @@ int BCCompoundGraphic::Load(std::istream& is) {
     if (!guard.Ok() || !BCGraphicObject::Load(is))
         return 0;
     opList = new (std::nothrow) BCGraphicList;
-    if (!opList)
-        return 0;
-    return opList->Load(is);
+    return opList && opList->Load(is);
 }

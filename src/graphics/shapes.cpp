@@ -11,8 +11,6 @@ short Wrap(int value) {
     return static_cast<short>(value);
 }
 
-constexpr int kDumpSize = 136;
-
 } // namespace
 
 // ---- Line

@@ -34,19 +34,19 @@ int BCTextGraphic::SetText(const char* text) {
         lpText = nullptr;
         return 1;
     }
-    const size_t length = std::strlen(text);
+    const size_t size = std::strlen(text) + 1;
     // Same length: reuse the storage so that pointers to it stay valid.
-    if (lpText && std::strlen(lpText) == length) {
-        std::memmove(lpText, text, length + 1);
+    if (lpText && std::strlen(lpText) + 1 == size) {
+        std::memmove(lpText, text, size);
         return 1;
     }
-    char* copy = new (std::nothrow) char[length + 1];
+    // Copied before the old text goes, which `text` may point into.
+    char* copy = new (std::nothrow) char[size];
+    if (copy)
+        std::memcpy(copy, text, size);
     delete[] lpText;
     lpText = copy;
-    if (!copy)
-        return 0;
-    std::memcpy(copy, text, length + 1);
-    return 1;
+    return copy != nullptr;
 }
 
 BCColor BCTextGraphic::SetForeColor(const BCColor& color) {
