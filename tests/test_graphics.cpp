@@ -300,7 +300,9 @@ TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(Head(codes[i], 1, 2, 3, 4, 5) + drawRec + LE16(-6) + LE16(7) + LE16(8) + LE16(-9),
                   RecordOf(*shapes[i]));
-        std::istringstream is = InStream(loadable(codes[i]));
+        std::istringstream is = InStream(loadable(codes[i]).substr(0, 20)); // cut in the base
+        EXPECT_EQ(0, shapes[i]->Load(is)) << codes[i];
+        is = InStream(loadable(codes[i]));
         EXPECT_EQ(1, shapes[i]->Load(is)) << codes[i];
     }
     EXPECT_EQ(BCPosition(13, 14), chord.GetEnd());
