@@ -36,6 +36,9 @@ class NORLIB2_API BCGraphicObject : public BCObject {
     int IsHit(const BCPosition& pos) const;
 
   protected:
+    // The field block as stored: wID, then coX, coY, coW, coH, little-endian.
+    void PackFields(unsigned char* block) const;
+
     unsigned int wID;
     short coX;
     short coY;
@@ -82,6 +85,9 @@ class NORLIB2_API BCDrawGraphic : public BCGraphicObject {
     // to restore is shared by all draw graphics, so one pair may be open at a time.
     void DrawSetup(BCDisplayDevice* dev, int drawing);
     void DrawReset();
+
+    // The buffer each dump formats its own fields into before handing them down.
+    static constexpr int kDumpSize = 136;
 
     enum : unsigned char { kFrame = 0x01, kFill = 0x02, kOpaque = 0x04 };
     unsigned char bFlags;

@@ -13,9 +13,29 @@ constexpr unsigned int kMsgArrayListUnlockNesting = 10068;
 // ---- end of containers ----
 
 // ---- data objects ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+} // namespace bcids
 // ---- end of data objects ----
 
 // ---- graphics ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+constexpr unsigned int kTypeBitmapObject = 10; // the base module's bitmap
+constexpr unsigned int kTypeGraphicObject = 70;
+constexpr unsigned int kTypeDrawGraphic = 71;
+constexpr unsigned int kTypeLineGraphic = 72;
+constexpr unsigned int kTypePolylineGraphic = 73;
+constexpr unsigned int kTypeBoxGraphic = 74;
+constexpr unsigned int kTypePolygonGraphic = 75;
+constexpr unsigned int kTypeArcGraphic = 76;
+constexpr unsigned int kTypeCircleGraphic = 77;
+constexpr unsigned int kTypeEllipseGraphic = 78;
+constexpr unsigned int kTypeChordGraphic = 79;
+constexpr unsigned int kTypePieGraphic = 80;
+constexpr unsigned int kTypeTextGraphic = 81;
+constexpr unsigned int kTypeBitmapGraphic = 82;
+constexpr unsigned int kTypeCompoundGraphic = 83;
+constexpr unsigned int kTypeGraphicList = 95;
+constexpr unsigned int kTypeBitmapData = 102;
+constexpr unsigned int kMsgUnknownGraphicType = 10079;
+} // namespace bcids
 // ---- end of graphics ----

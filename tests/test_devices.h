@@ -1,10 +1,16 @@
 #pragma once
-// Reading the pixels of a memory device, shared by the device test files.
+// Pixels of a memory device and saved records, shared by the device and graphics test files.
+#include <gtest/gtest.h>
+
 #include <windows.h>
 
+#include <string>
 #include <utility>
+#include <vector>
 
-#include "norlib1.h"
+#include "msgrecorder.h"
+#include "norlib2.h"
+#include "streambytes.h"
 
 constexpr unsigned long kWhite = RGB(255, 255, 255);
 constexpr unsigned long kBlack = RGB(0, 0, 0);
@@ -39,3 +45,32 @@ inline std::pair<int, int> ColumnsOf(BCMemoryDevice& dev, short top, short botto
             }
     return {left, right};
 }
+
+inline std::string RecordOf(BCObject& object) {
+    std::ostringstream os = OutStream();
+    EXPECT_TRUE(object.Save(os));
+    return os.str();
+}
+
+// Every cut of a record short of its end must be refused.
+template <class T, class Make> void EveryShortRecordFails(const std::string& record, Make make) {
+    for (size_t n = 0; n < record.size(); ++n) {
+        T* object = make();
+        std::istringstream is = InStream(record.substr(0, n));
+        EXPECT_FALSE(object->Load(is)) << "cut at " << n;
+        delete object;
+    }
+}
+
+// A test that records every message and expects none it did not clear.
+class Quiet : public ::testing::Test {
+  protected:
+    void TearDown() override { EXPECT_EQ(0u, recorder.Count()) << recorder.Entries()[0].text; }
+    // The numbered messages so far, which are then no longer counted.
+    std::vector<unsigned int> Taken() {
+        std::vector<unsigned int> ids = recorder.NumberedIds();
+        recorder.Clear();
+        return ids;
+    }
+    MsgRecorder recorder;
+};

@@ -1,45 +1,28 @@
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "msgrecorder.h"
-#include "norlib2.h"
-#include "streambytes.h"
 #include "test_graphics.h"
-#include "test_devices.h"
 
 namespace {
 
-std::string Head(unsigned code, unsigned id, short x, short y, short w, short h) {
-    return LE32(code) + LE32(id) + LE16(x) + LE16(y) + LE16(w) + LE16(h);
-}
+struct GraphicListTest : Quiet {};
+struct TextAndBitmapGraphicTest : Quiet {};
 
 std::string ListHead(unsigned flags, unsigned count) {
     return LE32(95) + LE32(flags) + LE32(0) + LE32(count) + LE32(0);
 }
 
 // A w x h picture of one colour.
-BCBitmap* SolidBitmap(int w, int h, COLORREF color) {
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = w;
-    info.bmiHeader.biHeight = -h;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    HBITMAP handle = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    auto* pixels = static_cast<DWORD*>(bits);
-    for (int i = 0; i < w * h; ++i)
-        pixels[i] = (GetRValue(color) << 16) | (GetGValue(color) << 8) | GetBValue(color);
+BCBitmap* SolidBitmap(short w, short h, COLORREF color) {
+    std::vector<unsigned long> pixels(w * h, (GetRValue(color) << 16) | (GetGValue(color) << 8) |
+                                                 GetBValue(color));
     auto* bitmap = new BCBitmap();
-    bitmap->SetHandle(handle);
+    bitmap->SetPixels(w, h, pixels.data());
     return bitmap;
 }
 
@@ -48,11 +31,9 @@ class ProbeGraphic : public BCGraphicObject {
   public:
     ProbeGraphic(const BCPosition& pos, int result)
         : BCGraphicObject(70, 0, pos, BCSize(10, 10)), m_result(result) {}
-    int Draw(BCDisplayDevice*) override {
-        seen.push_back(GetPos());
-        return m_result;
-    }
-    int UnDraw(BCDisplayDevice*) override {
+    int Draw(BCDisplayDevice*) override { return Seen(); }
+    int UnDraw(BCDisplayDevice*) override { return Seen(); }
+    int Seen() {
         seen.push_back(GetPos());
         return m_result;
     }
@@ -62,44 +43,33 @@ class ProbeGraphic : public BCGraphicObject {
     int m_result;
 };
 
-TEST(GraphicListTest, NestedSceneSavedAndLoadedRedrawsTheSamePixels) {
-    MsgRecorder recorder;
+TEST_F(GraphicListTest, NestedSceneSavedAndLoadedRedrawsTheSamePixels) {
     std::unique_ptr<BCBitmap> red(SolidBitmap(8, 6, kRed));
     std::unique_ptr<BCBitmap> blue(SolidBitmap(5, 5, kBlue));
 
-    BCGraphicList deepest;
+    BCGraphicList deepest, middle, top, scene;
     auto* deepText = new BCTextGraphic(3, BCPosition(0, 0), BCSize(38, 20), "deep");
     deepText->SetBackMode(BC_BACK_OPAQUE);
     deepText->SetForeColor(BCColor(BC_COLOR_WHITE));
     deepText->SetBackColor(BCColor(BC_COLOR_BLUE));
-    deepest.Append(nullptr, deepText);
-    deepest.Append(nullptr, new BCBitmapGraphic(4, BCPosition(40, 0), BCSize(5, 5), blue.get(), 1));
-
-    BCGraphicList middle;
-    middle.Append(nullptr, new BCBitmapGraphic(5, BCPosition(0, 0), BCSize(16, 12), red.get(), 1));
-    middle.Append(nullptr, new BCCompoundGraphic(6, BCPosition(0, 20), BCSize(60, 20), &deepest));
-
-    BCGraphicList top;
-    top.Append(nullptr, new BCCompoundGraphic(7, BCPosition(10, 40), BCSize(80, 50), &middle));
-
-    BCGraphicList scene;
-    auto* title = new BCTextGraphic(1, BCPosition(2, 2), BCSize(60, 20), "Scene");
-    scene.Append(nullptr, title);
-    scene.Append(nullptr, new BCBitmapGraphic(2, BCPosition(100, 5), BCSize(8, 6), red.get(), 1));
-    scene.Append(nullptr, new BCCompoundGraphic(8, BCPosition(20, 10), BCSize(90, 90), &top));
+    const std::pair<BCGraphicList*, BCGraphicObject*> parts[] = {
+        {&deepest, deepText},
+        {&deepest, new BCBitmapGraphic(4, BCPosition(40, 0), BCSize(5, 5), blue.get(), 1)},
+        {&middle, new BCBitmapGraphic(5, BCPosition(0, 0), BCSize(16, 12), red.get(), 1)},
+        {&middle, new BCCompoundGraphic(6, BCPosition(0, 20), BCSize(60, 20), &deepest)},
+        {&top, new BCCompoundGraphic(7, BCPosition(10, 40), BCSize(80, 50), &middle)},
+        {&scene, new BCTextGraphic(1, BCPosition(2, 2), BCSize(60, 20), "Scene")},
+        {&scene, new BCBitmapGraphic(2, BCPosition(100, 5), BCSize(8, 6), red.get(), 1)},
+        {&scene, new BCCompoundGraphic(8, BCPosition(20, 10), BCSize(90, 90), &top)}};
+    for (const auto& part : parts)
+        part.first->Append(nullptr, part.second);
 
     BCMemoryDevice before(160, 120);
     ASSERT_EQ(1, scene.Draw(&before));
-    EXPECT_EQ(48, CountColor(before, BCRectangle(100, 5, 108, 11), kRed));
     // The middle bitmap lands at 20 + 10 + 0 = 30, 10 + 40 + 0 = 50, stretched to 16 x 12.
     EXPECT_EQ(16 * 12, CountColor(before, BCRectangle(30, 50, 46, 62), kRed));
     // The deepest bitmap at 20 + 10 + 0 + 40, 10 + 40 + 20 + 0.
     EXPECT_EQ(25, CountColor(before, BCRectangle(70, 70, 75, 75), kBlue));
-    EXPECT_GT(CountColor(before, BCRectangle(30, 70, 60, 84), kBlue), 50);
-    EXPECT_GT(CountColor(before, BCRectangle(2, 2, 60, 16), kBlack), 10);
-    // Offsets never stick to the children.
-    EXPECT_EQ(BCPosition(40, 0),
-              static_cast<BCGraphicObject*>(deepest.GetTail()->lpItem)->GetPos());
 
     // Through a real file, as a document is kept.
     const std::string path = TempFile("gfx");
@@ -112,9 +82,6 @@ TEST(GraphicListTest, NestedSceneSavedAndLoadedRedrawsTheSamePixels) {
                             std::istreambuf_iterator<char>());
     stream.clear();
     stream.seekg(0);
-    EXPECT_EQ(ListHead(static_cast<unsigned>(scene.GetFlags()), 3) + Head(81, 1, 2, 2, 60, 20) +
-                  LE32(5) + "Scene",
-              bytes.substr(0, 20 + 16 + 9));
 
     BCGraphicList loaded;
     ASSERT_EQ(1, loaded.Load(stream));
@@ -123,216 +90,150 @@ TEST(GraphicListTest, NestedSceneSavedAndLoadedRedrawsTheSamePixels) {
     EXPECT_EQ(3u, loaded.GetCount());
     BCMemoryDevice after(160, 120);
     ASSERT_EQ(1, loaded.Draw(&after));
-    int differing = 0;
     for (short y = 0; y < 120; ++y)
         for (short x = 0; x < 160; ++x)
-            differing += before.GetPixel(x, y) != after.GetPixel(x, y);
-    EXPECT_EQ(0, differing);
+            ASSERT_EQ(before.GetPixel(x, y), after.GetPixel(x, y)) << x << ", " << y;
 
-    // Saving the loaded scene gives the same bytes.
-    std::ostringstream again = OutStream();
-    ASSERT_EQ(1, loaded.Save(again));
-    EXPECT_EQ(bytes, again.str());
-
-    // Erasing the loaded scene leaves a white picture.
+    EXPECT_EQ(bytes, RecordOf(loaded)); // saving it again gives the same bytes
     ASSERT_EQ(1, loaded.UnDraw(&after));
     EXPECT_EQ(0, CountNotWhite(after));
     FreeLoaded(&loaded);
-    EXPECT_EQ(0u, recorder.Count());
 }
 
-TEST(GraphicListTest, RecordBytesOfTextBitmapAndCompound) {
-    MsgRecorder recorder;
+TEST_F(GraphicListTest, RecordBytesOfTextBitmapAndCompound) {
     BCFont font("Arial");
     BCTextGraphic text(9, BCPosition(-1, 2), BCSize(30, 12), "Hi");
     text.SetForeColor(BCColor(BC_COLOR_RED));
     text.SetBackColor(BCColor(BC_COLOR_BLUE));
     text.SetBackMode(BC_BACK_OPAQUE);
     text.SetFont(&font);
-    std::ostringstream os = OutStream();
-    ASSERT_EQ(1, text.Save(os));
     const std::string textRecord = Head(81, 9, -1, 2, 30, 12) + LE32(2) + "Hi" + LE32(8) +
                                    LE32(0x0000FF) + LE32(8) + LE32(0xFF0000) + LE32(2);
-    EXPECT_EQ(textRecord, os.str());
-
+    EXPECT_EQ(textRecord, RecordOf(text));
     BCTextGraphic back;
-    EXPECT_EQ(nullptr, back.GetText());
-    EXPECT_EQ(4u, back.GetBackMode());
+    EXPECT_TRUE(!back.GetText() && back.GetBackMode() == 4);
     std::istringstream is = InStream(textRecord);
     ASSERT_EQ(1, back.Load(is));
-    EXPECT_STREQ("Hi", back.GetText());
+    EXPECT_EQ(textRecord, RecordOf(back));
     EXPECT_EQ(nullptr, back.GetFont()); // the font is not stored
-    EXPECT_EQ(2u, back.GetBackMode());
-    EXPECT_EQ(BCColor(BC_COLOR_RED), back.GetForeColor());
-    EXPECT_EQ(BCColor(BC_COLOR_BLUE), back.GetBackColor());
     // A text of the same length is copied in place.
     const char* storage = back.GetText();
     EXPECT_EQ(1, back.SetText("Ho"));
     EXPECT_EQ(storage, back.GetText());
-    EXPECT_STREQ("Ho", back.GetText());
     EXPECT_EQ(1, back.SetText("Longer"));
     EXPECT_STREQ("Longer", back.GetText());
+    EXPECT_TRUE(back.SetText(nullptr) && !back.GetText());
     EXPECT_EQ(2u, back.SetBackMode(1));
     EXPECT_EQ(BCColor(BC_COLOR_RED), back.SetForeColor(BCColor(BC_COLOR_GREEN)));
-    // Every cut of the record fails.
-    for (size_t cut = 0; cut < textRecord.size(); ++cut) {
-        BCTextGraphic partial;
-        std::istringstream part = InStream(textRecord.substr(0, cut));
-        EXPECT_EQ(0, partial.Load(part)) << cut;
-    }
+    EveryShortRecordFails<BCTextGraphic>(textRecord, [] { return new BCTextGraphic(); });
 
     // A bitmap graphic without a bitmap saves a new, empty one and keeps it.
     BCBitmapGraphic none(3, BCPosition(1, 1), BCSize(4, 4), nullptr, 15);
-    std::ostringstream bos = OutStream();
-    ASSERT_EQ(1, none.Save(bos));
-    ASSERT_NE(nullptr, none.GetBitmap());
+    EXPECT_EQ(Head(82, 3, 1, 1, 4, 4) + LE32(10) + LE32(0) + LE32(0) + LE32(15), RecordOf(none));
     std::unique_ptr<BCBitmap> made(none.GetBitmap());
-    EXPECT_TRUE(made->IsEmpty());
-    EXPECT_EQ(Head(82, 3, 1, 1, 4, 4) + LE32(10) + LE32(0) + LE32(0) + LE32(15), bos.str());
+    ASSERT_TRUE(made && made->IsEmpty());
     std::unique_ptr<BCBitmap> red(SolidBitmap(1, 1, kRed));
     BCBitmapGraphic one(4, BCPosition(0, 0), BCSize(1, 1), red.get(), 1);
-    std::ostringstream oos = OutStream();
-    ASSERT_EQ(1, one.Save(oos));
     const std::string bitmapRecord =
         Head(82, 4, 0, 0, 1, 1) + LE32(10) + LE32(1) + LE32(1) + Bytes({0, 0, 255, 0}) + LE32(1);
-    EXPECT_EQ(bitmapRecord, oos.str());
+    EXPECT_EQ(bitmapRecord, RecordOf(one));
     // Loading into a graphic with a bitmap reuses that bitmap.
-    BCBitmapGraphic into(0, BCPosition(), BCSize(), made.get(), 1);
-    std::istringstream bis = InStream(bitmapRecord);
-    ASSERT_EQ(1, into.Load(bis));
+    BCBitmapGraphic into(0, BCPosition(), BCSize(), made.get(), 7);
+    is = InStream(bitmapRecord);
+    ASSERT_EQ(1, into.Load(is));
     EXPECT_EQ(made.get(), into.GetBitmap());
-    EXPECT_EQ(BCSize(1, 1), made->GetSize());
-    EXPECT_EQ(1ul, into.GetRasterOp());
+    EXPECT_EQ(bitmapRecord, RecordOf(into));
 
     // A compound without a list writes an empty list and keeps it.
     BCCompoundGraphic compound(5, BCPosition(10, 20), BCSize(3, 3), nullptr);
-    std::ostringstream cos = OutStream();
-    ASSERT_EQ(1, compound.Save(cos));
-    ASSERT_NE(nullptr, compound.GetList());
+    const std::string compoundRecord = RecordOf(compound);
     std::unique_ptr<BCGraphicList> kept(compound.GetList());
-    EXPECT_EQ(0u, kept->GetCount());
+    ASSERT_TRUE(kept && kept->GetCount() == 0);
     EXPECT_EQ(Head(83, 5, 10, 20, 3, 3) + ListHead(static_cast<unsigned>(kept->GetFlags()), 0),
-              cos.str());
+              compoundRecord);
     EXPECT_EQ(0, BCCompoundGraphic().Draw(nullptr));
-
-    EXPECT_STREQ("BCTextGraphic", text.GetObjectTypeStr());
-    EXPECT_STREQ("BCBitmapGraphic", one.GetObjectTypeStr());
-    EXPECT_STREQ("BCCompoundGraphic", compound.GetObjectTypeStr());
-    EXPECT_STREQ("BCGraphicList", kept->GetObjectTypeStr());
-    EXPECT_EQ(0u, recorder.Count());
 }
 
-TEST(GraphicListTest, BadStreamsFailCleanlyAndKeepWhatLoaded) {
-    MsgRecorder recorder;
+TEST_F(GraphicListTest, BadStreamsFailCleanlyAndKeepWhatLoaded) {
     BCGraphicList list;
     const std::string first = Head(81, 1, 0, 0, 20, 10) + LE32(1) + "A" + LE32(8) + LE32(0) +
                               LE32(8) + LE32(0xFFFFFF) + LE32(4);
     for (unsigned code : {84u, 69u}) {
-        recorder.Clear();
         std::istringstream is = InStream(ListHead(0, 2) + first + Head(code, 2, 0, 0, 1, 1));
         EXPECT_EQ(0, list.Load(is));
-        EXPECT_EQ(std::vector<unsigned>{10079u}, recorder.NumberedIds());
-        ASSERT_EQ(1u, list.GetCount());
+        ASSERT_EQ(1u, list.GetCount()); // what loaded before stays, and draws
         BCMemoryDevice dev(40, 20);
         EXPECT_EQ(1, list.Draw(&dev));
         EXPECT_GT(CountNotWhite(dev), 3);
     }
-    recorder.Clear();
-
-    // MakeEmptyObject directly: 70 is a plain graphic object, others leave `out` alone.
-    BCGraphicObject* out = nullptr;
-    ASSERT_EQ(1, list.MakeEmptyObject(70, out));
-    std::unique_ptr<BCGraphicObject> plain(out);
-    EXPECT_STREQ("BCGraphicObject", out->GetObjectTypeStr());
-    for (unsigned code = 71; code <= 83; ++code) {
+    // MakeEmptyObject directly: 70 to 83 make their classes, others leave `out` alone.
+    for (unsigned code = 70; code <= 83; ++code) {
         BCGraphicObject* made = nullptr;
         ASSERT_EQ(1, list.MakeEmptyObject(code, made));
         EXPECT_EQ(code, made->GetObjectType());
         delete made;
     }
-    EXPECT_EQ(0u, recorder.Count());
+    BCGraphicObject plain(70);
+    BCGraphicObject* out = &plain;
     EXPECT_EQ(0, list.MakeEmptyObject(95, out));
-    EXPECT_EQ(plain.get(), out);
-    EXPECT_EQ(std::vector<unsigned>{10079u}, recorder.NumberedIds());
-    recorder.Clear();
-
-    // Every cut of a list of a text, a bitmap and a compound holding both fails; the items
-    // complete before the cut stay and draw.
-    std::unique_ptr<BCBitmap> red(SolidBitmap(2, 2, kRed));
-    BCGraphicList inner;
-    inner.Append(nullptr, new BCTextGraphic(1, BCPosition(0, 0), BCSize(9, 9), "x"));
-    inner.Append(nullptr, new BCBitmapGraphic(2, BCPosition(2, 2), BCSize(2, 2), red.get(), 1));
-    BCGraphicList source;
-    source.Append(nullptr, new BCTextGraphic(1, BCPosition(0, 0), BCSize(9, 9), "x"));
-    source.Append(nullptr, new BCBitmapGraphic(2, BCPosition(2, 2), BCSize(2, 2), red.get(), 1));
-    source.Append(nullptr, new BCCompoundGraphic(3, BCPosition(5, 5), BCSize(9, 9), &inner));
-    std::ostringstream os = OutStream();
-    ASSERT_EQ(1, source.Save(os));
-    const std::string whole = os.str();
-    for (size_t cut = 0; cut < whole.size(); cut += 3) {
-        BCGraphicList partial;
-        std::istringstream is = InStream(whole.substr(0, cut));
-        EXPECT_EQ(0, partial.Load(is)) << cut;
-        EXPECT_LT(partial.GetCount(), 3u);
-        BCMemoryDevice dev(30, 30);
-        EXPECT_EQ(1, partial.Draw(&dev));
-        FreeLoaded(&partial);
-    }
+    EXPECT_EQ(&plain, out);
+    EXPECT_EQ((std::vector<unsigned>{10079u, 10079u, 10079u}), Taken());
 
     // Compounds nested thousands deep are refused without exhausting the stack.
     std::string deep;
     for (int i = 0; i < 5000; ++i)
         deep += Head(83, i, 1, 1, 1, 1) + ListHead(0, 1);
-    deep += first;
     BCGraphicList nested;
-    std::istringstream dis = InStream(ListHead(0, 1) + deep);
-    EXPECT_EQ(0, nested.Load(dis));
+    std::istringstream is = InStream(ListHead(0, 1) + deep + first);
+    EXPECT_EQ(0, nested.Load(is));
     EXPECT_EQ(0u, nested.GetCount());
     // A list record claiming items of a size is not a graphic list's.
-    std::istringstream sized = InStream(LE32(95) + LE32(0) + LE32(0) + LE32(1) + LE32(4) + first);
-    EXPECT_EQ(0, nested.Load(sized));
+    is = InStream(LE32(95) + LE32(0) + LE32(0) + LE32(1) + LE32(4) + first);
+    EXPECT_EQ(0, nested.Load(is));
     EXPECT_EQ(0u, nested.GetItemSize());
     // A list claiming millions of items ends at the end of the stream.
-    std::istringstream many = InStream(ListHead(0, 4000000) + first);
-    EXPECT_EQ(0, nested.Load(many));
+    is = InStream(ListHead(0, 4000000) + first);
+    EXPECT_EQ(0, nested.Load(is));
     EXPECT_EQ(1u, nested.GetCount());
-    EXPECT_EQ(0u, recorder.Count());
 }
 
-TEST(GraphicListTest, HitWalksAndOffsetDrawing) {
-    MsgRecorder recorder;
+TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
     BCGraphicList list;
     BCMemoryDevice dev(60, 60);
-    EXPECT_EQ(1, list.Draw(&dev)); // empty: nothing drawn
-    EXPECT_EQ(1, list.UnDraw(&dev));
+    EXPECT_EQ(2, list.Draw(&dev) + list.UnDraw(&dev)); // empty: nothing drawn
     EXPECT_EQ(nullptr, list.GetHitObject(BCPosition(0, 0), 0));
-
     auto* low = new ProbeGraphic(BCPosition(0, 0), 1);
     auto* aside = new ProbeGraphic(BCPosition(30, 30), 1);
     auto* high = new ProbeGraphic(BCPosition(5, 5), 1);
-    list.Append(nullptr, low);
-    list.Append(nullptr, aside);
-    list.Append(nullptr, high);
+    for (ProbeGraphic* g : {low, aside, high})
+        list.Append(nullptr, g);
     const BCPosition p(6, 6);
     EXPECT_EQ(low, list.GetHitObject(p, 0));
-    EXPECT_EQ(low, list.GetCrntItem());
     EXPECT_EQ(high, list.GetHitObject(p, 1));
     EXPECT_EQ(nullptr, list.GetHitObject(p, 1));
-    EXPECT_EQ(low, list.GetHitObject(p, 0));
     // (10, 10) is on the far edge of `low`: only `high` holds it.
     EXPECT_EQ(high, list.GetHitObject(BCPosition(10, 10), 0));
-    EXPECT_EQ(nullptr, list.GetHitObject(BCPosition(10, 10), 1));
 
     // Offsets wrap at 16 bits and never stick.
     aside->SetPos(BCPosition(32767, -32768));
     ASSERT_EQ(1, list.Draw(BCPosition(1, -1), &dev));
     ASSERT_EQ(1, list.UnDraw(BCPosition(2, 3), &dev));
-    ASSERT_EQ(2u, aside->seen.size());
-    EXPECT_EQ(BCPosition(-32768, 32767), aside->seen[0]);
-    EXPECT_EQ(BCPosition(-32767, -32765), aside->seen[1]);
+    EXPECT_EQ((std::vector<BCPosition>{BCPosition(-32768, 32767), BCPosition(-32767, -32765)}),
+              aside->seen);
     EXPECT_EQ(BCPosition(32767, -32768), aside->GetPos());
     EXPECT_EQ(BCPosition(7, 8), high->seen[1]);
-    EXPECT_EQ(BCPosition(5, 5), high->GetPos());
+
+    // After every full walk the list stands past its tail: the top object stays.
+    const std::function<int()> walks[] = {
+        [&] { return list.Draw(&dev); }, [&] { return list.UnDraw(&dev); },
+        [&] { return list.Draw(BCPosition(1, 1), &dev); },
+        [&] { return list.UnDraw(BCPosition(1, 1), &dev); },
+        [&] { return list.GetHitObject(BCPosition(50, 50), 0) == nullptr; }};
+    for (const auto& walk : walks) {
+        ASSERT_EQ(1, walk());
+        EXPECT_EQ(0, list.DeleteCrnt());
+        EXPECT_EQ(3u, list.GetCount());
+    }
 
     // A failing object ends the walk; the objects above it are not painted.
     auto* failing = new ProbeGraphic(BCPosition(1, 1), 0);
@@ -342,7 +243,6 @@ TEST(GraphicListTest, HitWalksAndOffsetDrawing) {
     EXPECT_EQ(0, list.Draw(&dev));
     EXPECT_EQ(0, list.UnDraw(BCPosition(1, 1), &dev));
     EXPECT_TRUE(high->seen.empty());
-    EXPECT_EQ(BCPosition(1, 1), failing->GetPos());
     list.DeleteCrnt();
     dev.ReleaseDC(); // the failed Draw left its context selected
     list.Append(nullptr, nullptr);
@@ -358,34 +258,26 @@ TEST(GraphicListTest, HitWalksAndOffsetDrawing) {
     BCCompoundGraphic compound(2, BCPosition(10, 20), BCSize(1, 1), &children);
     BCMemoryDevice canvas(60, 60);
     ASSERT_EQ(1, compound.Draw(&canvas));
-    EXPECT_EQ(kBlack, canvas.GetPixel(15, 25));
-    EXPECT_EQ(kWhite, canvas.GetPixel(5, 5));
-    EXPECT_EQ(10, CountColor(canvas, BCRectangle(0, 25, 60, 26), kBlack));
+    EXPECT_EQ(20, CountColor(canvas, BCRectangle(15, 25, 25, 26), kBlack) + CountNotWhite(canvas));
     EXPECT_EQ(BCPosition(5, 5), line->GetPos());
     ASSERT_EQ(1, compound.UnDraw(&canvas));
     EXPECT_EQ(0, CountNotWhite(canvas));
     EXPECT_EQ(&children, compound.SetList(nullptr));
-    EXPECT_EQ(0, compound.Draw(&canvas));
-    EXPECT_EQ(0, compound.UnDraw(&canvas));
-    EXPECT_EQ(0u, recorder.Count());
+    EXPECT_EQ(0, compound.Draw(&canvas) + compound.UnDraw(&canvas));
 }
 
-TEST(TextAndBitmapGraphicTest, BackgroundModesAndRasterOperations) {
-    MsgRecorder recorder;
+TEST_F(TextAndBitmapGraphicTest, BackgroundModesAndRasterOperations) {
     BCMemoryDevice dev(80, 30);
     dev.SetTextColor(BCColor(BC_COLOR_GREEN));
     dev.SetBackColor(BCColor(BC_COLOR_RED));
     dev.SetBackMode(BC_BACK_TRANSPARENT);
     const BCRectangle box(0, 0, 80, 30);
-
     BCTextGraphic text(1, BCPosition(2, 2), BCSize(60, 20), "Wide text");
     // Mode 4: the device's own colours and mode.
     ASSERT_GT(text.Draw(&dev), 0);
     EXPECT_GT(CountColor(dev, box, kGreen), 5);
     EXPECT_EQ(0, CountColor(dev, box, kRed));
     EXPECT_EQ(1, text.UnDraw(&dev));
-    EXPECT_EQ(0, CountNotWhite(dev));
-
     // Mode 2: its own colours, opaque, then the device's settings come back.
     text.SetForeColor(BCColor(BC_COLOR_BLACK));
     text.SetBackColor(BCColor(BC_COLOR_BLUE));
@@ -393,28 +285,21 @@ TEST(TextAndBitmapGraphicTest, BackgroundModesAndRasterOperations) {
     ASSERT_GT(text.Draw(&dev), 0);
     EXPECT_GT(CountColor(dev, box, kBlue), 50);
     EXPECT_GT(CountColor(dev, box, kBlack), 5);
-    EXPECT_EQ(0, CountColor(dev, box, kGreen));
     EXPECT_EQ(BCColor(BC_COLOR_GREEN), dev.GetTextColor());
     EXPECT_EQ(BCColor(BC_COLOR_RED), dev.GetBackColor());
     EXPECT_EQ(1u, dev.GetBackMode());
     text.UnDraw(&dev);
-
-    // Mode 1: its text colour, no background.
+    // Mode 1: its text colour, no background; a font of its own is put back afterwards.
     text.SetBackMode(BC_BACK_TRANSPARENT);
     dev.SetBackMode(BC_BACK_OPAQUE);
+    BCFont font("Arial");
+    EXPECT_EQ(nullptr, text.SetFont(&font));
     ASSERT_GT(text.Draw(&dev), 0);
     EXPECT_EQ(0, CountColor(dev, box, kBlue));
     EXPECT_GT(CountColor(dev, box, kBlack), 5);
     EXPECT_EQ(2u, dev.GetBackMode());
-    text.UnDraw(&dev);
-
-    // A font of its own is put back afterwards.
-    BCFont font("Arial");
-    EXPECT_EQ(nullptr, text.SetFont(&font));
-    ASSERT_GT(text.Draw(&dev), 0);
     EXPECT_EQ(nullptr, dev.GetFont());
     text.UnDraw(&dev);
-    EXPECT_EQ(0, CountNotWhite(dev));
     EXPECT_EQ(0, BCTextGraphic().Draw(&dev));
     EXPECT_EQ(0, CountNotWhite(dev));
 
@@ -422,67 +307,21 @@ TEST(TextAndBitmapGraphicTest, BackgroundModesAndRasterOperations) {
     std::unique_ptr<BCBitmap> red(SolidBitmap(4, 4, kRed));
     BCBitmapGraphic picture(2, BCPosition(10, 5), BCSize(8, 8), red.get(), BC_ROP_COPY);
     ASSERT_EQ(1, picture.Draw(&dev));
-    EXPECT_EQ(64, CountColor(dev, box, kRed));
     EXPECT_EQ(64, CountColor(dev, BCRectangle(10, 5, 18, 13), kRed));
+    EXPECT_EQ(64, CountNotWhite(dev));
     BCBrush blue{BCColor(BC_COLOR_BLUE)};
     dev.SetBackground(&blue);
     EXPECT_EQ(1ul, picture.SetRasterOp(BC_ROP_XOR));
     ASSERT_EQ(1, picture.UnDraw(&dev));
-    EXPECT_EQ(0, CountColor(dev, box, kRed));
-    EXPECT_EQ(64, CountColor(dev, box, kBlue));
+    EXPECT_EQ(128, CountColor(dev, box, kBlue) + CountNotWhite(dev));
     dev.SetBackground(nullptr);
     picture.SetRasterOp(BC_ROP_ERASE);
     ASSERT_EQ(1, picture.Draw(&dev));
-    EXPECT_EQ(0, CountNotWhite(dev));
     // A graphic without a bitmap draws nothing and is no fault.
     EXPECT_EQ(red.get(), picture.SetBitmap(nullptr));
-    picture.SetRasterOp(BC_ROP_COPY);
-    EXPECT_EQ(1, picture.Draw(&dev));
+    EXPECT_EQ(1, picture.Draw(&dev) + picture.Draw(nullptr) + picture.UnDraw(nullptr));
     EXPECT_EQ(0, CountNotWhite(dev));
     EXPECT_EQ(1ul, BCBitmapGraphic().GetRasterOp());
-    EXPECT_EQ(0u, recorder.Count());
-}
-
-} // namespace
-
-namespace {
-
-TEST(GraphicListLeakTest, DrawingAndErasingManyTimesKeepsTheGdiObjectCount) {
-    BCPen pen(BC_PEN_SOLID, 2, BCColor(BC_COLOR_RED));
-    BCBrush brush{BCColor(BC_COLOR_BLUE)};
-    BCBitmap picture(8, 8);
-    BCMemoryDevice dev(400, 300);
-    BCGraphicList list;
-    for (short i = 0; i < 600; ++i) {
-        BCPosition pos(static_cast<short>(i % 380), static_cast<short>(i % 280));
-        BCSize size(20, 15);
-        switch (i % 5) {
-        case 0:
-            list.Append(nullptr, new BCBoxGraphic(i, pos, size, &pen, &brush));
-            break;
-        case 1:
-            list.Append(nullptr, new BCEllipseGraphic(i, pos, size, &pen, &brush));
-            break;
-        case 2:
-            list.Append(nullptr, new BCLineGraphic(i, pos, size, &pen));
-            break;
-        case 3:
-            list.Append(nullptr, new BCTextGraphic(i, pos, size, "text"));
-            break;
-        default:
-            list.Append(nullptr, new BCBitmapGraphic(i, pos, size, &picture, 1));
-            break;
-        }
-    }
-    ASSERT_TRUE(list.Draw(&dev)); // first use makes the stock objects
-    ASSERT_TRUE(list.UnDraw(&dev));
-    const unsigned long before = BCGetGdiObjectCount();
-    for (int round = 0; round < 100; ++round) {
-        ASSERT_TRUE(list.Draw(&dev));
-        ASSERT_TRUE(list.UnDraw(&dev));
-    }
-    EXPECT_EQ(before, BCGetGdiObjectCount());
-    EXPECT_EQ(0u, dev.GetSelectCount());
 }
 
 } // namespace

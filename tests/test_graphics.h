@@ -1,6 +1,11 @@
 #pragma once
 // Helpers shared by the graphics test files.
-#include "norlib2.h"
+#include "test_devices.h"
+
+// The type code word and the 12-byte field block that every graphic record begins with.
+inline std::string Head(unsigned code, unsigned id, short x, short y, short w, short h) {
+    return LE32(code) + LE32(id) + LE16(x) + LE16(y) + LE16(w) + LE16(h);
+}
 
 // What a graphic-list load hangs off its objects belongs to the caller: the bitmaps and the
 // compounds' lists.

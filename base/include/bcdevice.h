@@ -16,7 +16,9 @@ enum BCDeviceFlag : unsigned long {
 };
 
 // Something to draw on. SelectDC/ReleaseDC nest: the outermost pair obtains the platform
-// context through GetDeviceDC and gives it back through ReleaseDeviceDC.
+// context through GetDeviceDC and gives it back through ReleaseDeviceDC. A device with nothing
+// to draw on yet (a window not created) fails SelectDC and the ReleaseDC paired with it
+// quietly, as every other operation of such a window does.
 class NORLIB1_API BCDevice : public BCObject {
   public:
     explicit BCDevice(unsigned int typeCode = 22, BCModule* module = nullptr);
@@ -29,7 +31,8 @@ class NORLIB1_API BCDevice : public BCObject {
     virtual void* GetDeviceDC();
     virtual int ReleaseDeviceDC(void* dc);
 
-    // Nesting faults are reported with messages 10020-10024.
+    // Nesting faults are reported with messages 10020-10024, a context the platform refused
+    // with 10021.
     int SelectDC();
     int ReleaseDC();
     // The selected context (HDC), null outside a SelectDC/ReleaseDC pair.
@@ -43,6 +46,8 @@ class NORLIB1_API BCDevice : public BCObject {
     BCModule* GetModule() const { return opModule; }
 
   protected:
+    // Obtains and attaches the context of an outermost SelectDC; 0 when there is none.
+    int OpenDC();
     // A context has just become current (outermost SelectDC, or an adopted paint context):
     // a device that keeps drawing settings puts them into it. The base does nothing.
     virtual void AttachDCState(void* dc);
@@ -55,6 +60,7 @@ class NORLIB1_API BCDevice : public BCObject {
 
     void* hDC;
     unsigned int wSelectCount;
+    unsigned int wFailedSelects; // SelectDC calls that found no context, awaiting their release
     unsigned long dwDevFlags;
     BCRectangle rcUser;
     BCModule* opModule;
@@ -85,8 +91,10 @@ enum BCRasterOp : unsigned int {
 // keeps its drawing settings (pen, brush, font, colours, background mode, current position)
 // itself and puts them into each context it obtains, so they outlast SelectDC/ReleaseDC
 // pairs. Drawing operations called outside a pair select the context for their own call.
-// Pens, brushes, fonts and bitmaps are the caller's: the device only points to them; a null
-// one stands for the context's own default.
+// Pens, brushes, fonts and bitmaps are the caller's: the device only points to them. The
+// device always holds a pen and a brush, so that whoever swaps them can put back what was
+// there: SetPen(nullptr) and SetBrush(nullptr) select the shared BCGetBlackPen() and
+// BCGetWhiteBrush(). A null font stands for the context's own.
 class NORLIB1_API BCDisplayDevice : public BCDevice {
   public:
     explicit BCDisplayDevice(unsigned int typeCode = 25, BCModule* module = nullptr);
@@ -117,6 +125,11 @@ class NORLIB1_API BCDisplayDevice : public BCDevice {
     short GetTabWidth();
     short SetTabOrigin(short x);
     short GetTabOrigin() const { return coTabOrigin; }
+
+    // The logical point shown at the context's top-left corner: drawing at x appears at
+    // x - origin.x (horizontal scrolling moves it). Returns the previous origin.
+    BCPosition SetOrigin(const BCPosition& origin);
+    BCPosition GetOrigin() const { return BCPosition(coOrgX, coOrgY); }
 
     int MoveTo(const BCPosition& pos);
     int LineTo(const BCPosition& pos);
@@ -164,6 +177,8 @@ class NORLIB1_API BCDisplayDevice : public BCDevice {
   private:
     // Selects the handle, or the fallback when it has none, into the current context.
     void SelectHandle(void* handle, void* fallback);
+    // Puts the display origin into the current context.
+    void ApplyOrigin();
     // Selects the font's handle again when the font was changed (size, style, face) while
     // this device had it selected; text is then measured and drawn as the font now is.
     void FollowFont();
@@ -188,6 +203,8 @@ class NORLIB1_API BCDisplayDevice : public BCDevice {
     void* hTabFont;
     short coCrntX;
     short coCrntY;
+    short coOrgX;
+    short coOrgY;
     void* hOrigPen; // the context's own objects while it is attached
     void* hOrigBrush;
     void* hOrigFont;

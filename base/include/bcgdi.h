@@ -236,6 +236,8 @@ class NORLIB1_API BCPolyline : public BCObject {
 
 // Shared stock objects; they live as long as the process and must not be deleted.
 NORLIB1_API BCPen* BCGetClearPen();
+// Solid, one unit wide: the pen a display device holds until it is given another.
+NORLIB1_API BCPen* BCGetBlackPen();
 NORLIB1_API BCPen* BCGetWhitePen();
 NORLIB1_API BCBrush* BCGetClearBrush();
 NORLIB1_API BCBrush* BCGetBlackBrush();

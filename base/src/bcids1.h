@@ -37,6 +37,29 @@ constexpr unsigned int kTypeSingleLinkedList = 87;
 
 // ---- devices, pens, brushes, bitmaps, polylines, fonts ----
 namespace bcids {
+constexpr unsigned int kTypePolyline = 6;
+constexpr unsigned int kTypeBitmap = 10;
+constexpr unsigned int kTypeBrush = 13;
+constexpr unsigned int kTypePen = 14;
+constexpr unsigned int kTypeFont = 15;
+constexpr unsigned int kTypeMemoryDevice = 23;
+constexpr unsigned int kTypeFontList = 94;
+constexpr unsigned int kMsgBitmapLoadFailed = 10003;
+constexpr unsigned int kMsgBitmapCreateFailed = 10004;
+constexpr unsigned int kMsgPatternBrushFailed = 10009;
+constexpr unsigned int kMsgStockBrushFailed = 10010;
+constexpr unsigned int kMsgHatchBrushFailed = 10011;
+constexpr unsigned int kMsgSelectNesting1 = 10020;
+constexpr unsigned int kMsgSelectNoDC = 10021;
+constexpr unsigned int kMsgSelectNesting2 = 10022;
+constexpr unsigned int kMsgReleaseNesting1 = 10023;
+constexpr unsigned int kMsgReleaseNesting2 = 10024;
+constexpr unsigned int kMsgBadRasterOp = 10025;
+constexpr unsigned int kMsgFontNotFound = 10028;
+constexpr unsigned int kMsgFontFailed = 10029;
+constexpr unsigned int kMsgFontListInsert = 10030;
+constexpr unsigned int kMsgNoMemoryDC = 10049;
+constexpr unsigned int kMsgPenFailed = 10053;
 } // namespace bcids
 // ---- end of devices and drawing objects ----
 

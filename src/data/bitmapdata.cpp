@@ -1,16 +1,12 @@
 #include "bcbmpdata.h"
 
 #include <new>
-
-namespace {
-constexpr unsigned int kTypeBitmapData = 102;
-constexpr unsigned int kTypeBitmap = 10;
-} // namespace
+#include "bcids2.h"
 
 BCBitmapData::BCBitmapData(BCBitmap* bitmap, BCWindow* window, const char* fileExt,
                            const char* fileName, unsigned int flags, BCUpdaterList* updaters)
     : BCFileData(bitmap, window, fileExt, fileName, flags, updaters) {
-    SetObjectType(kTypeBitmapData);
+    SetObjectType(bcids::kTypeBitmapData);
 }
 
 BCRenderableData* BCBitmapData::Dup() {
@@ -18,6 +14,7 @@ BCRenderableData* BCBitmapData::Dup() {
 }
 
 BCBitmap* BCBitmapData::GetBitmap() const {
-    return opData && opData->GetObjectType() == kTypeBitmap ? static_cast<BCBitmap*>(opData)
-                                                            : nullptr;
+    return opData && opData->GetObjectType() == bcids::kTypeBitmapObject
+               ? static_cast<BCBitmap*>(opData)
+               : nullptr;
 }

@@ -4,20 +4,16 @@
 #include <new>
 #include <ostream>
 
+#include "bcids2.h"
 #include "bclib2.h"
-
-namespace {
-
-constexpr unsigned int kTypeBitmap = 82;
-
-} // namespace
 
 BCBitmapGraphic::BCBitmapGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                                  BCBitmap* bitmap, unsigned long rasterOp)
-    : BCGraphicObject(kTypeBitmap, id, pos, size), opBitmap(bitmap), dwRasterOp(rasterOp) {}
+    : BCGraphicObject(bcids::kTypeBitmapGraphic, id, pos, size), opBitmap(bitmap),
+      dwRasterOp(rasterOp) {}
 
 BCBitmapGraphic::BCBitmapGraphic()
-    : BCGraphicObject(kTypeBitmap), opBitmap(nullptr), dwRasterOp(BC_ROP_COPY) {}
+    : BCGraphicObject(bcids::kTypeBitmapGraphic), opBitmap(nullptr), dwRasterOp(BC_ROP_COPY) {}
 
 BCBitmapGraphic::~BCBitmapGraphic() = default;
 

@@ -13,8 +13,6 @@ BCPen* sOldPen = nullptr;
 BCBrush* sOldBrush = nullptr;
 unsigned int sOldBackMode = BC_BACK_OPAQUE;
 
-constexpr int kDumpSize = 136;
-
 } // namespace
 
 BCDrawGraphic::BCDrawGraphic(unsigned int typeCode, unsigned int id, const BCPosition& pos,

@@ -13,6 +13,10 @@ void PutLE(unsigned char* at, unsigned int value, int bytes) {
         at[i] = static_cast<unsigned char>(value >> (8 * i));
 }
 
+void PutLE(unsigned char* at, short value) {
+    PutLE(at, static_cast<unsigned short>(value), 2);
+}
+
 unsigned int GetLE(const unsigned char* at, int bytes) {
     unsigned int value = 0;
     for (int i = 0; i < bytes; ++i)
@@ -71,15 +75,19 @@ int BCGraphicObject::UnDraw(BCDisplayDevice*) {
     return 1;
 }
 
+void BCGraphicObject::PackFields(unsigned char* block) const {
+    PutLE(block, wID, 4);
+    PutLE(block + 4, coX);
+    PutLE(block + 6, coY);
+    PutLE(block + 8, coW);
+    PutLE(block + 10, coH);
+}
+
 int BCGraphicObject::Save(std::ostream& os) {
     if (!BCObject::Save(os))
         return 0;
     unsigned char block[kBlockSize];
-    PutLE(block, wID, 4);
-    PutLE(block + 4, static_cast<unsigned short>(coX), 2);
-    PutLE(block + 6, static_cast<unsigned short>(coY), 2);
-    PutLE(block + 8, static_cast<unsigned short>(coW), 2);
-    PutLE(block + 10, static_cast<unsigned short>(coH), 2);
+    PackFields(block);
     os.write(reinterpret_cast<const char*>(block), kBlockSize);
     return BCStreamOK(os);
 }
@@ -89,11 +97,7 @@ int BCGraphicObject::Load(std::istream& is) {
         return 0;
     // A raw block read: a short stream still overwrites the bytes it delivered.
     unsigned char block[kBlockSize];
-    PutLE(block, wID, 4);
-    PutLE(block + 4, static_cast<unsigned short>(coX), 2);
-    PutLE(block + 6, static_cast<unsigned short>(coY), 2);
-    PutLE(block + 8, static_cast<unsigned short>(coW), 2);
-    PutLE(block + 10, static_cast<unsigned short>(coH), 2);
+    PackFields(block);
     is.read(reinterpret_cast<char*>(block), kBlockSize);
     wID = GetLE(block, 4);
     coX = static_cast<short>(GetLE(block + 4, 2));

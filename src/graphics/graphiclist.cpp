@@ -6,12 +6,10 @@
 
 #include "bcshapes.h"
 #include "bctextgfx.h"
+#include "bcids2.h"
 
 namespace {
 
-constexpr unsigned int kTypeList = 95;
-constexpr unsigned int kTypeCompound = 83;
-constexpr unsigned int kMsgUnknownType = 10079;
 // Compounds nest by recursion; a stream or a cycle must not exhaust the stack.
 constexpr int kMaxNesting = 64;
 int g_nesting = 0;
@@ -38,6 +36,28 @@ class NestingGuard {
 short Wrap(int value) {
     return static_cast<short>(value);
 }
+
+template <class T> BCGraphicObject* Make() {
+    return new (std::nothrow) T;
+}
+
+BCGraphicObject* MakeGraphicObject() {
+    return new (std::nothrow) BCGraphicObject(bcids::kTypeGraphicObject);
+}
+
+BCGraphicObject* MakeDrawGraphic() {
+    return new (std::nothrow) BCDrawGraphic(bcids::kTypeDrawGraphic);
+}
+
+// The empty objects of the graphic type codes, in code order from kTypeGraphicObject.
+BCGraphicObject* (*const kMakers[])() = {
+    MakeGraphicObject,      MakeDrawGraphic,        Make<BCLineGraphic>, Make<BCPolylineGraphic>,
+    Make<BCBoxGraphic>,     Make<BCPolygonGraphic>, Make<BCArcGraphic>,  Make<BCCircleGraphic>,
+    Make<BCEllipseGraphic>, Make<BCChordGraphic>,   Make<BCPieGraphic>,  Make<BCTextGraphic>,
+    Make<BCBitmapGraphic>,  Make<BCCompoundGraphic>};
+static_assert(sizeof kMakers / sizeof kMakers[0] ==
+                  bcids::kTypeCompoundGraphic - bcids::kTypeGraphicObject + 1,
+              "one maker per graphic type code");
 
 void DiscardLoaded(BCGraphicObject* obj);
 
@@ -76,7 +96,7 @@ void DiscardLoaded(BCGraphicObject* obj) {
 // ---- Graphic list
 
 BCGraphicList::BCGraphicList() : BCSingleLinkedList(0, 0) {
-    SetObjectType(kTypeList);
+    SetObjectType(bcids::kTypeGraphicList);
 }
 
 // The base destructor cannot reach DeleteItem of this class any more.
@@ -107,6 +127,7 @@ BCGraphicObject* BCGraphicList::GetHitObject(const BCPosition& pos, int next) {
         if (obj && obj->IsHit(pos))
             return obj;
     }
+    lpCrnt = nullptr; // past the tail: nothing was found
     return nullptr;
 }
 
@@ -132,6 +153,7 @@ int BCGraphicList::Walk(BCDisplayDevice* dev, const BCPosition* offset, int draw
         if (!result)
             return 0;
     }
+    lpCrnt = nullptr; // past the tail, so that DeleteCrnt after a walk deletes nothing
     if (drawing)
         dev->ReleaseDC();
     return 1;
@@ -154,54 +176,11 @@ int BCGraphicList::UnDraw(const BCPosition& offset, BCDisplayDevice* dev) {
 }
 
 int BCGraphicList::MakeEmptyObject(unsigned int typeCode, BCGraphicObject*& out) {
-    BCGraphicObject* obj = nullptr;
-    switch (typeCode) {
-    case 70:
-        obj = new (std::nothrow) BCGraphicObject(70);
-        break;
-    case 71:
-        obj = new (std::nothrow) BCDrawGraphic(71);
-        break;
-    case 72:
-        obj = new (std::nothrow) BCLineGraphic;
-        break;
-    case 73:
-        obj = new (std::nothrow) BCPolylineGraphic;
-        break;
-    case 74:
-        obj = new (std::nothrow) BCBoxGraphic;
-        break;
-    case 75:
-        obj = new (std::nothrow) BCPolygonGraphic;
-        break;
-    case 76:
-        obj = new (std::nothrow) BCArcGraphic;
-        break;
-    case 77:
-        obj = new (std::nothrow) BCCircleGraphic;
-        break;
-    case 78:
-        obj = new (std::nothrow) BCEllipseGraphic;
-        break;
-    case 79:
-        obj = new (std::nothrow) BCChordGraphic;
-        break;
-    case 80:
-        obj = new (std::nothrow) BCPieGraphic;
-        break;
-    case 81:
-        obj = new (std::nothrow) BCTextGraphic;
-        break;
-    case 82:
-        obj = new (std::nothrow) BCBitmapGraphic;
-        break;
-    case 83:
-        obj = new (std::nothrow) BCCompoundGraphic;
-        break;
-    default:
-        DispObjectMsg(kMsgUnknownType);
+    if (typeCode < bcids::kTypeGraphicObject || typeCode > bcids::kTypeCompoundGraphic) {
+        DispObjectMsg(bcids::kMsgUnknownGraphicType);
         return 0;
     }
+    BCGraphicObject* obj = kMakers[typeCode - bcids::kTypeGraphicObject]();
     if (!obj)
         return 0;
     out = obj;
@@ -234,9 +213,10 @@ int BCGraphicList::SaveItem(std::ostream& os, void*, void* item) {
 
 BCCompoundGraphic::BCCompoundGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                                      BCGraphicList* list)
-    : BCGraphicObject(kTypeCompound, id, pos, size), opList(list) {}
+    : BCGraphicObject(bcids::kTypeCompoundGraphic, id, pos, size), opList(list) {}
 
-BCCompoundGraphic::BCCompoundGraphic() : BCGraphicObject(kTypeCompound), opList(nullptr) {}
+BCCompoundGraphic::BCCompoundGraphic()
+    : BCGraphicObject(bcids::kTypeCompoundGraphic), opList(nullptr) {}
 
 BCCompoundGraphic::~BCCompoundGraphic() = default;
 
@@ -264,12 +244,9 @@ int BCCompoundGraphic::Save(std::ostream& os) {
     NestingGuard guard;
     if (!guard.Ok() || !BCGraphicObject::Save(os))
         return 0;
-    if (!opList) {
+    if (!opList)
         opList = new (std::nothrow) BCGraphicList;
-        if (!opList)
-            return 0;
-    }
-    return opList->Save(os);
+    return opList && opList->Save(os);
 }
 
 int BCCompoundGraphic::Load(std::istream& is) {
@@ -277,7 +254,5 @@ int BCCompoundGraphic::Load(std::istream& is) {
     if (!guard.Ok() || !BCGraphicObject::Load(is))
         return 0;
     opList = new (std::nothrow) BCGraphicList;
-    if (!opList)
-        return 0;
-    return opList->Load(is);
+    return opList && opList->Load(is);
 }

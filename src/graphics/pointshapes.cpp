@@ -5,6 +5,8 @@
 #include <new>
 
 #include "bclib2.h"
+#include "bcplatform.h"
+#include "bcids2.h"
 
 namespace {
 
@@ -28,6 +30,17 @@ template <class Paint> int PaintPoints(const BCPolyline* line, short x, short y,
     return result;
 }
 
+// The platform's open or closed call on the device's selected context; a device without one
+// draws nothing.
+int PutPoints(BCDisplayDevice* dev, const POINT* points, int count, bool closed) {
+    HDC dc = static_cast<HDC>(dev->GetDC());
+    if (!dc)
+        return 0;
+    if (closed)
+        return BCTraced(::Polygon(dc, points, count), "Polygon");
+    return BCTraced(::Polyline(dc, points, count), "Polyline");
+}
+
 // The polyline that Load makes is the caller's, like the one given to the constructor.
 BCPolyline* LoadPolyline(std::istream& is, BCPolyline*& field) {
     field = new (std::nothrow) BCPolyline(BCGetDLLModule2());
@@ -40,12 +53,13 @@ BCPolyline* LoadPolyline(std::istream& is, BCPolyline*& field) {
 
 BCPolylineGraphic::BCPolylineGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                                      BCPolyline* line, BCPen* pen)
-    : BCDrawGraphic(73, id, pos, size), opPolyline(line) {
+    : BCDrawGraphic(bcids::kTypePolylineGraphic, id, pos, size), opPolyline(line) {
     opPen = pen;
     opBrush = nullptr;
 }
 
-BCPolylineGraphic::BCPolylineGraphic() : BCDrawGraphic(73), opPolyline(nullptr) {}
+BCPolylineGraphic::BCPolylineGraphic()
+    : BCDrawGraphic(bcids::kTypePolylineGraphic), opPolyline(nullptr) {}
 
 BCPolyline* BCPolylineGraphic::SetPolyline(BCPolyline* line) {
     BCPolyline* old = opPolyline;
@@ -58,7 +72,7 @@ int BCPolylineGraphic::Draw(BCDisplayDevice* dev) {
         return 0;
     return PaintPoints(opPolyline, coX, coY, [&](POINT* points, int count) {
         DrawSetup(dev, 1);
-        const int result = ::Polyline(static_cast<HDC>(dev->GetDC()), points, count);
+        const int result = PutPoints(dev, points, count, false);
         DrawReset();
         return result;
     });
@@ -69,7 +83,7 @@ int BCPolylineGraphic::UnDraw(BCDisplayDevice* dev) {
         return 0;
     return PaintPoints(opPolyline, coX, coY, [&](POINT* points, int count) {
         DrawSetup(dev, 0);
-        const int result = ::Polyline(static_cast<HDC>(dev->GetDC()), points, count);
+        const int result = PutPoints(dev, points, count, false);
         DrawReset();
         return result;
     });
@@ -91,12 +105,13 @@ int BCPolylineGraphic::Load(std::istream& is) {
 
 BCPolygonGraphic::BCPolygonGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                                    BCPolyline* line, BCPen* pen, BCBrush* brush)
-    : BCDrawGraphic(75, id, pos, size), opPolyline(line) {
+    : BCDrawGraphic(bcids::kTypePolygonGraphic, id, pos, size), opPolyline(line) {
     opPen = pen;
     opBrush = brush;
 }
 
-BCPolygonGraphic::BCPolygonGraphic() : BCDrawGraphic(75), opPolyline(nullptr) {}
+BCPolygonGraphic::BCPolygonGraphic()
+    : BCDrawGraphic(bcids::kTypePolygonGraphic), opPolyline(nullptr) {}
 
 BCPolyline* BCPolygonGraphic::SetPolyline(BCPolyline* line) {
     BCPolyline* old = opPolyline;
@@ -109,7 +124,7 @@ int BCPolygonGraphic::Draw(BCDisplayDevice* dev) {
         return 0;
     return PaintPoints(opPolyline, coX, coY, [&](POINT* points, int count) {
         DrawSetup(dev, 1);
-        const int result = ::Polygon(static_cast<HDC>(dev->GetDC()), points, count);
+        const int result = PutPoints(dev, points, count, true);
         DrawReset();
         return result;
     });
@@ -120,7 +135,7 @@ int BCPolygonGraphic::UnDraw(BCDisplayDevice* dev) {
         return 0;
     return PaintPoints(opPolyline, coX, coY, [&](POINT* points, int count) {
         DrawSetup(dev, 0);
-        const int result = ::Polygon(static_cast<HDC>(dev->GetDC()), points, count);
+        const int result = PutPoints(dev, points, count, true);
         DrawReset();
         return result;
     });

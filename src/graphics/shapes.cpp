@@ -2,6 +2,7 @@
 
 #include <istream>
 #include <ostream>
+#include "bcids2.h"
 
 namespace {
 
@@ -10,20 +11,18 @@ short Wrap(int value) {
     return static_cast<short>(value);
 }
 
-constexpr int kDumpSize = 136;
-
 } // namespace
 
 // ---- Line
 
 BCLineGraphic::BCLineGraphic(unsigned int id, const BCPosition& pos, const BCSize& size, BCPen* pen)
-    : BCDrawGraphic(72, id, pos, size) {
+    : BCDrawGraphic(bcids::kTypeLineGraphic, id, pos, size) {
     opPen = pen;
     SetFrame(1);
     SetFill(0);
 }
 
-BCLineGraphic::BCLineGraphic() : BCDrawGraphic(72) {
+BCLineGraphic::BCLineGraphic() : BCDrawGraphic(bcids::kTypeLineGraphic) {
     SetFrame(1);
     SetFill(0);
 }
@@ -52,12 +51,12 @@ int BCLineGraphic::UnDraw(BCDisplayDevice* dev) {
 
 BCBoxGraphic::BCBoxGraphic(unsigned int id, const BCPosition& pos, const BCSize& size, BCPen* pen,
                            BCBrush* brush)
-    : BCDrawGraphic(74, id, pos, size) {
+    : BCDrawGraphic(bcids::kTypeBoxGraphic, id, pos, size) {
     opPen = pen;
     opBrush = brush;
 }
 
-BCBoxGraphic::BCBoxGraphic() : BCDrawGraphic(74) {}
+BCBoxGraphic::BCBoxGraphic() : BCDrawGraphic(bcids::kTypeBoxGraphic) {}
 
 int BCBoxGraphic::Draw(BCDisplayDevice* dev) {
     if (!dev)
@@ -81,12 +80,12 @@ int BCBoxGraphic::UnDraw(BCDisplayDevice* dev) {
 
 BCCircleGraphic::BCCircleGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                                  BCPen* pen, BCBrush* brush)
-    : BCDrawGraphic(77, id, pos, size) {
+    : BCDrawGraphic(bcids::kTypeCircleGraphic, id, pos, size) {
     opPen = pen;
     opBrush = brush;
 }
 
-BCCircleGraphic::BCCircleGraphic() : BCDrawGraphic(77) {}
+BCCircleGraphic::BCCircleGraphic() : BCDrawGraphic(bcids::kTypeCircleGraphic) {}
 
 int BCCircleGraphic::Draw(BCDisplayDevice* dev) {
     if (!dev)
@@ -108,12 +107,12 @@ int BCCircleGraphic::UnDraw(BCDisplayDevice* dev) {
 
 BCEllipseGraphic::BCEllipseGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                                    BCPen* pen, BCBrush* brush)
-    : BCDrawGraphic(78, id, pos, size) {
+    : BCDrawGraphic(bcids::kTypeEllipseGraphic, id, pos, size) {
     opPen = pen;
     opBrush = brush;
 }
 
-BCEllipseGraphic::BCEllipseGraphic() : BCDrawGraphic(78) {}
+BCEllipseGraphic::BCEllipseGraphic() : BCDrawGraphic(bcids::kTypeEllipseGraphic) {}
 
 int BCEllipseGraphic::Draw(BCDisplayDevice* dev) {
     if (!dev)
@@ -152,13 +151,14 @@ int LoadEndsChecked(std::istream& is, short& sx, short& sy, short& ex, short& ey
 
 BCArcGraphic::BCArcGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                            const BCPosition& start, const BCPosition& end, BCPen* pen)
-    : BCDrawGraphic(76, id, pos, size), coStartX(start.GetX()), coStartY(start.GetY()),
-      coEndX(end.GetX()), coEndY(end.GetY()) {
+    : BCDrawGraphic(bcids::kTypeArcGraphic, id, pos, size), coStartX(start.GetX()),
+      coStartY(start.GetY()), coEndX(end.GetX()), coEndY(end.GetY()) {
     opPen = pen;
     opBrush = nullptr;
 }
 
-BCArcGraphic::BCArcGraphic() : BCDrawGraphic(76), coStartX(0), coStartY(0), coEndX(0), coEndY(0) {}
+BCArcGraphic::BCArcGraphic()
+    : BCDrawGraphic(bcids::kTypeArcGraphic), coStartX(0), coStartY(0), coEndX(0), coEndY(0) {}
 
 int BCArcGraphic::Paint(BCDisplayDevice* dev, int drawing) {
     if (!dev)
@@ -209,14 +209,14 @@ void BCArcGraphic::Display(const char* prefix) {
 BCChordGraphic::BCChordGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                                const BCPosition& start, const BCPosition& end, BCPen* pen,
                                BCBrush* brush)
-    : BCDrawGraphic(79, id, pos, size), coStartX(start.GetX()), coStartY(start.GetY()),
-      coEndX(end.GetX()), coEndY(end.GetY()) {
+    : BCDrawGraphic(bcids::kTypeChordGraphic, id, pos, size), coStartX(start.GetX()),
+      coStartY(start.GetY()), coEndX(end.GetX()), coEndY(end.GetY()) {
     opPen = pen;
     opBrush = brush;
 }
 
 BCChordGraphic::BCChordGraphic()
-    : BCDrawGraphic(79), coStartX(0), coStartY(0), coEndX(0), coEndY(0) {}
+    : BCDrawGraphic(bcids::kTypeChordGraphic), coStartX(0), coStartY(0), coEndX(0), coEndY(0) {}
 
 int BCChordGraphic::Paint(BCDisplayDevice* dev, int drawing) {
     if (!dev)
@@ -253,13 +253,14 @@ void BCChordGraphic::Display(const char* prefix) {
 BCPieGraphic::BCPieGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                            const BCPosition& start, const BCPosition& end, BCPen* pen,
                            BCBrush* brush)
-    : BCDrawGraphic(80, id, pos, size), coStartX(start.GetX()), coStartY(start.GetY()),
-      coEndX(end.GetX()), coEndY(end.GetY()) {
+    : BCDrawGraphic(bcids::kTypePieGraphic, id, pos, size), coStartX(start.GetX()),
+      coStartY(start.GetY()), coEndX(end.GetX()), coEndY(end.GetY()) {
     opPen = pen;
     opBrush = brush;
 }
 
-BCPieGraphic::BCPieGraphic() : BCDrawGraphic(80), coStartX(0), coStartY(0), coEndX(0), coEndY(0) {}
+BCPieGraphic::BCPieGraphic()
+    : BCDrawGraphic(bcids::kTypePieGraphic), coStartX(0), coStartY(0), coEndX(0), coEndY(0) {}
 
 int BCPieGraphic::Paint(BCDisplayDevice* dev, int drawing) {
     if (!dev)

@@ -4,10 +4,10 @@
 #include <istream>
 #include <new>
 #include <ostream>
+#include "bcids2.h"
 
 namespace {
 
-constexpr unsigned int kTypeText = 81;
 // The device's own colours and mode are used as they stand.
 constexpr unsigned int kModeDevice = 4;
 
@@ -15,14 +15,14 @@ constexpr unsigned int kModeDevice = 4;
 
 BCTextGraphic::BCTextGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
                              const char* text)
-    : BCGraphicObject(kTypeText, id, pos, size), lpText(nullptr), crFore(BC_COLOR_BLACK),
-      crBack(BC_COLOR_WHITE), wBackMode(kModeDevice), opFont(nullptr) {
+    : BCGraphicObject(bcids::kTypeTextGraphic, id, pos, size), lpText(nullptr),
+      crFore(BC_COLOR_BLACK), crBack(BC_COLOR_WHITE), wBackMode(kModeDevice), opFont(nullptr) {
     SetText(text);
 }
 
 BCTextGraphic::BCTextGraphic()
-    : BCGraphicObject(kTypeText), lpText(nullptr), crFore(BC_COLOR_BLACK), crBack(BC_COLOR_WHITE),
-      wBackMode(kModeDevice), opFont(nullptr) {}
+    : BCGraphicObject(bcids::kTypeTextGraphic), lpText(nullptr), crFore(BC_COLOR_BLACK),
+      crBack(BC_COLOR_WHITE), wBackMode(kModeDevice), opFont(nullptr) {}
 
 BCTextGraphic::~BCTextGraphic() {
     delete[] lpText;
@@ -34,19 +34,19 @@ int BCTextGraphic::SetText(const char* text) {
         lpText = nullptr;
         return 1;
     }
-    const size_t length = std::strlen(text);
+    const size_t size = std::strlen(text) + 1;
     // Same length: reuse the storage so that pointers to it stay valid.
-    if (lpText && std::strlen(lpText) == length) {
-        std::memmove(lpText, text, length + 1);
+    if (lpText && std::strlen(lpText) + 1 == size) {
+        std::memmove(lpText, text, size);
         return 1;
     }
-    char* copy = new (std::nothrow) char[length + 1];
+    // Copied before the old text goes, which `text` may point into.
+    char* copy = new (std::nothrow) char[size];
+    if (copy)
+        std::memcpy(copy, text, size);
     delete[] lpText;
     lpText = copy;
-    if (!copy)
-        return 0;
-    std::memcpy(copy, text, length + 1);
-    return 1;
+    return copy != nullptr;
 }
 
 BCColor BCTextGraphic::SetForeColor(const BCColor& color) {

@@ -7,20 +7,13 @@
 
 #include "bcfont.h"
 #include "bcgdi.h"
-
-namespace {
-enum : unsigned int {
-    kSelectNesting1 = 10020,
-    kSelectNoDC = 10021,
-    kSelectNesting2 = 10022,
-    kReleaseNesting1 = 10023,
-    kReleaseNesting2 = 10024
-};
-} // namespace
+#include "bcids1.h"
+#include "devices/bcdcscope.h"
+#include "bcplatform.h"
 
 BCDevice::BCDevice(unsigned int typeCode, BCModule* module)
-    : BCObject(typeCode), hDC(nullptr), wSelectCount(0), dwDevFlags(BC_DEV_TOP_DOWN),
-      opModule(module) {}
+    : BCObject(typeCode), hDC(nullptr), wSelectCount(0), wFailedSelects(0),
+      dwDevFlags(BC_DEV_TOP_DOWN), opModule(module) {}
 
 BCDevice::~BCDevice() {}
 
@@ -41,20 +34,33 @@ void BCDevice::AttachDCState(void*) {}
 
 void BCDevice::DetachDCState(void*) {}
 
+int BCDevice::OpenDC() {
+    // A device with nothing to draw on gives null without a platform error: that is the
+    // no-window result, not a fault.
+    SetLastError(0);
+    hDC = GetDeviceDC();
+    if (hDC) {
+        AttachDCState(hDC);
+        return 1;
+    }
+    if (GetLastError()) {
+        BCTraceFailure("GetDeviceDC");
+        DispObjectMsg(bcids::kMsgSelectNoDC);
+    }
+    ++wFailedSelects;
+    return 0;
+}
+
 int BCDevice::SelectDC() {
     if (wSelectCount == 0) {
         if (hDC) { // a context without a selection: the bookkeeping is broken
-            DispObjectMsg(kSelectNesting1);
+            DispObjectMsg(bcids::kMsgSelectNesting1);
             return 0;
         }
-        hDC = GetDeviceDC();
-        if (!hDC) {
-            DispObjectMsg(kSelectNoDC);
+        if (!OpenDC())
             return 0;
-        }
-        AttachDCState(hDC);
     } else if (!hDC) {
-        DispObjectMsg(kSelectNesting2);
+        DispObjectMsg(bcids::kMsgSelectNesting2);
         return 0;
     }
     ++wSelectCount;
@@ -62,12 +68,16 @@ int BCDevice::SelectDC() {
 }
 
 int BCDevice::ReleaseDC() {
+    if (wSelectCount == 0 && wFailedSelects) { // the pair of a select that found no context
+        --wFailedSelects;
+        return 0;
+    }
     if (wSelectCount == 0) {
-        DispObjectMsg(kReleaseNesting1);
+        DispObjectMsg(bcids::kMsgReleaseNesting1);
         return 0;
     }
     if (!hDC) {
-        DispObjectMsg(kReleaseNesting2);
+        DispObjectMsg(bcids::kMsgReleaseNesting2);
         return 0;
     }
     if (--wSelectCount == 0) {
@@ -104,20 +114,21 @@ void* BCDevice::DropDC() {
 // ---- display device: settings ----
 
 BCDisplayDevice::BCDisplayDevice(unsigned int typeCode, BCModule* module)
-    : BCDevice(typeCode, module), opPen(nullptr), opBrush(nullptr), opFont(nullptr),
-      opBackground(nullptr), crText(BC_COLOR_BLACK), crBack(BC_COLOR_WHITE),
+    : BCDevice(typeCode, module), opPen(BCGetBlackPen()), opBrush(BCGetWhiteBrush()),
+      opFont(nullptr), opBackground(nullptr), crText(BC_COLOR_BLACK), crBack(BC_COLOR_WHITE),
       wBackMode(BC_BACK_OPAQUE), coTabWidth(0), coTabOrigin(0), coAutoTabWidth(0),
-      hTabFont(nullptr), coCrntX(0), coCrntY(0), hOrigPen(nullptr), hOrigBrush(nullptr),
-      hOrigFont(nullptr), hSelFont(nullptr) {}
+      hTabFont(nullptr), coCrntX(0), coCrntY(0), coOrgX(0), coOrgY(0), hOrigPen(nullptr),
+      hOrigBrush(nullptr), hOrigFont(nullptr), hSelFont(nullptr) {}
 
 BCDisplayDevice::~BCDisplayDevice() {}
 
 void BCDisplayDevice::Display(const char* prefix) {
     DispObjectMsg("%shDC=%p, opPen=%p, opBrush=%p, opFont=%p, opBackground=%p, dwText=%06lx, "
-                  "dwBack=%06lx, wBackMode=%u, coTabWidth=%d, coTabOrigin=%d",
+                  "dwBack=%06lx, wBackMode=%u, coTabWidth=%d, coTabOrigin=%d, coOrgX=%d, coOrgY=%d",
                   prefix ? prefix : "", hDC, static_cast<void*>(opPen), static_cast<void*>(opBrush),
                   static_cast<void*>(opFont), static_cast<void*>(opBackground),
-                  crText.GetCOLORREF(), crBack.GetCOLORREF(), wBackMode, coTabWidth, coTabOrigin);
+                  crText.GetCOLORREF(), crBack.GetCOLORREF(), wBackMode, coTabWidth, coTabOrigin,
+                  coOrgX, coOrgY);
 }
 
 void* BCDisplayDevice::PenHandle() const {
@@ -132,17 +143,27 @@ void* BCDisplayDevice::FontHandle() const {
     return opFont && opFont->GetHandle() ? opFont->GetHandle() : hOrigFont;
 }
 
-void BCDisplayDevice::SelectHandle(void* handle, void* fallback) {
-    if (hDC && (handle || fallback))
-        SelectObject(static_cast<HDC>(hDC), static_cast<HGDIOBJ>(handle ? handle : fallback));
+namespace {
+// The objects stay selected past this call (until the context is detached), so no scope fits.
+void Select(HDC dc, void* object) {
+    if (dc && object && !SelectObject(dc, static_cast<HGDIOBJ>(object)))
+        BCTraceFailure("SelectObject");
 }
 
-namespace {
 void SelectIfOther(HDC dc, void* wanted, void* current) {
     if (wanted != current)
-        SelectObject(dc, static_cast<HGDIOBJ>(wanted));
+        Select(dc, wanted);
 }
 } // namespace
+
+void BCDisplayDevice::SelectHandle(void* handle, void* fallback) {
+    Select(static_cast<HDC>(hDC), handle ? handle : fallback);
+}
+
+void BCDisplayDevice::ApplyOrigin() {
+    if (hDC && !SetWindowOrgEx(static_cast<HDC>(hDC), coOrgX, coOrgY, nullptr))
+        BCTraceFailure("SetWindowOrgEx");
+}
 
 void BCDisplayDevice::AttachDCState(void* dc) {
     HDC h = static_cast<HDC>(dc);
@@ -159,6 +180,7 @@ void BCDisplayDevice::AttachDCState(void* dc) {
     ::SetBkColor(h, crBack.GetCOLORREF());
     ::SetBkMode(h, static_cast<int>(wBackMode));
     MoveToEx(h, coCrntX, coCrntY, nullptr);
+    ApplyOrigin();
 }
 
 // Our objects leave the context so that their owners can delete them once it is gone.
@@ -175,25 +197,29 @@ void BCDisplayDevice::FollowFont() {
     void* font = FontHandle();
     if (!hDC || font == hSelFont)
         return;
-    SelectObject(static_cast<HDC>(hDC), static_cast<HGDIOBJ>(font));
+    Select(static_cast<HDC>(hDC), font);
     hSelFont = font;
     BCGdiHandle::DeleteReleasedHandles();
 }
 
 BCPen* BCDisplayDevice::SetPen(BCPen* pen) {
     BCPen* previous = opPen;
+    if (!pen)
+        pen = BCGetBlackPen();
     if (pen != opPen) {
         opPen = pen;
-        SelectHandle(pen ? pen->GetHandle() : nullptr, hOrigPen);
+        SelectHandle(pen->GetHandle(), hOrigPen);
     }
     return previous;
 }
 
 BCBrush* BCDisplayDevice::SetBrush(BCBrush* brush) {
     BCBrush* previous = opBrush;
+    if (!brush)
+        brush = BCGetWhiteBrush();
     if (brush != opBrush) {
         opBrush = brush;
-        SelectHandle(brush ? brush->GetHandle() : nullptr, hOrigBrush);
+        SelectHandle(brush->GetHandle(), hOrigBrush);
     }
     return previous;
 }
@@ -251,54 +277,36 @@ short BCDisplayDevice::SetTabOrigin(short x) {
     return previous;
 }
 
+BCPosition BCDisplayDevice::SetOrigin(const BCPosition& origin) {
+    BCPosition previous = GetOrigin();
+    coOrgX = origin.GetX();
+    coOrgY = origin.GetY();
+    ApplyOrigin();
+    return previous;
+}
+
 // ---- display device: drawing ----
 
 namespace {
-constexpr unsigned int kMsgBadRasterOp = 10025;
-constexpr unsigned int kMsgNoMemoryDC = 10049;
+// The stock object that takes the pen or the brush out for a shape drawn in outline or
+// interior mode; null for the filled mode.
+HGDIOBJ ModeObject(unsigned int mode) {
+    if (mode == BC_DRAW_OUTLINE)
+        return GetStockObject(NULL_BRUSH);
+    return mode == BC_DRAW_INTERIOR ? GetStockObject(NULL_PEN) : nullptr;
+}
 
-// The device's context for one operation: a caller that has not selected it gets it
-// selected for just this call.
-class DCScope {
-  public:
-    explicit DCScope(BCDevice& device)
-        : m_device(device), m_temporary(!device.GetDC() && device.SelectDC()) {}
-    ~DCScope() {
-        if (m_temporary)
-            m_device.ReleaseDC();
-    }
-    DCScope(const DCScope&) = delete;
-    DCScope& operator=(const DCScope&) = delete;
-    HDC dc() const { return static_cast<HDC>(m_device.GetDC()); }
-
-  private:
-    BCDevice& m_device;
-    int m_temporary;
-};
-
-// Takes the pen or the brush out for a shape drawn in outline or interior mode.
+// Puts the mode's stock object in for one shape.
 class ModeScope {
   public:
-    ModeScope(HDC dc, unsigned int mode) : m_dc(dc), m_saved(nullptr), m_valid(1) {
-        if (mode == BC_DRAW_OUTLINE)
-            m_saved = SelectObject(dc, GetStockObject(NULL_BRUSH));
-        else if (mode == BC_DRAW_INTERIOR)
-            m_saved = SelectObject(dc, GetStockObject(NULL_PEN));
-        else
-            m_valid = mode == BC_DRAW_FILLED;
-    }
-    ~ModeScope() {
-        if (m_saved)
-            SelectObject(m_dc, m_saved);
-    }
-    ModeScope(const ModeScope&) = delete;
-    ModeScope& operator=(const ModeScope&) = delete;
-    bool valid() const { return m_dc && m_valid; }
+    ModeScope(HDC dc, unsigned int mode)
+        : m_selection(dc, ModeObject(mode)),
+          m_valid(dc && mode >= BC_DRAW_OUTLINE && mode <= BC_DRAW_INTERIOR) {}
+    bool valid() const { return m_valid; }
 
   private:
-    HDC m_dc;
-    HGDIOBJ m_saved;
-    int m_valid;
+    BCSelection m_selection;
+    bool m_valid;
 };
 
 // Point buffer of the point-list shapes, grown as needed and kept: large scenes draw many
@@ -319,7 +327,7 @@ POINT* PointBuffer(unsigned int count) {
 
 // The memory context that bitmaps are drawn from; one serves every device.
 HDC BlitDC() {
-    static HDC dc = CreateCompatibleDC(nullptr);
+    static HDC dc = BCTraced(CreateCompatibleDC(nullptr), "CreateCompatibleDC");
     return dc;
 }
 
@@ -355,8 +363,8 @@ int BCDisplayDevice::MoveTo(const BCPosition& pos) {
 }
 
 int BCDisplayDevice::LineTo(const BCPosition& pos) {
-    DCScope scope(*this);
-    if (!scope.dc() || !::LineTo(scope.dc(), pos.GetX(), pos.GetY()))
+    BCDCScope scope(this);
+    if (!scope.dc() || !BCTraced(::LineTo(scope.dc(), pos.GetX(), pos.GetY()), "LineTo"))
         return 0;
     coCrntX = pos.GetX();
     coCrntY = pos.GetY();
@@ -364,14 +372,14 @@ int BCDisplayDevice::LineTo(const BCPosition& pos) {
 }
 
 int BCDisplayDevice::PutRect(const BCRectangle& r, unsigned int mode) {
-    DCScope scope(*this);
+    BCDCScope scope(this);
     ModeScope shape(scope.dc(), mode);
     return shape.valid() &&
            Rectangle(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom());
 }
 
 int BCDisplayDevice::PutEllipse(const BCRectangle& r, unsigned int mode) {
-    DCScope scope(*this);
+    BCDCScope scope(this);
     ModeScope shape(scope.dc(), mode);
     return shape.valid() &&
            Ellipse(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom());
@@ -388,14 +396,14 @@ int BCDisplayDevice::PutCircle(const BCRectangle& r, unsigned int mode) {
 }
 
 int BCDisplayDevice::PutArc(const BCRectangle& r, const BCPosition& start, const BCPosition& end) {
-    DCScope scope(*this);
+    BCDCScope scope(this);
     return scope.dc() && Arc(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom(),
                              start.GetX(), start.GetY(), end.GetX(), end.GetY());
 }
 
 int BCDisplayDevice::PutChord(const BCRectangle& r, const BCPosition& start, const BCPosition& end,
                               unsigned int mode) {
-    DCScope scope(*this);
+    BCDCScope scope(this);
     ModeScope shape(scope.dc(), mode);
     return shape.valid() && Chord(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom(),
                                   start.GetX(), start.GetY(), end.GetX(), end.GetY());
@@ -403,7 +411,7 @@ int BCDisplayDevice::PutChord(const BCRectangle& r, const BCPosition& start, con
 
 int BCDisplayDevice::PutPie(const BCRectangle& r, const BCPosition& start, const BCPosition& end,
                             unsigned int mode) {
-    DCScope scope(*this);
+    BCDCScope scope(this);
     ModeScope shape(scope.dc(), mode);
     return shape.valid() && Pie(scope.dc(), r.GetLeft(), r.GetTop(), r.GetRight(), r.GetBottom(),
                                 start.GetX(), start.GetY(), end.GetX(), end.GetY());
@@ -413,7 +421,7 @@ int BCDisplayDevice::PutPoints(const BCPolyline* line, const BCPosition& offset,
     unsigned int count = line ? line->GetPointCount() : 0;
     if (count < 2)
         return 0;
-    DCScope scope(*this);
+    BCDCScope scope(this);
     POINT* points = PointBuffer(count);
     if (!scope.dc() || !points)
         return 0;
@@ -435,7 +443,7 @@ int BCDisplayDevice::PutPolygon(const BCPolyline* line, const BCPosition& offset
 }
 
 int BCDisplayDevice::Clear(const BCRectangle& r) {
-    DCScope scope(*this);
+    BCDCScope scope(this);
     RECT rect;
     r.ToRECT(&rect);
     void* brush = opBackground ? opBackground->GetHandle() : nullptr;
@@ -451,11 +459,11 @@ int BCDisplayDevice::PutBitmap(const BCPosition& pos, const BCSize& size, BCBitm
         return Clear(BCRectangle(pos, area));
     DWORD rop = PlatformRop(rasterOp);
     if (!rop) {
-        DispObjectMsg(kMsgBadRasterOp, rasterOp);
+        DispObjectMsg(bcids::kMsgBadRasterOp, rasterOp);
         return 0;
     }
     if (rasterOp == BC_ROP_INVERT) {
-        DCScope scope(*this);
+        BCDCScope scope(this);
         return scope.dc() && PatBlt(scope.dc(), pos.GetX(), pos.GetY(), area.GetWidth(),
                                     area.GetHeight(), DSTINVERT);
     }
@@ -463,20 +471,19 @@ int BCDisplayDevice::PutBitmap(const BCPosition& pos, const BCSize& size, BCBitm
         return 1;
     HDC source = BlitDC();
     if (!source) {
-        DispObjectMsg(kMsgNoMemoryDC);
+        DispObjectMsg(bcids::kMsgNoMemoryDC);
         return 0;
     }
-    DCScope scope(*this);
+    BCDCScope scope(this);
     if (!scope.dc())
         return 0;
-    HGDIOBJ old = SelectObject(source, static_cast<HGDIOBJ>(bitmap->GetHandle()));
+    BCSelection picked(source, static_cast<HGDIOBJ>(bitmap->GetHandle()));
     BOOL done = area == picture ? BitBlt(scope.dc(), pos.GetX(), pos.GetY(), area.GetWidth(),
                                          area.GetHeight(), source, 0, 0, rop)
                                 : StretchBlt(scope.dc(), pos.GetX(), pos.GetY(), area.GetWidth(),
                                              area.GetHeight(), source, 0, 0, picture.GetWidth(),
                                              picture.GetHeight(), rop);
-    SelectObject(source, old);
-    return done != 0;
+    return BCTraced(done, "BitBlt") != 0;
 }
 
 // ---- display device: text ----
@@ -484,7 +491,7 @@ int BCDisplayDevice::PutBitmap(const BCPosition& pos, const BCSize& size, BCBitm
 short BCDisplayDevice::GetTabWidth() {
     if (coTabWidth > 0)
         return coTabWidth;
-    DCScope scope(*this);
+    BCDCScope scope(this);
     if (!scope.dc())
         return 0;
     FollowFont();
@@ -535,7 +542,7 @@ int BCDisplayDevice::TextRuns(void* context, const char* text, int length, int x
 int BCDisplayDevice::PosStr(const BCPosition& pos, const char* text, int length) {
     if (!text)
         return 0;
-    DCScope scope(*this);
+    BCDCScope scope(this);
     if (!scope.dc())
         return 0;
     if (length < 0)
@@ -545,7 +552,7 @@ int BCDisplayDevice::PosStr(const BCPosition& pos, const char* text, int length)
 }
 
 BCSize BCDisplayDevice::GetStrSize(const char* text, int length) {
-    DCScope scope(*this);
+    BCDCScope scope(this);
     if (!scope.dc() || !text)
         return BCSize();
     if (length < 0)
@@ -555,7 +562,7 @@ BCSize BCDisplayDevice::GetStrSize(const char* text, int length) {
 }
 
 BCSize BCDisplayDevice::CharExtent(unsigned int ch) {
-    DCScope scope(*this);
+    BCDCScope scope(this);
     if (!scope.dc())
         return BCSize();
     FollowFont();

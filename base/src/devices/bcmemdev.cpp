@@ -3,16 +3,16 @@
 #include <algorithm>
 
 #include "bcdevice.h"
+#include "bcids1.h"
+#include "bcplatform.h"
 
 namespace {
-constexpr unsigned int kMemoryDeviceTypeCode = 23;
-constexpr unsigned int kMsgNoMemoryDC = 10049;
 constexpr unsigned long kWhite = 0x00FFFFFFul;
 constexpr unsigned long kOutside = 0xFFFFFFFFul;
 } // namespace
 
 BCMemoryDevice::BCMemoryDevice(short width, short height, BCModule* module)
-    : BCDisplayDevice(kMemoryDeviceTypeCode, module), hMemDC(nullptr), hPicture(nullptr),
+    : BCDisplayDevice(bcids::kTypeMemoryDevice, module), hMemDC(nullptr), hPicture(nullptr),
       hOldPicture(nullptr), lpBits(nullptr), coWidth(width > 0 ? width : 0),
       coHeight(height > 0 ? height : 0) {
     BITMAPINFO info = {};
@@ -23,15 +23,17 @@ BCMemoryDevice::BCMemoryDevice(short width, short height, BCModule* module)
     info.bmiHeader.biBitCount = 32;
     info.bmiHeader.biCompression = BI_RGB;
     void* bits = nullptr;
-    HBITMAP picture = coWidth && coHeight
-                          ? CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0)
-                          : nullptr;
-    HDC dc = picture ? CreateCompatibleDC(nullptr) : nullptr;
+    HBITMAP picture =
+        coWidth && coHeight
+            ? BCTraced(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0),
+                       "CreateDIBSection")
+            : nullptr;
+    HDC dc = picture ? BCTraced(CreateCompatibleDC(nullptr), "CreateCompatibleDC") : nullptr;
     if (!dc) {
         if (picture)
             DeleteObject(picture);
         coWidth = coHeight = 0;
-        DispObjectMsg(kMsgNoMemoryDC);
+        DispObjectMsg(bcids::kMsgNoMemoryDC);
         return;
     }
     lpBits = static_cast<unsigned long*>(bits);

@@ -7,17 +7,19 @@
 #include <new>
 
 #include "bcgdi.h"
+#include "bcids1.h"
 #include "bcmodule.h"
+#include "bcplatform.h"
 #include "bcstream.h"
 
 namespace {
-constexpr unsigned int kBitmapTypeCode = 10;
-constexpr unsigned int kMsgLoadFailed = 10003;
-constexpr unsigned int kMsgCreateFailed = 10004;
 constexpr unsigned long kNotOurs = BC_BITMAP_HANDED_OVER | BC_BITMAP_BORROWED;
 constexpr unsigned long kMaxSide = 16384;
-// A record can claim any size: pictures beyond this are refused before anything is made.
-constexpr unsigned long long kMaxPixelBytes = 64ull << 20;
+
+// One limit for every picture held, saved and loaded, so that whatever is saved loads again.
+bool FitsLimit(unsigned long width, unsigned long height) {
+    return width <= kMaxSide && height <= kMaxSide;
+}
 
 BITMAPINFO TopDownInfo(int width, int height) {
     BITMAPINFO info = {};
@@ -33,7 +35,8 @@ BITMAPINFO TopDownInfo(int width, int height) {
 // A 32-bit top-down DIB section; `bits` receives its pixels.
 HBITMAP MakeDib(int width, int height, void** bits) {
     BITMAPINFO info = TopDownInfo(width, height);
-    return CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, bits, nullptr, 0);
+    return BCTraced(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, bits, nullptr, 0),
+                    "CreateDIBSection");
 }
 
 void* InstanceOf(BCModule* module) {
@@ -42,7 +45,7 @@ void* InstanceOf(BCModule* module) {
 } // namespace
 
 BCBitmap::BCBitmap(BCModule* module)
-    : BCRenderableData(kBitmapTypeCode, 0), BCGdiHandle(module), coWidth(0), coHeight(0) {}
+    : BCRenderableData(bcids::kTypeBitmap, 0), BCGdiHandle(module), coWidth(0), coHeight(0) {}
 
 BCBitmap::BCBitmap(const BCResID& id, BCModule* module) : BCBitmap(module) {
     LoadFromRes(id);
@@ -52,13 +55,13 @@ BCBitmap::BCBitmap(short width, short height, BCModule* module) : BCBitmap(modul
     void* bits = nullptr;
     HBITMAP dib = width > 0 && height > 0 ? MakeDib(width, height, &bits) : nullptr;
     if (!dib) {
-        DispObjectMsg(kMsgCreateFailed);
+        DispObjectMsg(bcids::kMsgBitmapCreateFailed);
         return;
     }
     unsigned long* pixels = static_cast<unsigned long*>(bits);
     std::fill(pixels, pixels + static_cast<size_t>(width) * height, 0x00FFFFFFul);
     if (!TakeMade(dib))
-        DispObjectMsg(kMsgCreateFailed);
+        DispObjectMsg(bcids::kMsgBitmapCreateFailed);
 }
 
 BCBitmap::~BCBitmap() {
@@ -70,8 +73,8 @@ int BCBitmap::TakeHandle(void* bitmap, int owned) {
     if (bitmap && GetObjectA(static_cast<HBITMAP>(bitmap), sizeof info, &info)) {
         info.bmHeight = info.bmHeight < 0 ? -info.bmHeight : info.bmHeight;
         // Sizes are 16-bit and records are bounded: a larger picture is refused, not cut.
-        if (static_cast<unsigned long>(info.bmWidth) > kMaxSide ||
-            static_cast<unsigned long>(info.bmHeight) > kMaxSide)
+        if (!FitsLimit(static_cast<unsigned long>(info.bmWidth),
+                       static_cast<unsigned long>(info.bmHeight)))
             return 0;
     }
     if (dwFlags & kNotOurs) // the old handle belongs to the clipboard now
@@ -136,7 +139,7 @@ int BCBitmap::LoadFromRes(const BCResID& id) {
     }
     char number[16];
     wsprintfA(number, "#%u", id.GetResNum());
-    DispObjectMsg(kMsgLoadFailed, id.GetResName() ? id.GetResName() : number);
+    DispObjectMsg(bcids::kMsgBitmapLoadFailed, id.GetResName() ? id.GetResName() : number);
     return 0;
 }
 
@@ -145,7 +148,7 @@ int BCBitmap::LoadFromFile(const char* path) {
         path ? LoadImageA(nullptr, path, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)
              : nullptr;
     if (!image || !TakeMade(image)) {
-        DispObjectMsg(kMsgLoadFailed, path ? path : "");
+        DispObjectMsg(bcids::kMsgBitmapLoadFailed, path ? path : "");
         return 0;
     }
     return 1;
@@ -155,11 +158,12 @@ int BCBitmap::GetPixels(unsigned long* pixels) const {
     if (!hObject || !pixels)
         return 0;
     BITMAPINFO info = TopDownInfo(coWidth, coHeight);
-    HDC screen = ::GetDC(nullptr);
-    int lines = GetDIBits(screen, static_cast<HBITMAP>(hObject), 0, coHeight, pixels, &info,
+    BCWindowDC screen(nullptr);
+    int lines = GetDIBits(screen.Get(), static_cast<HBITMAP>(hObject), 0, coHeight, pixels, &info,
                           DIB_RGB_COLORS);
-    ::ReleaseDC(nullptr, screen);
-    return lines == coHeight;
+    if (lines != coHeight)
+        return BCTraceFailure("GetDIBits");
+    return 1;
 }
 
 int BCBitmap::SetPixels(short width, short height, const unsigned long* pixels) {
@@ -174,7 +178,9 @@ int BCBitmap::SetPixels(short width, short height, const unsigned long* pixels) 
 int BCBitmap::ReadPixels(std::istream& is, unsigned long width, unsigned long height) {
     unsigned long long bytes = 4ull * width * height;
     long long remaining = BCStreamRemaining(is);
-    if (width > kMaxSide || height > kMaxSide || bytes > kMaxPixelBytes ||
+    // A record can claim any size: one beyond the limit or the stream is refused before
+    // anything is made.
+    if (!FitsLimit(width, height) ||
         (remaining >= 0 && static_cast<unsigned long long>(remaining) < bytes))
         return 0;
     void* bits = nullptr;

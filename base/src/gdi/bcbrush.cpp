@@ -4,13 +4,11 @@
 #include <new>
 
 #include "bcgdi.h"
+#include "bcids1.h"
+#include "bcplatform.h"
 #include "bcstream.h"
 
 namespace {
-constexpr unsigned int kBrushTypeCode = 13;
-constexpr unsigned int kMsgPatternFailed = 10009;
-constexpr unsigned int kMsgStockFailed = 10010;
-constexpr unsigned int kMsgHatchFailed = 10011;
 
 int IsValidStyle(unsigned int kind, unsigned int style) {
     switch (kind) {
@@ -44,26 +42,26 @@ BCBitmap* CopyPicture(const BCBitmap* bitmap, BCModule* module) {
 } // namespace
 
 BCBrush::BCBrush(BCModule* module)
-    : BCGdiObject(kBrushTypeCode, module), wKind(BC_BRUSH_STOCK), wStyle(BC_STOCK_CLEAR),
+    : BCGdiObject(bcids::kTypeBrush, module), wKind(BC_BRUSH_STOCK), wStyle(BC_STOCK_CLEAR),
       opPattern(nullptr) {
     Make();
 }
 
 BCBrush::BCBrush(const BCColor& color, BCModule* module)
-    : BCGdiObject(kBrushTypeCode, module), wKind(BC_BRUSH_SOLID), wStyle(0), crColor(color),
+    : BCGdiObject(bcids::kTypeBrush, module), wKind(BC_BRUSH_SOLID), wStyle(0), crColor(color),
       opPattern(nullptr) {
     Make();
 }
 
 BCBrush::BCBrush(BCHatchStyle hatch, const BCColor& color, BCModule* module)
-    : BCGdiObject(kBrushTypeCode, module), wKind(BC_BRUSH_HATCHED),
+    : BCGdiObject(bcids::kTypeBrush, module), wKind(BC_BRUSH_HATCHED),
       wStyle(hatch <= BC_HATCH_DIAGCROSS ? hatch : BC_HATCH_CROSS), crColor(color),
       opPattern(nullptr) {
     Make();
 }
 
 BCBrush::BCBrush(BCBitmap* pattern, BCModule* module)
-    : BCGdiObject(kBrushTypeCode, module), wKind(BC_BRUSH_PATTERN), wStyle(0),
+    : BCGdiObject(bcids::kTypeBrush, module), wKind(BC_BRUSH_PATTERN), wStyle(0),
       opPattern(CopyPicture(pattern, module)) {
     if (!opPattern)
         wKind = BC_BRUSH_STOCK, wStyle = BC_STOCK_CLEAR;
@@ -71,7 +69,7 @@ BCBrush::BCBrush(BCBitmap* pattern, BCModule* module)
 }
 
 BCBrush::BCBrush(BCStockBrush stock, BCModule* module)
-    : BCGdiObject(kBrushTypeCode, module), wKind(BC_BRUSH_STOCK),
+    : BCGdiObject(bcids::kTypeBrush, module), wKind(BC_BRUSH_STOCK),
       wStyle(stock <= BC_STOCK_CLEAR ? stock : BC_STOCK_CLEAR), opPattern(nullptr) {
     Make();
 }
@@ -86,20 +84,22 @@ int BCBrush::Make() {
     HBRUSH brush = nullptr;
     switch (wKind) {
     case BC_BRUSH_SOLID:
-        brush = CreateSolidBrush(crColor.GetCOLORREF());
+        brush = BCTraced(CreateSolidBrush(crColor.GetCOLORREF()), "CreateSolidBrush");
         break;
     case BC_BRUSH_HATCHED:
-        if (!(brush = CreateHatchBrush(static_cast<int>(wStyle), crColor.GetCOLORREF())))
-            DispObjectMsg(kMsgHatchFailed, wStyle);
+        if (!(brush = BCTraced(CreateHatchBrush(static_cast<int>(wStyle), crColor.GetCOLORREF()),
+                               "CreateHatchBrush")))
+            DispObjectMsg(bcids::kMsgHatchBrushFailed, wStyle);
         break;
     case BC_BRUSH_PATTERN:
-        if (!(brush = CreatePatternBrush(
-                  static_cast<HBITMAP>(opPattern ? opPattern->GetHandle() : nullptr))))
-            DispObjectMsg(kMsgPatternFailed);
+        if (!(brush = BCTraced(CreatePatternBrush(static_cast<HBITMAP>(
+                                   opPattern ? opPattern->GetHandle() : nullptr)),
+                               "CreatePatternBrush")))
+            DispObjectMsg(bcids::kMsgPatternBrushFailed);
         break;
     case BC_BRUSH_STOCK:
         if (!(brush = static_cast<HBRUSH>(GetStockObject(static_cast<int>(wStyle)))))
-            DispObjectMsg(kMsgStockFailed, wStyle);
+            DispObjectMsg(bcids::kMsgStockBrushFailed, wStyle);
         SetObjectHandle(brush, 0);
         return brush != nullptr;
     }

@@ -7,13 +7,11 @@
 #include <new>
 
 #include "bcdevice.h"
+#include "bcids1.h"
+#include "bcplatform.h"
+#include "devices/bcdcscope.h"
 
 namespace {
-constexpr unsigned int kFontTypeCode = 15;
-constexpr unsigned int kFontListTypeCode = 94;
-constexpr unsigned int kMsgFontNotFound = 10028;
-constexpr unsigned int kMsgFontFailed = 10029;
-constexpr unsigned int kMsgListInsert = 10030;
 constexpr unsigned int kDefaultPoints = 10;
 constexpr unsigned int kLight = FW_LIGHT, kNormal = FW_NORMAL, kBold = FW_BOLD;
 
@@ -28,9 +26,8 @@ int PixelsPerInch(BCDisplayDevice* device) {
         return GetDeviceCaps(dc, LOGPIXELSY);
     static int screen = 0;
     if (!screen) {
-        HDC display = ::GetDC(nullptr);
-        screen = GetDeviceCaps(display, LOGPIXELSY);
-        ::ReleaseDC(nullptr, display);
+        BCWindowDC display(nullptr);
+        screen = display.Get() ? GetDeviceCaps(display.Get(), LOGPIXELSY) : 0;
     }
     return screen > 0 ? screen : 96;
 }
@@ -48,12 +45,12 @@ short PointsToHeight(unsigned int points, int pixelsPerInch) {
 // ---- font ----
 
 BCFont::BCFont(const char* face, BCModule* module, BCFontList* list)
-    : BCGdiObject(kFontTypeCode, module), coWidth(0),
+    : BCGdiObject(bcids::kTypeFont, module), coWidth(0),
       coHeight(PointsToHeight(kDefaultPoints, PixelsPerInch(nullptr))), wWeight(kNormal),
       blItalic(0), blUnderline(0), blStrikeOut(0) {
     CopyFace(caFaceName, face ? face : (list ? list->GetFontName() : ""));
     if (face && list && !list->HasFace(face))
-        DispObjectMsg(kMsgFontNotFound, face);
+        DispObjectMsg(bcids::kMsgFontNotFound, face);
     Make();
 }
 
@@ -67,9 +64,9 @@ int BCFont::Make() {
     font.lfStrikeOut = blStrikeOut;
     font.lfCharSet = DEFAULT_CHARSET;
     CopyFace(reinterpret_cast<char(&)[32]>(font.lfFaceName), caFaceName);
-    HFONT handle = CreateFontIndirectA(&font);
+    HFONT handle = BCTraced(CreateFontIndirectA(&font), "CreateFontIndirectA");
     if (!handle) {
-        DispObjectMsg(kMsgFontFailed);
+        DispObjectMsg(bcids::kMsgFontFailed);
         return 0;
     }
     SetObjectHandle(handle, 1);
@@ -247,14 +244,13 @@ int Magnitude(short height) {
 } // namespace
 
 BCFontList::BCFontList() : BCSingleLinkedList(BC_FLAG_STRING_KEY, 0) {
-    SetObjectType(kFontListTypeCode);
+    SetObjectType(bcids::kTypeFontList);
     Collected faces;
     LOGFONTA all = {};
     all.lfCharSet = DEFAULT_CHARSET;
-    HDC screen = ::GetDC(nullptr);
-    EnumFontFamiliesExA(screen, &all, reinterpret_cast<FONTENUMPROCA>(CollectFace),
+    BCWindowDC screen(nullptr);
+    EnumFontFamiliesExA(screen.Get(), &all, reinterpret_cast<FONTENUMPROCA>(CollectFace),
                         reinterpret_cast<LPARAM>(&faces), 0);
-    ::ReleaseDC(nullptr, screen);
     std::sort(faces.entries, faces.entries + faces.count,
               [](const FaceEntry& a, const FaceEntry& b) { return CompareFaces(a, b) < 0; });
     for (unsigned int i = 0; i < faces.count; ++i)
@@ -265,11 +261,12 @@ BCFontList::BCFontList() : BCSingleLinkedList(BC_FLAG_STRING_KEY, 0) {
 
 BCFontList::BCFontList(BCDisplayDevice* device, const char* face)
     : BCSingleLinkedList(BC_FLAG_STRING_KEY, 0) {
-    SetObjectType(kFontListTypeCode);
+    SetObjectType(bcids::kTypeFontList);
     if (!face || !*face)
         return;
-    int selected = device && !device->GetDC() && device->SelectDC();
-    HDC dc = device && device->GetDC() ? static_cast<HDC>(device->GetDC()) : ::GetDC(nullptr);
+    BCDCScope scope(device);
+    BCWindowDC screen(nullptr);
+    HDC dc = scope.dc() ? scope.dc() : screen.Get();
     Collected sizes;
     LOGFONTA wanted = {};
     wanted.lfCharSet = DEFAULT_CHARSET;
@@ -288,10 +285,6 @@ BCFontList::BCFontList(BCDisplayDevice* device, const char* face)
                      });
     for (unsigned int i = 0; i < sizes.count; ++i)
         Add(sizes.entries[i].face, sizes.entries[i].width, sizes.entries[i].height);
-    if (!device || dc != device->GetDC())
-        ::ReleaseDC(nullptr, dc);
-    if (selected)
-        device->ReleaseDC();
     Home();
 }
 
@@ -304,7 +297,7 @@ int BCFontList::Add(const char* face, short width, short height) {
     BCFontEntry* entry = new (std::nothrow) BCFontEntry(face, width, height);
     if (!entry || !Append(const_cast<char*>(entry->GetFontName()), entry)) {
         delete entry;
-        DispObjectMsg(kMsgListInsert);
+        DispObjectMsg(bcids::kMsgFontListInsert);
         return 0;
     }
     return 1;

@@ -71,6 +71,11 @@ BCPen* BCGetClearPen() {
     return pen;
 }
 
+BCPen* BCGetBlackPen() {
+    static BCPen* pen = new BCPen(BC_PEN_SOLID, 1, BCColor(BC_COLOR_BLACK));
+    return pen;
+}
+
 BCPen* BCGetWhitePen() {
     static BCPen* pen = new BCPen(BC_PEN_SOLID, 1, BCColor(BC_COLOR_WHITE));
     return pen;

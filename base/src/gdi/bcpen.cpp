@@ -1,11 +1,11 @@
 #include <windows.h>
 
 #include "bcgdi.h"
+#include "bcids1.h"
+#include "bcplatform.h"
 #include "bcstream.h"
 
 namespace {
-constexpr unsigned int kPenTypeCode = 14;
-constexpr unsigned int kMsgPenFailed = 10053;
 constexpr unsigned int kMaxPenWidth = 1000;
 
 int IsPenStyle(unsigned int style) {
@@ -19,15 +19,17 @@ int PlatformPenStyle(unsigned int style) {
 } // namespace
 
 BCPen::BCPen(unsigned int style, unsigned int width, const BCColor& color, BCModule* module)
-    : BCGdiObject(kPenTypeCode, module), wStyle(IsPenStyle(style) ? style : BC_PEN_SOLID),
+    : BCGdiObject(bcids::kTypePen, module), wStyle(IsPenStyle(style) ? style : BC_PEN_SOLID),
       wWidth(width > kMaxPenWidth ? kMaxPenWidth : width), crColor(color) {
     Make();
 }
 
 int BCPen::Make() {
-    HPEN pen = CreatePen(PlatformPenStyle(wStyle), static_cast<int>(wWidth), crColor.GetCOLORREF());
+    HPEN pen = BCTraced(
+        CreatePen(PlatformPenStyle(wStyle), static_cast<int>(wWidth), crColor.GetCOLORREF()),
+        "CreatePen");
     if (!pen) {
-        DispObjectMsg(kMsgPenFailed, wStyle);
+        DispObjectMsg(bcids::kMsgPenFailed, wStyle);
         return 0;
     }
     SetObjectHandle(pen, 1);

@@ -2,16 +2,17 @@
 #include <new>
 
 #include "bcgdi.h"
+#include "bcids1.h"
 #include "bcstream.h"
 
 namespace {
-constexpr unsigned int kPolylineTypeCode = 6;
 constexpr unsigned int kMaxPoints = 1u << 20;
 constexpr unsigned int kPointBytes = 4; // two 16-bit coordinates
 } // namespace
 
 BCPolyline::BCPolyline(BCModule* module)
-    : BCObject(kPolylineTypeCode), lpPoints(nullptr), wCount(0), wCapacity(0), opModule(module) {}
+    : BCObject(bcids::kTypePolyline), lpPoints(nullptr), wCount(0), wCapacity(0), opModule(module) {
+}
 
 BCPolyline::BCPolyline(unsigned int count, const short* xy, BCModule* module) : BCPolyline(module) {
     SetPoints(count, xy);
