@@ -22,6 +22,7 @@ class RecordingWindow : public BCChildWindow {
     RecordingWindow(BCWindow* parent) : BCChildWindow(parent, 7, &App()) {}
     std::vector<std::string> calls;
     unsigned int lastKey = 0;
+    int thumb = -1;
     bool paintHadDC = false;
     long Note(const char* name) {
         calls.push_back(name);
@@ -45,7 +46,11 @@ class RecordingWindow : public BCChildWindow {
         return Note("Paint");
     }
     long ReSize(BCEvent*) override { return Note("ReSize"); }
-    long VertScroll(BCEvent*) override { return Note("VertScroll"); }
+    long VertScroll(BCEvent* e) override {
+        if (GetStyle() & WS_VSCROLL)
+            thumb = e->GetThumbPos();
+        return Note("VertScroll");
+    }
     long ButtonSnglClk(BCEvent*) override { return Note("ButtonSnglClk"); }
     long EditChange(BCEvent*) override { return Note("EditChange"); }
     long ListBoxSnglClk(BCEvent*) override { return Note("ListBoxSnglClk"); }
@@ -55,6 +60,17 @@ class RecordingWindow : public BCChildWindow {
             calls.push_back("Default");
         return BCChildWindow::DefaultEvent(e);
     }
+};
+
+// Counts the characters its own control receives once intercepted.
+class CountingControl : public BCControlWindow {
+  public:
+    using BCControlWindow::BCControlWindow;
+    long CharKey(BCEvent* e) override {
+        ++chars;
+        return static_cast<long>(DefaultEvent(e)); // the control still types it
+    }
+    int chars = 0;
 };
 
 struct Frame {
@@ -75,9 +91,8 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
     ASSERT_TRUE(child.Create("child"));
     HWND w = child.GetHandle();
     child.calls.clear(); // creation's own size and paint events
-    HWND button =
-        CreateWindowExA(0, "BUTTON", "b", WS_CHILD, 0, 0, 10, 10, w, nullptr, nullptr, nullptr);
-
+    LPARAM button = reinterpret_cast<LPARAM>(
+        CreateWindowExA(0, "BUTTON", "b", WS_CHILD, 0, 0, 10, 10, w, nullptr, nullptr, nullptr));
     struct Case {
         UINT message;
         WPARAM wParam;
@@ -100,11 +115,10 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
         {WM_HSCROLL, SB_PAGEUP, 0, "HorizScroll"},
         {WM_COMMAND, MAKEWPARAM(42, 0), 0, "MenuCommand"},
         {WM_INITMENUPOPUP, 0, 0, "MenuInit"},
-        {WM_COMMAND, MAKEWPARAM(3, BN_CLICKED), reinterpret_cast<LPARAM>(button), "ButtonSnglClk"},
-        {WM_COMMAND, MAKEWPARAM(3, EN_CHANGE), reinterpret_cast<LPARAM>(button), "EditChange"},
-        {WM_COMMAND, MAKEWPARAM(3, LBN_SELCHANGE), reinterpret_cast<LPARAM>(button),
-         "ListBoxSnglClk"},
-        {WM_COMMAND, MAKEWPARAM(3, LBN_DBLCLK), reinterpret_cast<LPARAM>(button), "ListBoxDblClk"},
+        {WM_COMMAND, MAKEWPARAM(3, BN_CLICKED), button, "ButtonSnglClk"},
+        {WM_COMMAND, MAKEWPARAM(3, EN_CHANGE), button, "EditChange"},
+        {WM_COMMAND, MAKEWPARAM(3, LBN_SELCHANGE), button, "ListBoxSnglClk"},
+        {WM_COMMAND, MAKEWPARAM(3, LBN_DBLCLK), button, "ListBoxDblClk"},
         {WM_USER + 5, 0, 0, "Default"},
     };
     for (const Case& c : cases) {
@@ -112,7 +126,6 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
         SendMessageA(w, c.message, c.wParam, c.lParam);
         EXPECT_EQ(std::vector<std::string>{c.handler}, child.calls) << c.message;
     }
-
     child.calls.clear();
     InvalidateRect(w, nullptr, TRUE);
     UpdateWindow(w);
@@ -136,13 +149,41 @@ TEST(WindowEventTest, CtrlMovementKeysGetTheirOwnCodes) {
     EXPECT_EQ(static_cast<unsigned>('A'), child.lastKey);
 }
 
+// A text of more lines than a 16-bit word counts: the thumb comes from the bar itself.
+TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrap) {
+    MsgRecorder recorder;
+    Frame frame;
+    RecordingWindow child(&frame.main);
+    child.SetStyle(WS_VSCROLL, 1);
+    ASSERT_TRUE(child.Create("long text"));
+    ASSERT_TRUE(child.SetVertScrollRange(0, 70000));
+    ASSERT_TRUE(child.SetVertThumb(40000));
+    for (WPARAM type : {SB_THUMBPOSITION, SB_THUMBTRACK, SB_LINEDOWN}) {
+        SendMessageA(child.GetHandle(), WM_VSCROLL, MAKEWPARAM(type, 40000 & 0xFFFF), 0);
+        EXPECT_EQ(40000, child.thumb) << type;
+    }
+    BCScrollBar bar(BC_SCROLL_VERT, WS_CHILD | SBS_VERT, 21, &child, BCPosition(0, 0),
+                    BCSize(16, 90), 44, &App());
+    ASSERT_TRUE(bar.Create(""));
+    ASSERT_TRUE(bar.SetRange(0, 50000));
+    ASSERT_TRUE(bar.SetThumb(45000));
+    EXPECT_EQ(45000, bar.GetThumb());
+    LPARAM handle = reinterpret_cast<LPARAM>(bar.GetHandle());
+    SendMessageA(child.GetHandle(), WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 45000), handle);
+    EXPECT_EQ(45000, child.thumb);
+
+    child.SetStyle(WS_VSCROLL, 0);
+    BCEvent barless(frame.main.GetHandle(), WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 9), 0);
+    EXPECT_EQ(9, barless.GetThumbPos());
+    EXPECT_EQ((std::vector<unsigned int>{10060}), recorder.NumberedIds());
+}
+
 TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
     MsgRecorder recorder;
     Frame frame;
     auto* child = new BCChildWindow(&frame.main, 3, &App());
     ASSERT_TRUE(child->Create("doomed"));
     HWND handle = child->GetHandle();
-    EXPECT_TRUE(IsWindow(handle));
     EXPECT_EQ(child, BCWindow::FromHandle(handle));
     delete child; // the object goes first: its window goes with it
     EXPECT_FALSE(IsWindow(handle));
@@ -179,24 +220,13 @@ TEST(WindowLifeTest, SettingsBeforeAndAfterCreation) {
     char title[16];
     child.GetTitle(title, sizeof title);
     EXPECT_STREQ("second", title);
-    ASSERT_TRUE(child.SetVertScrollRange(0, 50));
-    ASSERT_TRUE(child.SetVertThumb(20));
-    EXPECT_EQ(20, child.GetVertThumb());
     child.Disable();
     EXPECT_FALSE(child.IsEnabled());
     child.Enable();
     EXPECT_TRUE(child.IsEnabled());
-
-    // Device nesting on a window.
-    MsgRecorder recorder;
-    ASSERT_TRUE(child.SelectDC());
     ASSERT_TRUE(child.SelectDC());
     EXPECT_NE(nullptr, child.GetDC());
     EXPECT_TRUE(child.ReleaseDC());
-    EXPECT_TRUE(child.ReleaseDC());
-    EXPECT_EQ(nullptr, child.GetDC());
-    EXPECT_FALSE(child.ReleaseDC());
-    EXPECT_EQ((std::vector<unsigned int>{10023}), recorder.NumberedIds());
 }
 
 TEST(ApplicationTest, TheMainWindowEndsTheLoop) {
@@ -236,23 +266,34 @@ class TestDialog : public BCModalDialog {
 };
 
 TEST(DialogTest, ModalDialogIsDrivenAndReturnsItsResult) {
-    TestDialog dialog;
-    DialogDriver driver;
-    driver.SetText(101, "typed text").Click(IDOK).Start();
-    ASSERT_EQ(1, dialog.Create(""));
-    EXPECT_TRUE(driver.Finish());
-    EXPECT_TRUE(dialog.initialized); // controls were bound before start-up
-    EXPECT_EQ(IDOK, dialog.GetResult());
-    EXPECT_EQ("typed text", dialog.seen);
-    EXPECT_FALSE(dialog.edit->HandleCheck()); // let go with the dialog
-    EXPECT_EQ(nullptr, dialog.edit->GetHandle());
+    const int buttons[] = {IDOK, IDCANCEL};
+    for (int button : buttons) {
+        TestDialog dialog;
+        DialogDriver driver;
+        driver.SetText(101, "typed text").Click(button).Start();
+        ASSERT_EQ(1, dialog.Create(""));
+        EXPECT_TRUE(driver.Finish());
+        EXPECT_TRUE(dialog.initialized); // controls were bound before start-up
+        EXPECT_EQ(button, dialog.GetResult());
+        EXPECT_EQ(button == IDOK ? "typed text" : "", dialog.seen);
+        EXPECT_EQ(nullptr, dialog.edit->GetHandle()); // let go with the dialog
+    }
+}
 
-    TestDialog cancelled;
-    DialogDriver canceller;
-    canceller.Click(IDCANCEL).Start();
-    ASSERT_EQ(1, cancelled.Create(""));
-    EXPECT_TRUE(canceller.Finish());
-    EXPECT_EQ(IDCANCEL, cancelled.GetResult());
+TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
+    BCModelessDialog status(BCResID(500u), nullptr, &App());
+    auto* edit = new CountingControl(BCResID(101u), &status, 31, &App());
+    EXPECT_TRUE(edit->Intercept(1)); // asked before the control is bound
+    ASSERT_TRUE(status.Create("Status"));
+    Input::Char(edit->GetHandle(), 'w');
+    EXPECT_EQ(1, edit->chars);
+    ASSERT_TRUE(edit->SetTitle("working"));
+    App().ProcessPending();
+    EXPECT_TRUE(status.HandleCheck());
+    EXPECT_TRUE(status.EndDlg(2));
+    EXPECT_EQ(2, status.GetResult());
+    EXPECT_FALSE(status.HandleCheck());
+    EXPECT_FALSE(edit->HandleCheck());
 }
 
 TEST(DialogTest, MissingTemplatesAndControlsAreReported) {
@@ -260,29 +301,24 @@ TEST(DialogTest, MissingTemplatesAndControlsAreReported) {
     BCModalDialog missing(BCResID(999u), nullptr, &App());
     EXPECT_EQ(0, missing.Create(""));
     EXPECT_EQ((std::vector<unsigned int>{10052}), recorder.NumberedIds());
-
     BCControlWindow unbound(BCResID(101u), nullptr, 31, &App());
     EXPECT_EQ(0, unbound.Create(""));
     EXPECT_EQ(10015u, recorder.Last().id);
-}
 
-TEST(MessageBoxTest, AnswersThroughTheSink) {
-    MsgRecorder recorder;
     recorder.Answer(IDNO);
     BCMsgBox box("Save changes?", "Title", MB_YESNOCANCEL | MB_ICONQUESTION, nullptr, nullptr);
     EXPECT_EQ(IDNO, box.GetResult());
     EXPECT_EQ(BC_MSG_BOX, recorder.Last().kind);
-    EXPECT_EQ("Save changes?", recorder.Last().text);
-    EXPECT_EQ("Title", recorder.Last().caption);
+    EXPECT_EQ("Save changes?" + std::string("|Title"),
+              recorder.Last().text + "|" + recorder.Last().caption);
     EXPECT_EQ(static_cast<unsigned>(MB_YESNOCANCEL | MB_ICONQUESTION), recorder.Last().style);
 }
 
 TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
     BCMenu bar;
     auto* file = new BCMenu;
-    ASSERT_TRUE(file->Append(1, "&New"));
-    ASSERT_TRUE(file->Append(2, "&Open"));
-    ASSERT_TRUE(file->Append(3, "&Save"));
+    for (unsigned int id = 1; id <= 3; ++id)
+        ASSERT_TRUE(file->Append(id, id == 1 ? "&New" : "&Open"));
     ASSERT_TRUE(bar.Append(file, "&File"));
     auto* window = new BCMenu;
     ASSERT_TRUE(window->Append(10, "&Tile"));
@@ -293,7 +329,6 @@ TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
 
     BCMenu sub(&bar, 0, nullptr);
     EXPECT_EQ(GetSubMenu(bar.GetHandle(), 0), sub.GetHandle());
-    EXPECT_EQ(3, sub.GetItemCount());
     ASSERT_TRUE(sub.Disable(2, 1, 1));
     EXPECT_FALSE(sub.IsEnabled(2));
     EXPECT_TRUE(GetMenuState(sub.GetHandle(), 2, MF_BYCOMMAND) & MF_GRAYED);
@@ -301,17 +336,10 @@ TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
     EXPECT_TRUE(sub.IsEnabled(2));
     ASSERT_TRUE(sub.SetCheck(1, 1));
     ASSERT_TRUE(sub.SetExclCheck(1, 3, 3));
-    EXPECT_FALSE(sub.IsChecked(1));
-    EXPECT_FALSE(sub.IsChecked(2));
+    EXPECT_EQ(0, sub.IsChecked(1) + sub.IsChecked(2));
     EXPECT_TRUE(sub.IsChecked(3));
     ASSERT_TRUE(sub.Delete(2));
     EXPECT_EQ(2, sub.GetItemCount());
-
-    Frame frame;
-    EXPECT_EQ(nullptr, frame.main.SetMenu(&bar));
-    EXPECT_EQ(bar.GetHandle(), GetMenu(frame.main.GetHandle()));
-    EXPECT_EQ(&bar, frame.main.SetMenu(nullptr));
-    EXPECT_EQ(nullptr, GetMenu(frame.main.GetHandle()));
 
     MsgRecorder recorder;
     BCMenu missing(BCResID("NOSUCHMENU"));
@@ -320,32 +348,84 @@ TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
     EXPECT_EQ(0xFFFFu, missing.FindItem("x", 0));
 }
 
-TEST(CursorTest, StockCursorsIconsAndTheCaret) {
+// The window showing a menu bar owns it; a document window that only remembers the frame's
+// menu must leave it alone when it goes.
+TEST(MenuTest, OnlyTheWindowShowingAMenuBarOwnsIt) {
+    BCMenu bar, other;
+    {
+        Frame frame;
+        EXPECT_EQ(nullptr, frame.main.SetMenu(&bar));
+        EXPECT_EQ(bar.GetHandle(), GetMenu(frame.main.GetHandle()));
+        {
+            BCChildWindow document(&frame.main, 8, &App());
+            ASSERT_TRUE(document.Create("document"));
+            document.SetMenu(&bar);
+        }
+        EXPECT_NE(nullptr, bar.GetHandle());
+        EXPECT_EQ(bar.GetHandle(), GetMenu(frame.main.GetHandle()));
+        EXPECT_EQ(&bar, frame.main.SetMenu(&other));
+        EXPECT_EQ(&other, frame.main.SetMenu(&bar));
+    }
+    EXPECT_EQ(nullptr, bar.GetHandle());    // went with the frame's window
+    EXPECT_TRUE(IsMenu(other.GetHandle())); // taken off the frame before: still ours
+}
+
+TEST(CursorTest, StockCursorsIconsAndTheirRestoring) {
     MsgRecorder recorder;
     BCCursor wait(BC_CURSOR_WAIT);
     EXPECT_EQ(LoadCursorA(nullptr, IDC_WAIT), wait.GetHandle());
     BCCursor bad(99);
     EXPECT_EQ(nullptr, bad.GetHandle());
     EXPECT_EQ("Invalid cursor type:  99", recorder.Last().text);
+    EXPECT_EQ(nullptr, bad.Set());
+    EXPECT_FALSE(bad.Restore());
     BCIcon icon(BC_ICON_APPLICATION);
     EXPECT_NE(nullptr, icon.GetHandle());
 
+    HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW);
+    SetCursor(arrow);
+    EXPECT_EQ(arrow, wait.Set());
+    EXPECT_EQ(wait.GetHandle(), GetCursor());
+    EXPECT_TRUE(wait.Restore());
+    EXPECT_EQ(arrow, GetCursor());
+    EXPECT_FALSE(wait.Restore()); // nothing left to put back
+
+    Frame frame;
+    BCChildWindow child(&frame.main, 2, &App());
+    ASSERT_TRUE(child.Create("cursor"));
+    ASSERT_TRUE(child.SetCursor(wait.GetHandle()));
+    EXPECT_EQ(wait.GetHandle(), child.GetCursor());
+}
+
+TEST(CaretTest, ACaretHasItsSizeAndPlace) {
+    EXPECT_TRUE(BCGetNullPos() == BCPosition(0, 0));
+    EXPECT_TRUE(BCGetNullLimits() == BCLimits(0, 0));
     Frame frame;
     BCChildWindow child(&frame.main, 2, &App());
     ASSERT_TRUE(child.Create("caret"));
     child.SetFocus();
-    BCCaret caret(&child, BCSize(2, 14));
-    ASSERT_TRUE(caret.IsCreated());
-    ASSERT_TRUE(caret.SetPos(BCPosition(30, 4)));
-    POINT at;
-    GetCaretPos(&at);
-    EXPECT_EQ(30, at.x);
-    EXPECT_EQ(4, at.y);
-    EXPECT_TRUE(caret.Destroy());
-    EXPECT_FALSE(caret.Destroy());
-
-    ASSERT_TRUE(child.SetCursor(wait.GetHandle()));
-    EXPECT_EQ(wait.GetHandle(), child.GetCursor());
+    struct Case {
+        BCSize asked, made;
+    };
+    short line = child.GetChrHeight('H');
+    short border = static_cast<short>(GetSystemMetrics(SM_CXBORDER));
+    ASSERT_GT(line, 1);
+    const Case cases[] = {{BCSize(2, 14), BCSize(2, 14)},
+                          {BCGetNullSize(), BCSize(border, line)},
+                          {BCSize(3, 0), BCSize(3, line)}};
+    for (const Case& c : cases) {
+        BCCaret caret(&child, c.asked);
+        ASSERT_TRUE(caret.IsCreated());
+        EXPECT_TRUE(caret.GetSize() == c.made);
+        ASSERT_TRUE(caret.SetPos(BCPosition(30, 4)));
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof info;
+        ASSERT_TRUE(GetGUIThreadInfo(GetCurrentThreadId(), &info));
+        EXPECT_EQ(child.GetHandle(), info.hwndCaret);
+        EXPECT_TRUE(BCRectangle::FromRECT(&info.rcCaret) == BCRectangle(BCPosition(30, 4), c.made));
+        EXPECT_TRUE(caret.Destroy());
+        EXPECT_FALSE(caret.Destroy());
+    }
 }
 
 TEST(ControlTest, CreatedListBoxAndScrollBar) {
@@ -377,13 +457,6 @@ TEST(ControlTest, CreatedListBoxAndScrollBar) {
     EXPECT_EQ(0, list.GetCount());
     EXPECT_EQ(0, list.Delete(-1)); // nothing is last
 
-    BCScrollBar bar(BC_SCROLL_VERT, WS_CHILD | WS_VISIBLE | SBS_VERT, 21, &frame.main,
-                    BCPosition(130, 0), BCSize(16, 100), 44, &App());
-    ASSERT_TRUE(bar.Create(""));
-    ASSERT_TRUE(bar.SetRange(0, 10));
-    ASSERT_TRUE(bar.SetThumb(7));
-    EXPECT_EQ(7, bar.GetThumb());
-
     BCListBox noWindow(BCResID(5u), nullptr, &App());
     EXPECT_EQ(-1, noWindow.GetCount());
     EXPECT_EQ(-1, noWindow.Append(gamma));
@@ -392,38 +465,25 @@ TEST(ControlTest, CreatedListBoxAndScrollBar) {
     EXPECT_EQ(0, noWindow.DeleteAll());
 }
 
-} // namespace
-
-namespace {
-
-// Counts the keys its own control receives once intercepted.
-class InterceptedEdit : public BCControlWindow {
-  public:
-    InterceptedEdit(BCWindow* parent)
-        : BCControlWindow("EDIT", WS_CHILD | WS_VISIBLE, 30, parent, BCPosition(0, 0),
-                          BCSize(100, 20), 37, &App()) {}
-    long CharKey(BCEvent* e) override {
-        ++chars;
-        return static_cast<long>(DefaultEvent(e)); // the edit still types it
-    }
-    int chars = 0;
-};
-
 TEST(ControlTest, InterceptedControlsSeeTheirOwnEventsFirst) {
     Frame frame;
-    InterceptedEdit edit(&frame.main);
-    ASSERT_TRUE(edit.Create("ab"));
-    Input::Char(edit.GetHandle(), 'x');
-    EXPECT_EQ(0, edit.chars);
-    ASSERT_TRUE(edit.Intercept(1));
-    Input::Char(edit.GetHandle(), 'y');
-    EXPECT_EQ(1, edit.chars);
-    char text[16];
-    edit.GetTitle(text, sizeof text);
-    EXPECT_STRNE("ab", text); // the control's own handling went on
-    ASSERT_TRUE(edit.Intercept(0));
-    Input::Char(edit.GetHandle(), 'z');
-    EXPECT_EQ(1, edit.chars);
+    for (bool early : {false, true}) { // asked before or after the control was made
+        CountingControl edit("EDIT", WS_CHILD | WS_VISIBLE, 30, &frame.main, BCPosition(0, 0),
+                             BCSize(100, 20), 37, &App());
+        ASSERT_TRUE(!early || edit.Intercept(1));
+        ASSERT_TRUE(edit.Create("ab"));
+        Input::Char(edit.GetHandle(), 'x');
+        EXPECT_EQ(early ? 1 : 0, edit.chars);
+        ASSERT_TRUE(edit.Intercept(1));
+        Input::Char(edit.GetHandle(), 'y');
+        EXPECT_EQ(early ? 2 : 1, edit.chars);
+        char text[16];
+        edit.GetTitle(text, sizeof text);
+        EXPECT_STRNE("ab", text); // the control's own handling went on
+        ASSERT_TRUE(edit.Intercept(0));
+        Input::Char(edit.GetHandle(), 'z');
+        EXPECT_EQ(early ? 2 : 1, edit.chars);
+    }
 }
 
 TEST(WindowListTest, CloseAllClosesEveryWindow) {
@@ -434,25 +494,9 @@ TEST(WindowListTest, CloseAllClosesEveryWindow) {
     ASSERT_TRUE(list.Append(&a, &a));
     ASSERT_TRUE(list.Append(&b, &b));
     EXPECT_EQ(1, list.CloseAll());
-    EXPECT_FALSE(a.HandleCheck());
-    EXPECT_FALSE(b.HandleCheck());
+    EXPECT_FALSE(a.HandleCheck() || b.HandleCheck());
     App().ProcessPending();
     App().SetMainWindow(nullptr);
-}
-
-TEST(DialogTest, ModelessDialogStaysOpenUntilEnded) {
-    BCModelessDialog status(BCResID(500u), nullptr, &App());
-    auto* edit = new BCControlWindow(BCResID(101u), &status, 31, &App());
-    ASSERT_TRUE(status.Create("Status"));
-    EXPECT_TRUE(status.HandleCheck());
-    EXPECT_TRUE(edit->HandleCheck());
-    ASSERT_TRUE(edit->SetTitle("working"));
-    App().ProcessPending();
-    EXPECT_TRUE(status.HandleCheck());
-    EXPECT_TRUE(status.EndDlg(2));
-    EXPECT_EQ(2, status.GetResult());
-    EXPECT_FALSE(status.HandleCheck());
-    EXPECT_FALSE(edit->HandleCheck());
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "bcids1.h"
 #include "bcmodule.h"
 #include "bcwindow.h"
 
@@ -16,8 +17,8 @@ BCApplication* BCGetApp() {
 }
 
 BCApplication::BCApplication(HINSTANCE instance, const char* name)
-    : BCObject(20), opModule(nullptr), opMainWindow(nullptr), opMDIClient(nullptr), blQuit(0),
-      wExitCode(0) {
+    : BCObject(bcids::kTypeApplication), opModule(nullptr), opMainWindow(nullptr),
+      opMDIClient(nullptr), blQuit(0), wExitCode(0) {
     opModule = new (std::nothrow)
         BCModule(instance ? instance : GetModuleHandleA(nullptr), name ? name : "", 0);
     if (!g_app)
