@@ -4,6 +4,7 @@
 
 #include "bcids1.h"
 #include "bcmodule.h"
+#include "bcplatform.h"
 #include "bcwindow.h"
 
 namespace {
@@ -61,6 +62,7 @@ int BCApplication::Run() {
         } else if (got > 0) {
             Handle(message);
         } else {
+            BCTraceFailure("GetMessageA");
             break;
         }
     }

@@ -154,7 +154,7 @@ int BCModelessDialog::Create(const char* title) {
         return 0;
     }
     if (title && *title)
-        SetWindowTextA(window, title);
+        BCTraced(SetWindowTextA(window, title), "SetWindowTextA");
     ShowWindow(window, SW_SHOW);
     return 1;
 }

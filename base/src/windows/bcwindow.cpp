@@ -80,7 +80,7 @@ BCWindow::~BCWindow() {
     if (hWnd) {
         HWND window = hWnd;
         Detach(); // the window's last messages must not reach a dying object
-        DestroyWindow(window);
+        BCTraced(DestroyWindow(window), "DestroyWindow");
     }
     delete[] caTitle;
 }
@@ -328,8 +328,9 @@ long BCWindow::SetStyle(long bits, int add) {
 BCRectangle BCWindow::GetWindowRect() const {
     if (!hWnd)
         return rcWindow;
-    RECT r;
-    ::GetWindowRect(hWnd, &r);
+    RECT r = {0, 0, 0, 0};
+    if (!::GetWindowRect(hWnd, &r))
+        BCTraceFailure("GetWindowRect");
     if (HWND parent = GetParent(hWnd); parent && (dwStyle & WS_CHILD))
         MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&r), 2);
     return BCRectangle::FromRECT(&r);
@@ -344,8 +345,8 @@ int BCWindow::SetWindowRect(const BCRectangle& rect) {
 
 BCRectangle BCWindow::GetClientRect() const {
     RECT r = {0, 0, 0, 0};
-    if (hWnd)
-        ::GetClientRect(hWnd, &r);
+    if (hWnd && !::GetClientRect(hWnd, &r))
+        BCTraceFailure("GetClientRect");
     return BCRectangle::FromRECT(&r);
 }
 
@@ -353,7 +354,7 @@ BCWindow* BCWindow::SetPrnt(BCWindow* parent) {
     BCWindow* previous = opParent;
     opParent = parent;
     if (hWnd && parent && parent->hWnd)
-        SetParent(hWnd, parent->hWnd);
+        BCTraced(SetParent(hWnd, parent->hWnd), "SetParent");
     return previous;
 }
 
@@ -392,7 +393,7 @@ BCMenu* BCWindow::SetMenu(BCMenu* menu) {
     if (shown) {
         if (!::SetMenu(hWnd, menu ? menu->GetHandle() : nullptr))
             BCTraceFailure("SetMenu");
-        DrawMenuBar(hWnd);
+        BCTraced(DrawMenuBar(hWnd), "DrawMenuBar");
     }
     if (previous && hWnd && previous->GetShownBy() == hWnd)
         previous->SetShownBy(nullptr);
