@@ -27,5 +27,14 @@ if [ ! -f "$WINEPREFIX/.norlib-prefix-made" ]; then
   wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f </dev/null >/dev/null 2>&1 &&
     touch "$WINEPREFIX/.norlib-prefix-made"
 fi
+# Wine draws the title-bar buttons with the symbol font Marlett and finds its fonts in the
+# prefix: without it the buttons show letters. The font comes with Wine's fonts package.
+fonts_dir="$WINEPREFIX/drive_c/windows/Fonts"
+symbol_font="${NORLIB_WINE_FONTS:-/usr/share/wine/fonts}/marlett.ttf"
+if [ ! -f "$fonts_dir/marlett.ttf" ] && [ -f "$symbol_font" ]; then
+  # Tests start in parallel: each copies to a name of its own and renames, so none reads half a font.
+  mkdir -p "$fonts_dir" && cp "$symbol_font" "$fonts_dir/.marlett.$$" &&
+    mv -f "$fonts_dir/.marlett.$$" "$fonts_dir/marlett.ttf"
+fi
 [ -n "$started" ] && wine cmd /c exit </dev/null >/dev/null 2>&1
 exec wine "$@"

@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "guidriver.h"
@@ -16,45 +18,54 @@ BCApplication& App() {
     return app;
 }
 
-// Records which handler each event reached.
 class RecordingWindow : public BCChildWindow {
   public:
     RecordingWindow(BCWindow* parent) : BCChildWindow(parent, 7, &App()) {}
     std::vector<std::string> calls;
     unsigned int lastKey = 0;
+    int thumb = -1;
     bool paintHadDC = false;
-    long Note(const char* name) {
+    long Note(const char* name, BCEvent* e) {
         calls.push_back(name);
+        lastKey = e->GetKeycode();
+        paintHadDC = GetDC() != nullptr;
+        if (e->GetMessage() == WM_VSCROLL && (GetStyle() & WS_VSCROLL))
+            thumb = e->GetThumbPos();
         return 1;
     }
-    long CharKey(BCEvent*) override { return Note("CharKey"); }
-    long Focus(BCEvent*) override { return Note("Focus"); }
-    long HorizScroll(BCEvent*) override { return Note("HorizScroll"); }
-    long KeyDown(BCEvent* e) override {
-        lastKey = e->GetKeycode();
-        return Note("KeyDown");
-    }
-    long MenuCommand(BCEvent*) override { return Note("MenuCommand"); }
-    long MenuInit(BCEvent*) override { return Note("MenuInit"); }
-    long MouseDown(BCEvent*) override { return Note("MouseDown"); }
-    long MouseUp(BCEvent*) override { return Note("MouseUp"); }
-    long MouseDblClk(BCEvent*) override { return Note("MouseDblClk"); }
-    long MouseDrag(BCEvent*) override { return Note("MouseDrag"); }
-    long Paint(BCEvent*) override {
-        paintHadDC = GetDC() != nullptr;
-        return Note("Paint");
-    }
-    long ReSize(BCEvent*) override { return Note("ReSize"); }
-    long VertScroll(BCEvent*) override { return Note("VertScroll"); }
-    long ButtonSnglClk(BCEvent*) override { return Note("ButtonSnglClk"); }
-    long EditChange(BCEvent*) override { return Note("EditChange"); }
-    long ListBoxSnglClk(BCEvent*) override { return Note("ListBoxSnglClk"); }
-    long ListBoxDblClk(BCEvent*) override { return Note("ListBoxDblClk"); }
+    long CharKey(BCEvent* e) override { return Note("CharKey", e); }
+    long Focus(BCEvent* e) override { return Note("Focus", e); }
+    long HorizScroll(BCEvent* e) override { return Note("HorizScroll", e); }
+    long KeyDown(BCEvent* e) override { return Note("KeyDown", e); }
+    long MenuCommand(BCEvent* e) override { return Note("MenuCommand", e); }
+    long MenuInit(BCEvent* e) override { return Note("MenuInit", e); }
+    long MouseDown(BCEvent* e) override { return Note("MouseDown", e); }
+    long MouseUp(BCEvent* e) override { return Note("MouseUp", e); }
+    long MouseDblClk(BCEvent* e) override { return Note("MouseDblClk", e); }
+    long MouseDrag(BCEvent* e) override { return Note("MouseDrag", e); }
+    long Paint(BCEvent* e) override { return Note("Paint", e); }
+    long ReSize(BCEvent* e) override { return Note("ReSize", e); }
+    long VertScroll(BCEvent* e) override { return Note("VertScroll", e); }
+    long ButtonSnglClk(BCEvent* e) override { return Note("ButtonSnglClk", e); }
+    long EditChange(BCEvent* e) override { return Note("EditChange", e); }
+    long ListBoxSnglClk(BCEvent* e) override { return Note("ListBoxSnglClk", e); }
+    long ListBoxDblClk(BCEvent* e) override { return Note("ListBoxDblClk", e); }
     LRESULT DefaultEvent(BCEvent* e) override {
         if (e->GetMessage() == WM_USER + 5 || e->GetMessage() == WM_MOUSEMOVE)
             calls.push_back("Default");
         return BCChildWindow::DefaultEvent(e);
     }
+};
+
+// Counts the characters its own control receives once intercepted.
+class CountingControl : public BCControlWindow {
+  public:
+    using BCControlWindow::BCControlWindow;
+    long CharKey(BCEvent* e) override {
+        ++chars;
+        return static_cast<long>(DefaultEvent(e)); // the control still types it
+    }
+    int chars = 0;
 };
 
 struct Frame {
@@ -64,31 +75,26 @@ struct Frame {
         main.SetWindowRect(BCRectangle(10, 10, 410, 310));
         EXPECT_TRUE(main.Create("Frame"));
         if (shown)
-            main.Show(SW_SHOWNOACTIVATE);
+            main.Show(SW_SHOW);
     }
 };
 
 TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
     Frame frame(true);
     RecordingWindow child(&frame.main);
-    child.SetWindowRect(BCRectangle(0, 0, 200, 100));
+    child.SetWindowRect(BCRectangle(5, 6, 205, 106));
     ASSERT_TRUE(child.Create("child"));
     HWND w = child.GetHandle();
-    child.calls.clear(); // creation's own size and paint events
-    HWND button =
-        CreateWindowExA(0, "BUTTON", "b", WS_CHILD, 0, 0, 10, 10, w, nullptr, nullptr, nullptr);
-
-    struct Case {
-        UINT message;
-        WPARAM wParam;
-        LPARAM lParam;
-        const char* handler;
-    };
-    const Case cases[] = {
+    EXPECT_EQ(7u, child.SetID(12));
+    EXPECT_EQ(12, GetDlgCtrlID(w));
+    EXPECT_TRUE(child.GetWindowRect() == BCRectangle(5, 6, 205, 106)); // as placed before
+    EXPECT_EQ(COLOR_WINDOW + 1, GetClassLongPtrA(w, GCLP_HBRBACKGROUND));
+    LPARAM button = reinterpret_cast<LPARAM>(
+        CreateWindowExA(0, "BUTTON", "b", WS_CHILD, 0, 0, 10, 10, w, nullptr, nullptr, nullptr));
+    const std::tuple<UINT, WPARAM, LPARAM, const char*> cases[] = {
         {WM_CHAR, 'a', 1, "CharKey"},
         {WM_KEYDOWN, VK_F5, 1, "KeyDown"},
         {WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5), "MouseDown"},
-        {WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5), "MouseDown"},
         {WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(6, 6), "MouseDrag"},
         {WM_MOUSEMOVE, 0, MAKELPARAM(6, 6), "Default"},
         {WM_LBUTTONUP, 0, MAKELPARAM(6, 6), "MouseUp"},
@@ -100,40 +106,59 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
         {WM_HSCROLL, SB_PAGEUP, 0, "HorizScroll"},
         {WM_COMMAND, MAKEWPARAM(42, 0), 0, "MenuCommand"},
         {WM_INITMENUPOPUP, 0, 0, "MenuInit"},
-        {WM_COMMAND, MAKEWPARAM(3, BN_CLICKED), reinterpret_cast<LPARAM>(button), "ButtonSnglClk"},
-        {WM_COMMAND, MAKEWPARAM(3, EN_CHANGE), reinterpret_cast<LPARAM>(button), "EditChange"},
-        {WM_COMMAND, MAKEWPARAM(3, LBN_SELCHANGE), reinterpret_cast<LPARAM>(button),
-         "ListBoxSnglClk"},
-        {WM_COMMAND, MAKEWPARAM(3, LBN_DBLCLK), reinterpret_cast<LPARAM>(button), "ListBoxDblClk"},
-        {WM_USER + 5, 0, 0, "Default"},
-    };
-    for (const Case& c : cases) {
+        {WM_COMMAND, MAKEWPARAM(3, BN_CLICKED), button, "ButtonSnglClk"},
+        {WM_COMMAND, MAKEWPARAM(3, EN_CHANGE), button, "EditChange"},
+        {WM_COMMAND, MAKEWPARAM(3, LBN_SELCHANGE), button, "ListBoxSnglClk"},
+        {WM_COMMAND, MAKEWPARAM(3, LBN_DBLCLK), button, "ListBoxDblClk"},
+        {WM_USER + 5, 0, 0, "Default"}};
+    for (const auto& [message, wParam, lParam, handler] : cases) {
         child.calls.clear();
-        SendMessageA(w, c.message, c.wParam, c.lParam);
-        EXPECT_EQ(std::vector<std::string>{c.handler}, child.calls) << c.message;
+        SendMessageA(w, message, wParam, lParam);
+        EXPECT_EQ(std::vector<std::string>{handler}, child.calls) << message;
     }
-
     child.calls.clear();
     InvalidateRect(w, nullptr, TRUE);
     UpdateWindow(w);
     EXPECT_EQ(std::vector<std::string>{"Paint"}, child.calls);
-    EXPECT_TRUE(child.paintHadDC);
-    EXPECT_EQ(nullptr, child.GetDC()); // the paint context went with the event
-}
+    EXPECT_TRUE(child.paintHadDC && !child.GetDC()); // the paint context went with the event
 
-TEST(WindowEventTest, CtrlMovementKeysGetTheirOwnCodes) {
-    Frame frame;
-    RecordingWindow child(&frame.main);
-    ASSERT_TRUE(child.Create("keys"));
     const UINT keys[] = {VK_HOME, VK_END, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN};
-    for (unsigned i = 0; i < 6; ++i) {
-        Input::Key(child.GetHandle(), keys[i], true);
+    for (unsigned i = 0; i < 6; ++i) { // Ctrl with the movement keys has codes of its own
+        Input::Key(w, keys[i], true);
         EXPECT_EQ(144u + i, child.lastKey);
-        Input::Key(child.GetHandle(), keys[i], false);
+        Input::Key(w, keys[i], false);
         EXPECT_EQ(keys[i], child.lastKey);
     }
-    Input::Key(child.GetHandle(), 'A', true);
-    EXPECT_EQ(static_cast<unsigned>('A'), child.lastKey);
+    Input::Key(w, 'A', true);
+    EXPECT_EQ(65u, child.lastKey);
+    child.SetFocus(); // the loop translates keys; a frame is no dialog to take them
+    PostMessageA(w, WM_KEYDOWN, VK_ESCAPE, 1);
+    App().ProcessPending();
+    EXPECT_EQ(1, std::count(child.calls.begin(), child.calls.end(), "CharKey"));
+}
+
+// A text of more lines than a 16-bit word counts: the thumb comes from the bar itself.
+TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrap) {
+    MsgRecorder recorder;
+    Frame frame;
+    RecordingWindow child(&frame.main);
+    child.SetStyle(WS_VSCROLL, 1);
+    ASSERT_TRUE(child.Create("long text"));
+    ASSERT_TRUE(child.SetVertScrollRange(0, 70000) && child.SetVertThumb(40000));
+    for (WPARAM type : {SB_THUMBPOSITION, SB_THUMBTRACK, SB_LINEDOWN}) {
+        SendMessageA(child.GetHandle(), WM_VSCROLL, MAKEWPARAM(type, 40000 & 0xFFFF), 0);
+        EXPECT_EQ(40000, child.thumb) << type;
+    }
+    BCScrollBar bar(BC_SCROLL_VERT, WS_CHILD | SBS_VERT, 21, &child, BCPosition(0, 0),
+                    BCSize(16, 90), 44, &App());
+    ASSERT_TRUE(bar.Create("") && bar.SetRange(0, 50000) && bar.SetThumb(45000) == 1);
+    LPARAM handle = reinterpret_cast<LPARAM>(bar.GetHandle());
+    SendMessageA(child.GetHandle(), WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 45000), handle);
+    EXPECT_EQ(45000, child.thumb);
+
+    BCEvent barless(frame.main.GetHandle(), WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 9), 0);
+    EXPECT_EQ(9, barless.GetThumbPos());
+    EXPECT_EQ((std::vector<unsigned int>{10060}), recorder.NumberedIds());
 }
 
 TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
@@ -142,317 +167,247 @@ TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
     auto* child = new BCChildWindow(&frame.main, 3, &App());
     ASSERT_TRUE(child->Create("doomed"));
     HWND handle = child->GetHandle();
-    EXPECT_TRUE(IsWindow(handle));
-    EXPECT_EQ(child, BCWindow::FromHandle(handle));
-    delete child; // the object goes first: its window goes with it
-    EXPECT_FALSE(IsWindow(handle));
+    BCSetCreateWindow(child); // as if it went while being made
+    delete child;             // the object goes first: its window goes with it
+    EXPECT_TRUE(!IsWindow(handle) && !BCGetCreateWindow());
 
     BCChildWindow survivor(&frame.main, 4, &App());
     ASSERT_TRUE(survivor.Create("survivor"));
     DestroyWindow(survivor.GetHandle()); // the window goes first
-    EXPECT_FALSE(survivor.HandleCheck());
-    EXPECT_EQ(nullptr, survivor.GetHandle());
-    EXPECT_EQ(-1, survivor.GetVertThumb());
-    EXPECT_EQ(0, survivor.Enable());
-    EXPECT_TRUE(survivor.GetClientRect().IsEmpty());
-    EXPECT_EQ(0u, recorder.Count());
+    EXPECT_TRUE(!survivor.HandleCheck() && !survivor.GetHandle() && !survivor.Enable());
+    EXPECT_TRUE(survivor.GetVertThumb() == -1 && survivor.GetClientRect().IsEmpty());
+    EXPECT_EQ(0, survivor.Attach(reinterpret_cast<HWND>(0x1234))); // no such window
+    BCListBox list(20, &frame.main, BCPosition(0, 0), BCSize(50, 50), "", &App());
+    DestroyWindow(list.GetHandle()); // behind the object's back: not taken for alive
+    EXPECT_FALSE(list.HandleCheck());
 
-    BCChildWindow orphan(nullptr, 5, &App());
-    EXPECT_EQ(0, orphan.Create("orphan"));
     BCMainWindow unborn(&App());
-    BCChildWindow early(&unborn, 6, &App());
-    EXPECT_EQ(0, early.Create("early"));
-    EXPECT_EQ((std::vector<unsigned int>{10064, 10065}), recorder.NumberedIds());
-}
-
-TEST(WindowLifeTest, SettingsBeforeAndAfterCreation) {
-    Frame frame;
-    BCChildWindow child(&frame.main, 9, &App());
-    child.SetWindowRect(BCRectangle(5, 6, 105, 56));
-    EXPECT_EQ(static_cast<long>(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS),
-              child.SetStyle(WS_VSCROLL, 1));
-    ASSERT_TRUE(child.Create("first"));
-    EXPECT_EQ(9, GetDlgCtrlID(child.GetHandle()));
-    EXPECT_TRUE(child.GetWindowRect() == BCRectangle(5, 6, 105, 56));
-    EXPECT_TRUE(GetWindowLongA(child.GetHandle(), GWL_STYLE) & WS_VSCROLL);
-    ASSERT_TRUE(child.SetTitle("second"));
-    char title[16];
-    child.GetTitle(title, sizeof title);
-    EXPECT_STREQ("second", title);
-    ASSERT_TRUE(child.SetVertScrollRange(0, 50));
-    ASSERT_TRUE(child.SetVertThumb(20));
-    EXPECT_EQ(20, child.GetVertThumb());
-    child.Disable();
-    EXPECT_FALSE(child.IsEnabled());
-    child.Enable();
-    EXPECT_TRUE(child.IsEnabled());
-
-    // Device nesting on a window.
-    MsgRecorder recorder;
-    ASSERT_TRUE(child.SelectDC());
-    ASSERT_TRUE(child.SelectDC());
-    EXPECT_NE(nullptr, child.GetDC());
-    EXPECT_TRUE(child.ReleaseDC());
-    EXPECT_TRUE(child.ReleaseDC());
-    EXPECT_EQ(nullptr, child.GetDC());
-    EXPECT_FALSE(child.ReleaseDC());
-    EXPECT_EQ((std::vector<unsigned int>{10023}), recorder.NumberedIds());
-}
-
-TEST(ApplicationTest, TheMainWindowEndsTheLoop) {
-    BCApplication& app = App();
-    EXPECT_EQ(&app, BCGetApp());
-    BCMainWindow main(&app);
-    ASSERT_TRUE(main.Create("main"));
-    EXPECT_EQ(&main, app.GetMainWindow());
-    EXPECT_TRUE(app.ProcessPending());
-    main.Destroy();
-    EXPECT_FALSE(app.ProcessPending()); // the quit message came
-    EXPECT_EQ(nullptr, main.GetHandle());
-    app.SetMainWindow(nullptr);
+    BCChildWindow orphan(nullptr, 5, &App()), early(&unborn, 6, &App());
+    EXPECT_EQ(0, orphan.Create("orphan") + early.Create("early"));
+    BCControlWindow bogus("NoSuchClass", WS_CHILD, 8, &frame.main, {}, {9, 9}, 31, &App());
+    BCControlWindow homeless("EDIT", WS_CHILD, 8, &unborn, {}, {9, 9}, 31, &App());
+    EXPECT_EQ(0, bogus.Create("") + homeless.Create(""));
+    EXPECT_EQ((std::vector<unsigned int>{10066, 10064, 10065, 10016, 10016}),
+              recorder.NumberedIds());
 }
 
 class TestDialog : public BCModalDialog {
   public:
     TestDialog() : BCModalDialog(BCResID(500u), nullptr, &App()) {
         edit = new BCControlWindow(BCResID(101u), this, 31, &App());
-        new BCControlWindow(BCResID(102u), this, 35, &App());
     }
     long ButtonSnglClk(BCEvent* e) override {
-        if (e->GetControlID() == IDOK) {
-            char text[64];
-            edit->GetTitle(text, sizeof text);
-            seen = text;
-        }
-        return static_cast<long>(DefaultEvent(e)); // OK ends the dialog
-    }
-    long Initialize(BCEvent* e) override {
-        initialized = edit->HandleCheck();
-        return static_cast<long>(BCModalDialog::Initialize(e));
+        char text[64];
+        edit->GetTitle(text, sizeof text);
+        seen = text;
+        return static_cast<long>(DefaultEvent(e)); // OK and Cancel end the dialog
     }
     BCControlWindow* edit;
     std::string seen;
-    bool initialized = false;
 };
 
 TEST(DialogTest, ModalDialogIsDrivenAndReturnsItsResult) {
-    TestDialog dialog;
-    DialogDriver driver;
-    driver.SetText(101, "typed text").Click(IDOK).Start();
-    ASSERT_EQ(1, dialog.Create(""));
-    EXPECT_TRUE(driver.Finish());
-    EXPECT_TRUE(dialog.initialized); // controls were bound before start-up
-    EXPECT_EQ(IDOK, dialog.GetResult());
-    EXPECT_EQ("typed text", dialog.seen);
-    EXPECT_FALSE(dialog.edit->HandleCheck()); // let go with the dialog
-    EXPECT_EQ(nullptr, dialog.edit->GetHandle());
-
-    TestDialog cancelled;
-    DialogDriver canceller;
-    canceller.Click(IDCANCEL).Start();
-    ASSERT_EQ(1, cancelled.Create(""));
-    EXPECT_TRUE(canceller.Finish());
-    EXPECT_EQ(IDCANCEL, cancelled.GetResult());
+    for (int button : {IDOK, IDCANCEL}) {
+        TestDialog dialog;
+        DialogDriver driver;
+        driver.SetText(101, "typed text").Click(button).Start();
+        ASSERT_EQ(1, dialog.Create(""));
+        EXPECT_TRUE(driver.Finish());
+        EXPECT_EQ(button, dialog.GetResult());
+        EXPECT_EQ("typed text", dialog.seen);
+        EXPECT_EQ(nullptr, dialog.edit->GetHandle()); // let go with the dialog
+    }
 }
 
-TEST(DialogTest, MissingTemplatesAndControlsAreReported) {
+TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
+    BCModelessDialog status(BCResID(500u), nullptr, &App());
+    auto* edit = new CountingControl(BCResID(101u), &status, 31, &App());
+    EXPECT_TRUE(edit->Intercept(1)); // asked before the control is bound
+    ASSERT_TRUE(status.Create("Status"));
+    char title[16];
+    EXPECT_TRUE(status.GetTitle(title, sizeof title) && std::string(title) == "Status");
+    Input::Char(edit->GetHandle(), 'w');
+    EXPECT_EQ(1, edit->chars);
+    App().ProcessPending();
+    EXPECT_TRUE(status.HandleCheck());
+    EXPECT_TRUE(status.EndDlg(2) && status.GetResult() == 2);
+    EXPECT_FALSE(status.HandleCheck() || edit->HandleCheck());
+}
+
+TEST(DialogTest, MissingTemplatesAndControlsAreReportedAndBoxesAnswered) {
     MsgRecorder recorder;
     BCModalDialog missing(BCResID(999u), nullptr, &App());
-    EXPECT_EQ(0, missing.Create(""));
-    EXPECT_EQ((std::vector<unsigned int>{10052}), recorder.NumberedIds());
-
+    BCModelessDialog missingToo(BCResID(999u), nullptr, &App());
+    EXPECT_EQ(0, missing.Create("") + missingToo.Create(""));
     BCControlWindow unbound(BCResID(101u), nullptr, 31, &App());
     EXPECT_EQ(0, unbound.Create(""));
-    EXPECT_EQ(10015u, recorder.Last().id);
-}
+    BCModelessDialog broken(BCResID(501u), nullptr, &App()); // a control of no known class
+    EXPECT_EQ(0, broken.Create(""));
+    EXPECT_EQ((std::vector<unsigned int>{10052, 10052, 10015, 10052}), recorder.NumberedIds());
 
-TEST(MessageBoxTest, AnswersThroughTheSink) {
-    MsgRecorder recorder;
     recorder.Answer(IDNO);
-    BCMsgBox box("Save changes?", "Title", MB_YESNOCANCEL | MB_ICONQUESTION, nullptr, nullptr);
+    BCMsgBox box("Save changes?", "Title", MB_YESNOCANCEL, nullptr, nullptr);
     EXPECT_EQ(IDNO, box.GetResult());
-    EXPECT_EQ(BC_MSG_BOX, recorder.Last().kind);
-    EXPECT_EQ("Save changes?", recorder.Last().text);
-    EXPECT_EQ("Title", recorder.Last().caption);
-    EXPECT_EQ(static_cast<unsigned>(MB_YESNOCANCEL | MB_ICONQUESTION), recorder.Last().style);
+    EXPECT_EQ("Save changes?|Title", recorder.Last().text + "|" + recorder.Last().caption);
 }
 
 TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
     BCMenu bar;
-    auto* file = new BCMenu;
-    ASSERT_TRUE(file->Append(1, "&New"));
-    ASSERT_TRUE(file->Append(2, "&Open"));
-    ASSERT_TRUE(file->Append(3, "&Save"));
-    ASSERT_TRUE(bar.Append(file, "&File"));
-    auto* window = new BCMenu;
-    ASSERT_TRUE(window->Append(10, "&Tile"));
-    ASSERT_TRUE(bar.Append(window, "&Window"));
+    auto *file = new BCMenu, *window = new BCMenu;
+    for (unsigned int id = 1; id <= 3; ++id)
+        ASSERT_TRUE(file->Append(id, "&Open"));
+    ASSERT_TRUE(bar.Append(file, "&File") && window->Append(10, "&Tile") &&
+                bar.Append(window, "&Window"));
     EXPECT_EQ(1u, bar.FindItem("&Window", 0));
-    EXPECT_EQ(0xFFFFu, bar.FindItem("&Help", 0));
     EXPECT_EQ(0xFFFFu, bar.FindItem("&File", 1));
 
     BCMenu sub(&bar, 0, nullptr);
-    EXPECT_EQ(GetSubMenu(bar.GetHandle(), 0), sub.GetHandle());
-    EXPECT_EQ(3, sub.GetItemCount());
-    ASSERT_TRUE(sub.Disable(2, 1, 1));
-    EXPECT_FALSE(sub.IsEnabled(2));
+    EXPECT_TRUE(sub.Disable(2, 1, 1) && !sub.IsEnabled(2));
     EXPECT_TRUE(GetMenuState(sub.GetHandle(), 2, MF_BYCOMMAND) & MF_GRAYED);
-    ASSERT_TRUE(sub.Enable(2, 1, 1));
-    EXPECT_TRUE(sub.IsEnabled(2));
-    ASSERT_TRUE(sub.SetCheck(1, 1));
-    ASSERT_TRUE(sub.SetExclCheck(1, 3, 3));
-    EXPECT_FALSE(sub.IsChecked(1));
-    EXPECT_FALSE(sub.IsChecked(2));
+    EXPECT_TRUE(sub.Enable(2, 1, 1) && sub.IsEnabled(2));
+    ASSERT_TRUE(sub.SetCheck(1, 1) && sub.SetExclCheck(1, 3, 3));
+    EXPECT_EQ(0, sub.IsChecked(1) + sub.IsChecked(2));
     EXPECT_TRUE(sub.IsChecked(3));
-    ASSERT_TRUE(sub.Delete(2));
-    EXPECT_EQ(2, sub.GetItemCount());
-
-    Frame frame;
-    EXPECT_EQ(nullptr, frame.main.SetMenu(&bar));
-    EXPECT_EQ(bar.GetHandle(), GetMenu(frame.main.GetHandle()));
-    EXPECT_EQ(&bar, frame.main.SetMenu(nullptr));
-    EXPECT_EQ(nullptr, GetMenu(frame.main.GetHandle()));
+    EXPECT_TRUE(sub.Delete(2) && sub.GetItemCount() == 2);
+    EXPECT_EQ(1, BCMenu(&bar, 1, nullptr).GetItemCount()); // a wrapper leaves the menu be
+    EXPECT_TRUE(IsMenu(GetSubMenu(bar.GetHandle(), 1)));
 
     MsgRecorder recorder;
     BCMenu missing(BCResID("NOSUCHMENU"));
-    EXPECT_EQ(nullptr, missing.GetHandle());
     EXPECT_EQ("Unable to load menu NOSUCHMENU.", recorder.Last().text);
-    EXPECT_EQ(0xFFFFu, missing.FindItem("x", 0));
 }
 
-TEST(CursorTest, StockCursorsIconsAndTheCaret) {
+// A document window that only remembers the frame's menu leaves it alone when it goes.
+TEST(MenuTest, OnlyTheWindowShowingAMenuBarOwnsIt) {
+    BCMenu bar, other;
+    {
+        Frame frame;
+        EXPECT_EQ(nullptr, frame.main.SetMenu(&bar));
+        {
+            BCChildWindow document(&frame.main, 8, &App());
+            ASSERT_TRUE(document.Create("document") && !document.SetMenu(&bar));
+        }
+        frame.main.SetID(99); // a top-level window has no id: its menu stays
+        EXPECT_TRUE(bar.GetHandle() && bar.GetHandle() == GetMenu(frame.main.GetHandle()));
+        EXPECT_EQ(&bar, frame.main.SetMenu(&other));
+        EXPECT_EQ(&other, frame.main.SetMenu(&bar));
+    }
+    EXPECT_EQ(nullptr, bar.GetHandle());    // went with the frame's window
+    EXPECT_TRUE(IsMenu(other.GetHandle())); // taken off the frame before: still ours
+}
+
+TEST(CursorTest, CursorsIconsAndTheCaret) {
     MsgRecorder recorder;
+    BCCursor bad(99);
+    EXPECT_EQ("Invalid cursor type:  99", recorder.Last().text);
+    EXPECT_TRUE(!bad.GetHandle() && !bad.Set() && !bad.Restore());
+    BCCursor missing(BCResID("NOCURSOR"));
+    EXPECT_EQ("Unable to load cursor NOCURSOR", recorder.Last().text);
+    EXPECT_NE(nullptr, BCIcon(BC_ICON_APPLICATION).GetHandle());
+
     BCCursor wait(BC_CURSOR_WAIT);
     EXPECT_EQ(LoadCursorA(nullptr, IDC_WAIT), wait.GetHandle());
-    BCCursor bad(99);
-    EXPECT_EQ(nullptr, bad.GetHandle());
-    EXPECT_EQ("Invalid cursor type:  99", recorder.Last().text);
-    BCIcon icon(BC_ICON_APPLICATION);
-    EXPECT_NE(nullptr, icon.GetHandle());
+    HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW);
+    SetCursor(arrow);
+    EXPECT_TRUE(wait.Set() == arrow && GetCursor() == wait.GetHandle());
+    EXPECT_TRUE(wait.Restore() && GetCursor() == arrow);
+    EXPECT_FALSE(wait.Restore()); // nothing left to put back
 
     Frame frame;
     BCChildWindow child(&frame.main, 2, &App());
-    ASSERT_TRUE(child.Create("caret"));
+    ASSERT_TRUE(child.Create("caret") && child.SetCursor(wait.GetHandle()));
+    for (WORD hit : {HTCAPTION, HTCLIENT}) { // the window's cursor is for its client area
+        SetCursor(arrow);
+        SendMessageA(child.GetHandle(), WM_SETCURSOR, 0, MAKELPARAM(hit, WM_MOUSEMOVE));
+        EXPECT_EQ(hit == HTCLIENT ? wait.GetHandle() : arrow, GetCursor());
+    }
     child.SetFocus();
-    BCCaret caret(&child, BCSize(2, 14));
-    ASSERT_TRUE(caret.IsCreated());
-    ASSERT_TRUE(caret.SetPos(BCPosition(30, 4)));
-    POINT at;
-    GetCaretPos(&at);
-    EXPECT_EQ(30, at.x);
-    EXPECT_EQ(4, at.y);
-    EXPECT_TRUE(caret.Destroy());
-    EXPECT_FALSE(caret.Destroy());
-
-    ASSERT_TRUE(child.SetCursor(wait.GetHandle()));
-    EXPECT_EQ(wait.GetHandle(), child.GetCursor());
+    short line = child.GetChrHeight('H'), border = short(GetSystemMetrics(SM_CXBORDER));
+    const std::pair<BCSize, BCSize> sizes[] = {{BCSize(2, 14), BCSize(2, 14)},
+                                               {BCGetNullSize(), BCSize(border, line)},
+                                               {BCSize(3, 0), BCSize(3, line)}};
+    for (const auto& [asked, made] : sizes) { // a null width or height is the default's
+        BCCaret caret(&child, asked);
+        EXPECT_TRUE(caret.IsCreated() && caret.GetSize() == made);
+        ASSERT_TRUE(caret.SetPos(BCPosition(30, 4)));
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof info;
+        ASSERT_TRUE(GetGUIThreadInfo(GetCurrentThreadId(), &info));
+        EXPECT_TRUE(BCRectangle::FromRECT(&info.rcCaret) == BCRectangle(BCPosition(30, 4), made));
+        EXPECT_TRUE(caret.Destroy());
+        EXPECT_FALSE(caret.Destroy());
+    }
 }
 
-TEST(ControlTest, CreatedListBoxAndScrollBar) {
+TEST(ControlTest, ListBoxEntries) {
     Frame frame;
     BCListBox list(20, &frame.main, BCPosition(0, 0), BCSize(120, 100), "", &App());
-    ASSERT_TRUE(list.HandleCheck());
-    char beta[] = "beta", alpha[] = "alpha", gamma[] = "gamma";
+    auto item = [&list](int index) {
+        char text[16] = "";
+        return list.GetItem(index, text) ? std::string(text) : std::string("none");
+    };
+    char beta[] = "beta", alpha[] = "alpha", gamma[] = "gamma", empty[] = "";
     EXPECT_EQ(0, list.Append(beta));
     EXPECT_EQ(1, list.Insert(alpha, 0));
     EXPECT_EQ(2, list.Append(gamma));
-    EXPECT_EQ(3, list.GetCount());
-    char text[16];
-    EXPECT_EQ(1, list.GetItem(1, text));
-    EXPECT_STREQ("beta", text);
-    EXPECT_EQ(0, list.GetItem(7, text));
+    EXPECT_EQ("alpha beta gamma none", item(0) + " " + item(1) + " " + item(2) + " " + item(7));
     EXPECT_EQ(5, list.GetItemLen(0));
-    EXPECT_EQ(-1, list.GetCrntInd());
-    EXPECT_EQ(0, list.GetCrntItem(text)); // nothing selected
+    auto selected = [&list] {
+        char text[16] = "";
+        return std::to_string(list.GetCrntInd()) + (list.GetCrntItem(text) ? text : "-");
+    };
+    EXPECT_EQ("-1-", selected());
     EXPECT_EQ(1, list.GoTo(1));
-    EXPECT_EQ(1, list.GetCrntInd());
-    EXPECT_EQ(1, list.GetCrntItem(text));
-    EXPECT_STREQ("beta", text);
+    EXPECT_EQ("1beta", selected());
     EXPECT_EQ(0, list.GoTo(9));
     EXPECT_EQ(1, list.Delete(-1)); // the last
-    EXPECT_EQ(1, list.GetItem(1, text));
-    EXPECT_STREQ("beta", text);
+    EXPECT_EQ("beta none", item(1) + " " + item(2));
     EXPECT_EQ(0, list.Delete(5));
     EXPECT_EQ(1, list.DeleteAll());
-    EXPECT_EQ(0, list.GetCount());
     EXPECT_EQ(0, list.Delete(-1)); // nothing is last
-
-    BCScrollBar bar(BC_SCROLL_VERT, WS_CHILD | WS_VISIBLE | SBS_VERT, 21, &frame.main,
-                    BCPosition(130, 0), BCSize(16, 100), 44, &App());
-    ASSERT_TRUE(bar.Create(""));
-    ASSERT_TRUE(bar.SetRange(0, 10));
-    ASSERT_TRUE(bar.SetThumb(7));
-    EXPECT_EQ(7, bar.GetThumb());
+    EXPECT_TRUE(list.Append(empty) == 0 && list.GoTo(0));
+    EXPECT_EQ("0-", selected()); // an empty text is no text
 
     BCListBox noWindow(BCResID(5u), nullptr, &App());
-    EXPECT_EQ(-1, noWindow.GetCount());
-    EXPECT_EQ(-1, noWindow.Append(gamma));
-    EXPECT_EQ(0, noWindow.Insert(gamma, 0));
-    EXPECT_EQ(0, noWindow.GoTo(0));
-    EXPECT_EQ(0, noWindow.DeleteAll());
+    EXPECT_EQ(-2, noWindow.GetCount() + noWindow.Append(gamma) + noWindow.Insert(gamma, 0) +
+                      noWindow.GoTo(0) + noWindow.DeleteAll());
 }
-
-} // namespace
-
-namespace {
-
-// Counts the keys its own control receives once intercepted.
-class InterceptedEdit : public BCControlWindow {
-  public:
-    InterceptedEdit(BCWindow* parent)
-        : BCControlWindow("EDIT", WS_CHILD | WS_VISIBLE, 30, parent, BCPosition(0, 0),
-                          BCSize(100, 20), 37, &App()) {}
-    long CharKey(BCEvent* e) override {
-        ++chars;
-        return static_cast<long>(DefaultEvent(e)); // the edit still types it
-    }
-    int chars = 0;
-};
 
 TEST(ControlTest, InterceptedControlsSeeTheirOwnEventsFirst) {
     Frame frame;
-    InterceptedEdit edit(&frame.main);
+    CountingControl edit("EDIT", WS_CHILD, 30, &frame.main, BCPosition(0, 0), BCSize(99, 20), 37,
+                         &App());
+    ASSERT_TRUE(edit.Intercept(1)); // asked before the control is made
     ASSERT_TRUE(edit.Create("ab"));
-    Input::Char(edit.GetHandle(), 'x');
-    EXPECT_EQ(0, edit.chars);
-    ASSERT_TRUE(edit.Intercept(1));
-    Input::Char(edit.GetHandle(), 'y');
-    EXPECT_EQ(1, edit.chars);
+    int counted = 0;
+    for (int on : {-1, 1, 0, 1}) { // -1: as asked before; the second 1 changes nothing
+        ASSERT_TRUE(on < 0 || edit.Intercept(on));
+        Input::Char(edit.GetHandle(), 'x');
+        counted += on != 0;
+        EXPECT_EQ(counted, edit.chars) << on;
+    }
     char text[16];
     edit.GetTitle(text, sizeof text);
-    EXPECT_STRNE("ab", text); // the control's own handling went on
-    ASSERT_TRUE(edit.Intercept(0));
-    Input::Char(edit.GetHandle(), 'z');
-    EXPECT_EQ(1, edit.chars);
+    EXPECT_STREQ("xxxxab", text); // the control's own handling went on
 }
 
-TEST(WindowListTest, CloseAllClosesEveryWindow) {
-    BCMainWindow a(&App()), b(&App());
-    ASSERT_TRUE(a.Create("a"));
-    ASSERT_TRUE(b.Create("b"));
+// Last: once the main window is gone the application's loop has ended.
+TEST(ApplicationTest, TheMainWindowEndsTheLoop) {
+    BCApplication& app = *BCGetApp();
+    BCMainWindow a(&app), b(&app);
+    ASSERT_TRUE(a.Create("a") && b.Create("b") && app.GetMainWindow() == &a);
+    app.SetMainWindow(nullptr); // closing them must not end the loop yet
     BCWindowList list;
-    ASSERT_TRUE(list.Append(&a, &a));
-    ASSERT_TRUE(list.Append(&b, &b));
+    ASSERT_TRUE(list.Append(&a, &a) && list.Append(&b, &b));
     EXPECT_EQ(1, list.CloseAll());
-    EXPECT_FALSE(a.HandleCheck());
-    EXPECT_FALSE(b.HandleCheck());
-    App().ProcessPending();
-    App().SetMainWindow(nullptr);
-}
+    EXPECT_FALSE(a.HandleCheck() || b.HandleCheck());
 
-TEST(DialogTest, ModelessDialogStaysOpenUntilEnded) {
-    BCModelessDialog status(BCResID(500u), nullptr, &App());
-    auto* edit = new BCControlWindow(BCResID(101u), &status, 31, &App());
-    ASSERT_TRUE(status.Create("Status"));
-    EXPECT_TRUE(status.HandleCheck());
-    EXPECT_TRUE(edit->HandleCheck());
-    ASSERT_TRUE(edit->SetTitle("working"));
-    App().ProcessPending();
-    EXPECT_TRUE(status.HandleCheck());
-    EXPECT_TRUE(status.EndDlg(2));
-    EXPECT_EQ(2, status.GetResult());
-    EXPECT_FALSE(status.HandleCheck());
-    EXPECT_FALSE(edit->HandleCheck());
+    BCMainWindow main(&app);
+    ASSERT_TRUE(main.Create("main") && app.GetMainWindow() == &main);
+    EXPECT_TRUE(app.ProcessPending());
+    main.Destroy();
+    EXPECT_FALSE(app.ProcessPending()); // the quit message came
+    app.SetMainWindow(nullptr);
 }
 
 } // namespace

@@ -20,7 +20,8 @@ class NORLIB1_API BCControlWindow : public BCWindow {
     // Template controls: binds to the dialog's control (message 10014 when it has none,
     // 10015 without a dialog window). Created controls: creates the window (10016).
     int Create(const char* title) override;
-    // 1: route the control's messages through DispatchEvent; 0 or -1: stop.
+    // 1: route the control's messages through DispatchEvent; 0 or -1: stop. Asked before the
+    // control has its window, the request is kept and applied whenever it is bound or made.
     int Intercept(int on);
     LRESULT DefaultEvent(BCEvent* event) override;
     BCDialog* GetDialog() const { return opDialog; }
@@ -30,9 +31,12 @@ class NORLIB1_API BCControlWindow : public BCWindow {
 
   private:
     static LRESULT CALLBACK InterceptProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    // Puts the control's own procedure in or out of the way, as asked.
+    int Subclass(int on);
     BCDialog* opDialog;
     const char* caClass;
     WNDPROC lpOldProc;
+    int blIntercept;
 };
 
 // The entries of a list box. A combo box overrides each entry slot, in this order, with its

@@ -4,10 +4,12 @@
 #include "bcobject.h"
 #include "bcvalues.h"
 
+class BCModule;
 class BCWindow;
 
-// The text cursor of a window: made for the window with a size (a null size takes the
-// system's default), placed, shown and hidden; destroyed with the object.
+// The text cursor of a window: made for the window with a size, placed, shown and hidden;
+// destroyed with the object. A null width or height takes the default: the system's border
+// width, and the height of a line of the window's font.
 class NORLIB1_API BCCaret : public BCObject {
   public:
     BCCaret(BCWindow* window, const BCSize& size);
@@ -18,6 +20,8 @@ class NORLIB1_API BCCaret : public BCObject {
     int IsCreated() const { return blCreated; }
     int SetPos(const BCPosition& pos);
     BCPosition GetPos() const { return psPos; }
+    // The size the caret was made with, defaults resolved.
+    BCSize GetSize() const { return szSize; }
     int Show();
     int Hide();
     int Destroy();
@@ -25,6 +29,7 @@ class NORLIB1_API BCCaret : public BCObject {
   private:
     BCWindow* opWindow;
     BCPosition psPos;
+    BCSize szSize;
     int blCreated;
 };
 
@@ -40,16 +45,21 @@ enum BCCursorType : unsigned int {
 
 class NORLIB1_API BCCursor : public BCObject {
   public:
-    // A stock cursor; message 10017 for an unknown type, 10018 when it cannot be loaded.
-    explicit BCCursor(unsigned int type);
+    // A stock cursor (the module is accepted for symmetry: stock cursors are the system's);
+    // message 10017 for an unknown type, 10018 when it cannot be loaded.
+    explicit BCCursor(unsigned int type, BCModule* module = nullptr);
     // A cursor of a module's resources; message 10019 when it cannot be loaded.
     explicit BCCursor(const BCResID& name);
     HCURSOR GetHandle() const { return hCursor; }
-    // Makes it the cursor shown now; returns the one shown before.
-    HCURSOR Set() const;
+    // Makes it the cursor shown now and remembers the one shown before, which it returns.
+    HCURSOR Set();
+    // Shows again the cursor that the last Set replaced; 0 when Set showed nothing.
+    int Restore();
 
   private:
     HCURSOR hCursor;
+    HCURSOR hPrevious;
+    int blSet;
 };
 
 // Stock icon types.

@@ -38,9 +38,11 @@ class NORLIB1_API BCEvent : public BCObject {
     HWND GetControlWindow() const { return reinterpret_cast<HWND>(lParam); }
     // A menu command (not a control's notification).
     bool IsMenuCommand() const { return wMsg == WM_COMMAND && lParam == 0; }
-    // Scroll events: the scroll type (SB_...) and the thumb position.
+    // Scroll events: the scroll type (SB_...) and the thumb position. The position is read from
+    // the scroll bar (the one being dragged, or its settled position), so it holds the bar's
+    // whole range; the message's 16-bit copy is used only when no bar answers (message 10060).
     unsigned int GetScrollType() const { return LOWORD(wParam); }
-    int GetThumbPos() const { return static_cast<short>(HIWORD(wParam)); }
+    int GetThumbPos() const;
     // Mouse events: the position in client coordinates.
     BCPosition GetPos() const;
     // Menu-initialisation events: the menu being opened (owned by the event).

@@ -7,7 +7,7 @@ class BCModule;
 class BCResID;
 
 // A menu bar or popup menu. A menu this object created or loaded is destroyed with it unless
-// a window has taken it; wrappers of an existing handle (submenus, menu events) never
+// a window shows it; wrappers of an existing handle (submenus, menu events) never
 // destroy it.
 class NORLIB1_API BCMenu : public BCObject {
   public:
@@ -25,14 +25,13 @@ class NORLIB1_API BCMenu : public BCObject {
 
     HMENU GetHandle() const { return hMenu; }
     BCModule* GetModule() const { return opModule; }
-    // A window that shows the menu destroys it with itself.
-    void SetOwnedByWindow(int owned) { blWindowOwned = owned; }
-    // The window that showed the menu is gone, and the menu with it.
-    void WindowGone() {
-        if (blWindowOwned)
-            hMenu = nullptr;
-        blWindowOwned = 0;
-    }
+    // The window showing the menu as its own menu bar (null: none); the system destroys the
+    // menu with that window. Windows that only remember a menu (a document window keeps the
+    // frame's) never own it.
+    void SetShownBy(HWND window) { hShownBy = window; }
+    HWND GetShownBy() const { return hShownBy; }
+    // `window` is gone: when it showed the menu, the handle went with it.
+    void WindowGone(HWND window);
     void Display(const char* prefix) override;
 
     int GetItemCount() const;
@@ -57,5 +56,5 @@ class NORLIB1_API BCMenu : public BCObject {
     HMENU hMenu;
     BCModule* opModule;
     int blOwned;
-    int blWindowOwned;
+    HWND hShownBy;
 };

@@ -7,7 +7,7 @@ class BCModule;
 // A point; coordinates are signed 16-bit values.
 class NORLIB1_API BCPosition : public BCObject {
   public:
-    BCPosition(short x = 0, short y = 0) : BCObject(2), coX(x), coY(y) {}
+    BCPosition(short x = 0, short y = 0);
     short GetX() const { return coX; }
     short GetY() const { return coY; }
     void SetX(short x) { coX = x; }
@@ -23,7 +23,7 @@ class NORLIB1_API BCPosition : public BCObject {
 
 class NORLIB1_API BCSize : public BCObject {
   public:
-    BCSize(short width = 0, short height = 0) : BCObject(3), coW(width), coH(height) {}
+    BCSize(short width = 0, short height = 0);
     short GetWidth() const { return coW; }
     short GetHeight() const { return coH; }
     void SetWidth(short width) { coW = width; }
@@ -39,7 +39,7 @@ class NORLIB1_API BCSize : public BCObject {
 // A pair of offsets: a selection's anchor and end, a range's start and end.
 class NORLIB1_API BCLimits : public BCObject {
   public:
-    BCLimits(long start = 0, long end = 0) : BCObject(4), dwStart(start), dwEnd(end) {}
+    BCLimits(long start = 0, long end = 0);
     long GetStart() const { return dwStart; }
     long GetEnd() const { return dwEnd; }
     void SetStart(long start) { dwStart = start; }
@@ -60,8 +60,7 @@ class NORLIB1_API BCLimits : public BCObject {
 // Left and top are inside, right and bottom just outside, as the platform's rectangles.
 class NORLIB1_API BCRectangle : public BCObject {
   public:
-    BCRectangle(short left = 0, short top = 0, short right = 0, short bottom = 0)
-        : BCObject(5), coLeft(left), coTop(top), coRight(right), coBottom(bottom) {}
+    BCRectangle(short left = 0, short top = 0, short right = 0, short bottom = 0);
     BCRectangle(const BCPosition& pos, const BCSize& size);
     short GetLeft() const { return coLeft; }
     short GetTop() const { return coTop; }
@@ -84,6 +83,11 @@ class NORLIB1_API BCRectangle : public BCObject {
     short coLeft, coTop, coRight, coBottom;
 };
 
+// The null values: a position, size, selection and rectangle of all zeros. A null size asks
+// for the platform's default where a size is optional (a caret's).
+NORLIB1_API const BCPosition& BCGetNullPos();
+NORLIB1_API const BCSize& BCGetNullSize();
+NORLIB1_API const BCLimits& BCGetNullLimits();
 NORLIB1_API const BCRectangle& BCGetNullRect();
 
 // Stock colours; the first eight follow the classic colour-display order, so 0 is black
@@ -105,8 +109,7 @@ enum BCColorConst : unsigned int {
 // An RGB colour; stored as the platform's COLORREF (0x00BBGGRR).
 class NORLIB1_API BCColor : public BCObject {
   public:
-    BCColor(unsigned char red = 0, unsigned char green = 0, unsigned char blue = 0)
-        : BCObject(8), dwRGB(red | (green << 8) | (static_cast<unsigned long>(blue) << 16)) {}
+    BCColor(unsigned char red = 0, unsigned char green = 0, unsigned char blue = 0);
     // A stock colour; an unknown constant gives black.
     BCColor(BCColorConst constant);
     static BCColor FromCOLORREF(unsigned long rgb);

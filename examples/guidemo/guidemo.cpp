@@ -25,6 +25,10 @@ enum : unsigned int {
     kDemoTimer = 1
 };
 
+// The client area: the canvas and the log side by side, with margins.
+constexpr int kClientWidth = 510;
+constexpr int kClientHeight = 350;
+
 // Tells whoever watches the demonstration (a script taking screenshots) how far it got.
 void Mark(const char* file) {
     if (FILE* f = std::fopen(file, "w"))
@@ -70,7 +74,12 @@ class DemoWindow : public BCMainWindow {
     explicit DemoWindow(int demoSeconds)
         : BCMainWindow(BCGetApp()), menu(BCResID(100u, BCGetApp()->GetModule())),
           demoSeconds(demoSeconds) {
-        SetWindowRect(BCRectangle(40, 40, 560, 420));
+        // The canvas and the log need a client area of their own size; the frame around it
+        // (caption, menu bar, borders) depends on the system's metrics.
+        RECT frame = {0, 0, kClientWidth, kClientHeight};
+        AdjustWindowRectEx(&frame, static_cast<DWORD>(GetStyle()), TRUE, 0);
+        SetWindowRect(BCRectangle(40, 40, static_cast<short>(40 + frame.right - frame.left),
+                                  static_cast<short>(40 + frame.bottom - frame.top)));
         SetMenu(&menu);
     }
     ~DemoWindow() override {

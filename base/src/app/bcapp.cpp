@@ -2,7 +2,9 @@
 
 #include <new>
 
+#include "bcids1.h"
 #include "bcmodule.h"
+#include "bcplatform.h"
 #include "bcwindow.h"
 
 namespace {
@@ -16,8 +18,8 @@ BCApplication* BCGetApp() {
 }
 
 BCApplication::BCApplication(HINSTANCE instance, const char* name)
-    : BCObject(20), opModule(nullptr), opMainWindow(nullptr), opMDIClient(nullptr), blQuit(0),
-      wExitCode(0) {
+    : BCObject(bcids::kTypeApplication), opModule(nullptr), opMainWindow(nullptr),
+      opMDIClient(nullptr), blQuit(0), wExitCode(0) {
     opModule = new (std::nothrow)
         BCModule(instance ? instance : GetModuleHandleA(nullptr), name ? name : "", 0);
     if (!g_app)
@@ -60,6 +62,7 @@ int BCApplication::Run() {
         } else if (got > 0) {
             Handle(message);
         } else {
+            BCTraceFailure("GetMessageA");
             break;
         }
     }

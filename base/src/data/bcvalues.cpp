@@ -6,6 +6,7 @@
 #include <new>
 
 #include "bcformat.h"
+#include "bcids1.h"
 #include "bcstream.h"
 
 namespace {
@@ -23,20 +24,30 @@ char* CopyName(const char* name) {
 }
 } // namespace
 
+BCPosition::BCPosition(short x, short y) : BCObject(bcids::kTypePosition), coX(x), coY(y) {}
+
 void BCPosition::Display(const char* prefix) {
     DispObjectMsg("%scoX=%d, coY=%d", Prefix(prefix), coX, coY);
 }
+
+BCSize::BCSize(short width, short height) : BCObject(bcids::kTypeSize), coW(width), coH(height) {}
 
 void BCSize::Display(const char* prefix) {
     DispObjectMsg("%scoW=%d, coH=%d", Prefix(prefix), coW, coH);
 }
 
+BCLimits::BCLimits(long start, long end)
+    : BCObject(bcids::kTypeLimits), dwStart(start), dwEnd(end) {}
+
 void BCLimits::Display(const char* prefix) {
     DispObjectMsg("%sdwStart=%ld, dwEnd=%ld", Prefix(prefix), dwStart, dwEnd);
 }
 
+BCRectangle::BCRectangle(short left, short top, short right, short bottom)
+    : BCObject(bcids::kTypeRectangle), coLeft(left), coTop(top), coRight(right), coBottom(bottom) {}
+
 BCRectangle::BCRectangle(const BCPosition& pos, const BCSize& size)
-    : BCObject(5), coLeft(pos.GetX()), coTop(pos.GetY()),
+    : BCObject(bcids::kTypeRectangle), coLeft(pos.GetX()), coTop(pos.GetY()),
       coRight(static_cast<short>(pos.GetX() + size.GetWidth())),
       coBottom(static_cast<short>(pos.GetY() + size.GetHeight())) {}
 
@@ -71,16 +82,35 @@ void BCRectangle::Display(const char* prefix) {
                   coRight, coBottom);
 }
 
+const BCPosition& BCGetNullPos() {
+    static const BCPosition nullPos;
+    return nullPos;
+}
+
+const BCSize& BCGetNullSize() {
+    static const BCSize nullSize;
+    return nullSize;
+}
+
+const BCLimits& BCGetNullLimits() {
+    static const BCLimits nullLimits;
+    return nullLimits;
+}
+
 const BCRectangle& BCGetNullRect() {
     static const BCRectangle nullRect;
     return nullRect;
 }
 
-BCColor::BCColor(BCColorConst constant) : BCObject(8), dwRGB(0) {
+BCColor::BCColor(unsigned char red, unsigned char green, unsigned char blue)
+    : BCObject(bcids::kTypeColor),
+      dwRGB(red | (green << 8) | (static_cast<unsigned long>(blue) << 16)) {}
+
+BCColor::BCColor(BCColorConst constant) : BCObject(bcids::kTypeColor), dwRGB(0) {
     // As COLORREF values, 0x00BBGGRR.
-    static const unsigned long rgb[BC_COLOR_CONSTANTS] = {
-        0x000000, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF,
-        0xFF00FF, 0x00FFFF, 0xFFFFFF, 0x808080, 0xC0C0C0};
+    static const unsigned long rgb[BC_COLOR_CONSTANTS] = {0x000000, 0xFF0000, 0x00FF00, 0xFFFF00,
+                                                          0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF,
+                                                          0x808080, 0xC0C0C0};
     if (constant < BC_COLOR_CONSTANTS)
         dwRGB = rgb[constant];
 }
@@ -107,10 +137,10 @@ void BCColor::Display(const char* prefix) {
 }
 
 BCResID::BCResID(unsigned int id, BCModule* module)
-    : BCObject(7), wResNum(id), caResName(nullptr), opModule(module) {}
+    : BCObject(bcids::kTypeResID), wResNum(id), caResName(nullptr), opModule(module) {}
 
 BCResID::BCResID(const char* name, BCModule* module)
-    : BCObject(7), wResNum(0), caResName(CopyName(name)), opModule(module) {}
+    : BCObject(bcids::kTypeResID), wResNum(0), caResName(CopyName(name)), opModule(module) {}
 
 BCResID::BCResID(const BCResID& other)
     : BCObject(other), wResNum(other.wResNum), caResName(CopyName(other.caResName)),

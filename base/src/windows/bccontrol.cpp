@@ -1,17 +1,10 @@
 #include "bccontrol.h"
 
 #include "bcdialog.h"
+#include "bcids1.h"
+#include "bcplatform.h"
 
 namespace {
-enum : unsigned int {
-    kMsgCannotInstallControl = 10013,
-    kMsgNoControl = 10014,
-    kMsgNoDialog = 10015,
-    kMsgCannotCreateControl = 10016,
-    kMsgListError = 10033,
-    kMsgListNoMemory = 10034
-};
-
 BCRectangle RectAt(const BCPosition& pos, const BCSize& size) {
     return BCRectangle(pos, size);
 }
@@ -19,7 +12,8 @@ BCRectangle RectAt(const BCPosition& pos, const BCSize& size) {
 
 BCControlWindow::BCControlWindow(const BCResID& id, BCDialog* dialog, unsigned int typeCode,
                                  BCApplication* app)
-    : BCWindow(typeCode, dialog, app), opDialog(dialog), caClass(nullptr), lpOldProc(nullptr) {
+    : BCWindow(typeCode, dialog, app), opDialog(dialog), caClass(nullptr), lpOldProc(nullptr),
+      blIntercept(0) {
     wID = id.GetResNum();
     if (dialog)
         dialog->AddControl(this);
@@ -28,22 +22,24 @@ BCControlWindow::BCControlWindow(const BCResID& id, BCDialog* dialog, unsigned i
 BCControlWindow::BCControlWindow(const char* className, long style, unsigned int id,
                                  BCWindow* parent, const BCPosition& pos, const BCSize& size,
                                  unsigned int typeCode, BCApplication* app)
-    : BCWindow(typeCode, parent, app), opDialog(nullptr), caClass(className), lpOldProc(nullptr) {
+    : BCWindow(typeCode, parent, app), opDialog(nullptr), caClass(className), lpOldProc(nullptr),
+      blIntercept(0) {
     wID = id;
     dwStyle = style;
     rcWindow = RectAt(pos, size);
 }
 
 BCControlWindow::~BCControlWindow() {
-    Intercept(0);
+    Subclass(0);
     if (opDialog) {
         opDialog->RemoveControl(this);
         Unbind(); // the dialog's window owns the control's window
     }
 }
 
+// The window goes, the wish to intercept stays for the next binding.
 void BCControlWindow::Unbind() {
-    Intercept(0);
+    Subclass(0);
     Detach();
 }
 
@@ -52,43 +48,48 @@ int BCControlWindow::Create(const char* title) {
         return 1;
     if (!caClass) { // bound to a template control
         if (!opDialog || !opDialog->GetHandle()) {
-            DispObjectMsg(kMsgNoDialog);
+            DispObjectMsg(bcids::kMsgNoDialog);
             return 0;
         }
         HWND control = GetDlgItem(opDialog->GetHandle(), static_cast<int>(wID));
         if (!control) {
-            DispObjectMsg(kMsgNoControl);
+            DispObjectMsg(bcids::kMsgNoControl);
             return 0;
         }
         if (!Attach(control)) {
-            DispObjectMsg(kMsgCannotInstallControl);
+            DispObjectMsg(bcids::kMsgCannotInstallControl);
             return 0;
         }
         dwStyle = static_cast<long>(GetWindowLongPtrA(control, GWL_STYLE));
         if (title && *title)
             SetTitle(title);
-        return 1;
+        return Subclass(blIntercept);
     }
     if (!opParent || !opParent->GetHandle()) {
-        DispObjectMsg(kMsgCannotCreateControl);
+        DispObjectMsg(bcids::kMsgCannotCreateControl);
         return 0;
     }
     return BCWindow::Create(title) &&
            CreateSystemWindow(caClass, opParent->GetHandle(),
                               reinterpret_cast<HMENU>(static_cast<UINT_PTR>(wID)),
-                              kMsgCannotCreateControl);
+                              bcids::kMsgCannotCreateControl) &&
+           Subclass(blIntercept);
 }
 
 int BCControlWindow::Intercept(int on) {
-    if (!hWnd)
-        return 0;
-    if (on == 1 && !lpOldProc) {
-        lpOldProc = reinterpret_cast<WNDPROC>(SetWindowLongPtrA(
-            hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&BCControlWindow::InterceptProc)));
-    } else if (on != 1 && lpOldProc) {
-        SetWindowLongPtrA(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(lpOldProc));
-        lpOldProc = nullptr;
-    }
+    blIntercept = on == 1;
+    return hWnd ? Subclass(blIntercept) : 1;
+}
+
+int BCControlWindow::Subclass(int on) {
+    if (!hWnd || (on != 0) == (lpOldProc != nullptr))
+        return 1;
+    WNDPROC replacing = on ? &BCControlWindow::InterceptProc : lpOldProc;
+    LONG_PTR replaced =
+        SetWindowLongPtrA(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(replacing));
+    if (!replaced)
+        return BCTraceFailure("SetWindowLongPtrA");
+    lpOldProc = on ? reinterpret_cast<WNDPROC>(replaced) : nullptr;
     return 1;
 }
 
@@ -120,9 +121,9 @@ LRESULT BCListControl::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
 // Adding reports a full box and other failures with the control's own messages.
 int BCListControl::Added(int index) const {
     if (index == LB_ERRSPACE)
-        DispObjectMsg(kMsgListNoMemory);
+        DispObjectMsg(bcids::kMsgListNoMemory);
     else if (index < 0)
-        DispObjectMsg(kMsgListError);
+        DispObjectMsg(bcids::kMsgListError);
     return index;
 }
 
@@ -181,12 +182,12 @@ int BCListControl::GetItemLen(int index) {
 }
 
 BCListBox::BCListBox(const BCResID& id, BCDialog* dialog, BCApplication* app)
-    : BCListControl(id, dialog, 40, app) {}
+    : BCListControl(id, dialog, bcids::kTypeListBox, app) {}
 
 BCListBox::BCListBox(unsigned int id, BCWindow* parent, const BCPosition& pos, const BCSize& size,
                      const char* text, BCApplication* app)
     : BCListControl("LISTBOX", WS_CHILD | WS_VISIBLE | WS_BORDER | WS_VSCROLL | LBS_NOTIFY, id,
-                    parent, pos, size, 40, app) {
+                    parent, pos, size, bcids::kTypeListBox, app) {
     if (text)
         Create(text);
 }

@@ -1,6 +1,8 @@
 #include "bccursor.h"
 
+#include "bcids1.h"
 #include "bcmodule.h"
+#include "bcplatform.h"
 #include "bcwindow.h"
 
 namespace {
@@ -54,12 +56,28 @@ LPCSTR StockIcon(unsigned int type) {
     }
 }
 
+// A caret as tall as the window's text lines fits under them whatever the font; the width
+// follows the system's border, as the platform's own default caret does.
+BCSize CaretSize(BCWindow* window, const BCSize& size) {
+    short width = size.GetWidth();
+    short height = size.GetHeight();
+    if (!width)
+        width = static_cast<short>(GetSystemMetrics(SM_CXBORDER));
+    if (!height)
+        height = window->GetChrHeight('H');
+    return BCSize(width, height);
+}
+
 } // namespace
 
 BCCaret::BCCaret(BCWindow* window, const BCSize& size)
-    : BCObject(11), opWindow(window), blCreated(0) {
-    if (window && window->GetHandle())
-        blCreated = CreateCaret(window->GetHandle(), nullptr, size.GetWidth(), size.GetHeight());
+    : BCObject(bcids::kTypeCaret), opWindow(window), szSize(size), blCreated(0) {
+    if (!window || !window->GetHandle())
+        return;
+    szSize = CaretSize(window, size);
+    blCreated =
+        BCTraced(CreateCaret(window->GetHandle(), nullptr, szSize.GetWidth(), szSize.GetHeight()),
+                 "CreateCaret");
 }
 
 BCCaret::~BCCaret() {
@@ -68,60 +86,74 @@ BCCaret::~BCCaret() {
 
 int BCCaret::SetPos(const BCPosition& pos) {
     psPos = pos;
-    return blCreated && SetCaretPos(pos.GetX(), pos.GetY());
+    return blCreated && BCTraced(SetCaretPos(pos.GetX(), pos.GetY()), "SetCaretPos");
 }
 
 int BCCaret::Show() {
-    return blCreated && ShowCaret(opWindow->GetHandle());
+    return blCreated && BCTraced(ShowCaret(opWindow->GetHandle()), "ShowCaret");
 }
 
 int BCCaret::Hide() {
-    return blCreated && HideCaret(opWindow->GetHandle());
+    return blCreated && BCTraced(HideCaret(opWindow->GetHandle()), "HideCaret");
 }
 
 int BCCaret::Destroy() {
     if (!blCreated)
         return 0;
     blCreated = 0;
-    return DestroyCaret();
+    return BCTraced(DestroyCaret(), "DestroyCaret");
 }
 
-BCCursor::BCCursor(unsigned int type) : BCObject(12), hCursor(nullptr) {
+BCCursor::BCCursor(unsigned int type, BCModule*)
+    : BCObject(bcids::kTypeCursor), hCursor(nullptr), hPrevious(nullptr), blSet(0) {
     LPCSTR stock = StockCursor(type);
     if (!stock) {
-        DispObjectMsg(10017u, type);
+        DispObjectMsg(bcids::kMsgBadCursorType, type);
         return;
     }
-    hCursor = LoadCursorA(nullptr, stock);
+    hCursor = BCTraced(LoadCursorA(nullptr, stock), "LoadCursorA");
     if (!hCursor)
-        DispObjectMsg(10018u, type);
+        DispObjectMsg(bcids::kMsgCannotLoadStockCursor, type);
 }
 
-BCCursor::BCCursor(const BCResID& name) : BCObject(12), hCursor(nullptr) {
-    hCursor = LoadCursorA(InstanceOf(name), name.GetResource());
+BCCursor::BCCursor(const BCResID& name)
+    : BCObject(bcids::kTypeCursor), hCursor(nullptr), hPrevious(nullptr), blSet(0) {
+    hCursor = BCTraced(LoadCursorA(InstanceOf(name), name.GetResource()), "LoadCursorA");
     if (!hCursor) {
         char text[16];
         NameOf(name, text);
-        DispObjectMsg(10019u, text);
+        DispObjectMsg(bcids::kMsgCannotLoadCursor, text);
     }
 }
 
-HCURSOR BCCursor::Set() const {
-    return hCursor ? SetCursor(hCursor) : nullptr;
+HCURSOR BCCursor::Set() {
+    if (!hCursor)
+        return nullptr;
+    hPrevious = SetCursor(hCursor);
+    blSet = 1;
+    return hPrevious;
 }
 
-BCIcon::BCIcon(unsigned int type) : BCObject(16), hIcon(nullptr) {
+int BCCursor::Restore() {
+    if (!blSet)
+        return 0;
+    blSet = 0;
+    SetCursor(hPrevious);
+    return 1;
+}
+
+BCIcon::BCIcon(unsigned int type) : BCObject(bcids::kTypeIcon), hIcon(nullptr) {
     LPCSTR stock = StockIcon(type);
-    hIcon = stock ? LoadIconA(nullptr, stock) : nullptr;
+    hIcon = stock ? BCTraced(LoadIconA(nullptr, stock), "LoadIconA") : nullptr;
     if (!hIcon)
-        DispObjectMsg(10031u, type);
+        DispObjectMsg(bcids::kMsgCannotGetStockIcon, type);
 }
 
-BCIcon::BCIcon(const BCResID& name) : BCObject(16), hIcon(nullptr) {
-    hIcon = LoadIconA(InstanceOf(name), name.GetResource());
+BCIcon::BCIcon(const BCResID& name) : BCObject(bcids::kTypeIcon), hIcon(nullptr) {
+    hIcon = BCTraced(LoadIconA(InstanceOf(name), name.GetResource()), "LoadIconA");
     if (!hIcon) {
         char text[16];
         NameOf(name, text);
-        DispObjectMsg(10032u, text);
+        DispObjectMsg(bcids::kMsgCannotLoadIcon, text);
     }
 }

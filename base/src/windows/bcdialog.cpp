@@ -2,12 +2,12 @@
 
 #include "../object/msgformat.h"
 #include "bccontrol.h"
+#include "bcids1.h"
 #include "bcmodule.h"
+#include "bcplatform.h"
 #include "kostring.h"
 
 namespace {
-constexpr unsigned int kMsgCannotCreateDialog = 10052;
-
 int HasDialog(void* module, void* name) {
     return FindResourceA(static_cast<HMODULE>(module), static_cast<const char*>(name),
                          reinterpret_cast<LPCSTR>(RT_DIALOG)) != nullptr;
@@ -111,7 +111,7 @@ BCModalDialog::BCModalDialog(const BCResID& dialogTemplate, BCWindow* parent, BC
 int BCModalDialog::Create(const char* title) {
     HINSTANCE instance = FindTemplate();
     if (!instance || hWnd || !BCWindow::Create(title)) {
-        DispObjectMsg(kMsgCannotCreateDialog);
+        DispObjectMsg(bcids::kMsgCannotCreateDialog);
         return 0;
     }
     BCSetCreateWindow(this);
@@ -120,7 +120,8 @@ int BCModalDialog::Create(const char* title) {
                                      reinterpret_cast<LPARAM>(this));
     BCSetCreateWindow(nullptr);
     if (result == -1) {
-        DispObjectMsg(kMsgCannotCreateDialog);
+        BCTraceFailure("DialogBoxParamA");
+        DispObjectMsg(bcids::kMsgCannotCreateDialog);
         return 0;
     }
     wResult = static_cast<int>(result);
@@ -139,7 +140,7 @@ BCModelessDialog::BCModelessDialog(const BCResID& dialogTemplate, BCWindow* pare
 int BCModelessDialog::Create(const char* title) {
     HINSTANCE instance = FindTemplate();
     if (!instance || hWnd || !BCWindow::Create(title)) {
-        DispObjectMsg(kMsgCannotCreateDialog);
+        DispObjectMsg(bcids::kMsgCannotCreateDialog);
         return 0;
     }
     BCSetCreateWindow(this);
@@ -148,11 +149,12 @@ int BCModelessDialog::Create(const char* title) {
                                      reinterpret_cast<LPARAM>(this));
     BCSetCreateWindow(nullptr);
     if (!window) {
-        DispObjectMsg(kMsgCannotCreateDialog);
+        BCTraceFailure("CreateDialogParamA");
+        DispObjectMsg(bcids::kMsgCannotCreateDialog);
         return 0;
     }
     if (title && *title)
-        SetWindowTextA(window, title);
+        BCTraced(SetWindowTextA(window, title), "SetWindowTextA");
     ShowWindow(window, SW_SHOW);
     return 1;
 }
@@ -164,7 +166,7 @@ int BCModelessDialog::EndDlg(int result) {
 
 BCMsgBox::BCMsgBox(const char* text, const char* title, unsigned int flags, BCWindow* owner,
                    BCModule*)
-    : BCObject(68), wResult(0) {
+    : BCObject(bcids::kTypeMsgBox), wResult(0) {
     BCMsgInfo info = {BC_MSG_BOX, 0, text ? text : "", title, flags, this, nullptr, 0};
     BCSetMsgOwner(owner ? owner->GetHandle() : nullptr);
     wResult = BCShowMsg(info);

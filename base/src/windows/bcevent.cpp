@@ -1,9 +1,12 @@
 #include "bcevent.h"
 
+#include "bcids1.h"
 #include "bcmenu.h"
+#include "bcplatform.h"
 
 BCEvent::BCEvent(HWND window, UINT message, WPARAM wp, LPARAM lp)
-    : BCObject(21), hWnd(window), wMsg(message), wParam(wp), lParam(lp), opMenu(nullptr) {}
+    : BCObject(bcids::kTypeEvent), hWnd(window), wMsg(message), wParam(wp), lParam(lp),
+      opMenu(nullptr) {}
 
 BCEvent::~BCEvent() {
     delete opMenu;
@@ -31,6 +34,26 @@ unsigned int BCEvent::GetKeycode() const {
     }
 }
 
+int BCEvent::GetThumbPos() const {
+    short word = static_cast<short>(HIWORD(wParam));
+    if (wMsg != WM_VSCROLL && wMsg != WM_HSCROLL)
+        return word;
+    // A scroll bar control names itself; otherwise the bar is the window's own.
+    HWND control = reinterpret_cast<HWND>(lParam);
+    HWND bar = control ? control : hWnd;
+    int kind = control ? SB_CTL : (wMsg == WM_HSCROLL ? SB_HORZ : SB_VERT);
+    SCROLLINFO info = {};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_POS | SIF_TRACKPOS;
+    if (!GetScrollInfo(bar, kind, &info)) {
+        BCTraceFailure("GetScrollInfo");
+        DispObjectMsg(bcids::kMsgNoScrollBar);
+        return word;
+    }
+    unsigned int type = GetScrollType();
+    return type == SB_THUMBTRACK || type == SB_THUMBPOSITION ? info.nTrackPos : info.nPos;
+}
+
 BCPosition BCEvent::GetPos() const {
     return BCPosition(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam)));
 }
@@ -47,6 +70,6 @@ int BCEvent::IsFocused() const {
     if (wMsg == WM_SETFOCUS)
         return 1;
     if (wMsg != WM_KILLFOCUS)
-        DispObjectMsg(10027u);
+        DispObjectMsg(bcids::kMsgNotAFocusEvent);
     return 0;
 }

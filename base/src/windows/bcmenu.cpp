@@ -2,12 +2,12 @@
 
 #include <cstring>
 
+#include "bcids1.h"
 #include "bcmodule.h"
+#include "bcplatform.h"
 #include "bcvalues.h"
 
 namespace {
-constexpr unsigned int kMsgCannotLoadMenu = 10050;
-constexpr unsigned int kMsgCannotCreateMenu = 10051;
 constexpr unsigned int kNotFound = 0xFFFF;
 
 HINSTANCE InstanceOf(BCModule* module) {
@@ -16,33 +16,42 @@ HINSTANCE InstanceOf(BCModule* module) {
 } // namespace
 
 BCMenu::BCMenu(BCModule* module)
-    : BCObject(17), hMenu(CreateMenu()), opModule(module), blOwned(1), blWindowOwned(0) {
+    : BCObject(bcids::kTypeMenu), hMenu(BCTraced(CreateMenu(), "CreateMenu")), opModule(module),
+      blOwned(1), hShownBy(nullptr) {
     if (!hMenu)
-        DispObjectMsg(kMsgCannotCreateMenu);
+        DispObjectMsg(bcids::kMsgCannotCreateMenu);
 }
 
 BCMenu::BCMenu(const BCResID& name)
-    : BCObject(17), hMenu(nullptr), opModule(name.GetModule()), blOwned(1), blWindowOwned(0) {
-    hMenu = LoadMenuA(InstanceOf(opModule), name.GetResource());
+    : BCObject(bcids::kTypeMenu), hMenu(nullptr), opModule(name.GetModule()), blOwned(1),
+      hShownBy(nullptr) {
+    hMenu = BCTraced(LoadMenuA(InstanceOf(opModule), name.GetResource()), "LoadMenuA");
     if (!hMenu) {
         char number[16];
         wsprintfA(number, "%u", name.GetResNum());
-        DispObjectMsg(kMsgCannotLoadMenu, name.GetResName() ? name.GetResName() : number);
+        DispObjectMsg(bcids::kMsgCannotLoadMenu, name.GetResName() ? name.GetResName() : number);
     }
 }
 
 BCMenu::BCMenu(BCMenu* parent, unsigned int position, BCModule* module)
-    : BCObject(17), hMenu(nullptr), opModule(module), blOwned(0), blWindowOwned(0) {
+    : BCObject(bcids::kTypeMenu), hMenu(nullptr), opModule(module), blOwned(0), hShownBy(nullptr) {
     if (parent && parent->hMenu)
         hMenu = GetSubMenu(parent->hMenu, static_cast<int>(position));
 }
 
 BCMenu::BCMenu(HMENU handle)
-    : BCObject(17), hMenu(handle), opModule(nullptr), blOwned(0), blWindowOwned(0) {}
+    : BCObject(bcids::kTypeMenu), hMenu(handle), opModule(nullptr), blOwned(0), hShownBy(nullptr) {}
 
 BCMenu::~BCMenu() {
-    if (hMenu && blOwned && !blWindowOwned)
-        DestroyMenu(hMenu);
+    if (hMenu && blOwned && !hShownBy)
+        BCTraced(DestroyMenu(hMenu), "DestroyMenu");
+}
+
+void BCMenu::WindowGone(HWND window) {
+    if (!window || window != hShownBy)
+        return;
+    hMenu = nullptr;
+    hShownBy = nullptr;
 }
 
 void BCMenu::Display(const char* prefix) {
@@ -95,7 +104,7 @@ int BCMenu::IsEnabled(unsigned int id) const {
 }
 
 int BCMenu::Append(unsigned int id, const char* text) {
-    return hMenu && AppendMenuA(hMenu, MF_STRING, id, text ? text : "");
+    return hMenu && BCTraced(AppendMenuA(hMenu, MF_STRING, id, text ? text : ""), "AppendMenuA");
 }
 
 int BCMenu::Append(BCMenu* popup, const char* text) {
@@ -103,7 +112,7 @@ int BCMenu::Append(BCMenu* popup, const char* text) {
         return 0;
     if (!AppendMenuA(hMenu, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(popup->hMenu),
                      text ? text : ""))
-        return 0;
+        return BCTraceFailure("AppendMenuA");
     popup->blOwned = 0; // destroyed with this menu now
     return 1;
 }

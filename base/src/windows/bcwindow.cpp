@@ -4,20 +4,15 @@
 #include <new>
 
 #include "bcapp.h"
+#include "bcids1.h"
 #include "bcmenu.h"
 #include "bcmodule.h"
+#include "bcplatform.h"
 
 namespace {
 
 const char kObjectProperty[] = "BCWindowObject";
 const char kWindowClass[] = "BCWindow";
-
-enum : unsigned int {
-    kMsgCannotInstall = 10066,
-    kMsgNullWindowObject = 10064,
-    kMsgNullWindowHandle = 10065,
-    kMsgPaintWithDC = 10059
-};
 
 BCWindow* g_creating = nullptr;
 
@@ -85,14 +80,15 @@ BCWindow::~BCWindow() {
     if (hWnd) {
         HWND window = hWnd;
         Detach(); // the window's last messages must not reach a dying object
-        DestroyWindow(window);
+        BCTraced(DestroyWindow(window), "DestroyWindow");
     }
     delete[] caTitle;
 }
 
 int BCWindow::Attach(HWND window) {
     if (!SetPropA(window, kObjectProperty, this)) {
-        DispObjectMsg(kMsgCannotInstall);
+        BCTraceFailure("SetPropA");
+        DispObjectMsg(bcids::kMsgCannotInstallWindow);
         return 0;
     }
     hWnd = window;
@@ -102,10 +98,10 @@ int BCWindow::Attach(HWND window) {
 void BCWindow::Detach() {
     if (hWnd)
         RemovePropA(hWnd, kObjectProperty);
+    if (opMenu)
+        opMenu->WindowGone(hWnd);
     hWnd = nullptr;
     blDestroying = 0;
-    if (opMenu)
-        opMenu->WindowGone();
 }
 
 void BCWindow::Display(const char* prefix) {
@@ -127,10 +123,10 @@ const char* BCWindow::WindowClass() {
         wc.style = CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
         wc.lpfnWndProc = BCWndProc;
         wc.hInstance = ThisModule();
-        wc.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
+        wc.hCursor = LoadCursorA(nullptr, IDC_ARROW);
         wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
         wc.lpszClassName = kWindowClass;
-        return RegisterClassA(&wc);
+        return BCTraced(RegisterClassA(&wc), "RegisterClassA");
     }();
     return atom ? kWindowClass : nullptr;
 }
@@ -157,6 +153,7 @@ int BCWindow::CreateSystemWindow(const char* className, HWND parent, HMENU menuO
         parent, menuOrId, ThisModule(), this);
     BCSetCreateWindow(nullptr);
     if (!window) {
+        BCTraceFailure("CreateWindowExA");
         DispObjectMsg(failureMessage);
         return 0;
     }
@@ -172,7 +169,7 @@ LRESULT BCWindow::DispatchEvent(BCEvent* e) {
         return Initialize(e);
     case WM_PAINT: {
         if (GetDC()) {
-            DispObjectMsg(kMsgPaintWithDC);
+            DispObjectMsg(bcids::kMsgPaintWithDC);
             return DefaultEvent(e);
         }
         PAINTSTRUCT ps;
@@ -331,8 +328,9 @@ long BCWindow::SetStyle(long bits, int add) {
 BCRectangle BCWindow::GetWindowRect() const {
     if (!hWnd)
         return rcWindow;
-    RECT r;
-    ::GetWindowRect(hWnd, &r);
+    RECT r = {0, 0, 0, 0};
+    if (!::GetWindowRect(hWnd, &r))
+        BCTraceFailure("GetWindowRect");
     if (HWND parent = GetParent(hWnd); parent && (dwStyle & WS_CHILD))
         MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&r), 2);
     return BCRectangle::FromRECT(&r);
@@ -347,8 +345,8 @@ int BCWindow::SetWindowRect(const BCRectangle& rect) {
 
 BCRectangle BCWindow::GetClientRect() const {
     RECT r = {0, 0, 0, 0};
-    if (hWnd)
-        ::GetClientRect(hWnd, &r);
+    if (hWnd && !::GetClientRect(hWnd, &r))
+        BCTraceFailure("GetClientRect");
     return BCRectangle::FromRECT(&r);
 }
 
@@ -356,7 +354,7 @@ BCWindow* BCWindow::SetPrnt(BCWindow* parent) {
     BCWindow* previous = opParent;
     opParent = parent;
     if (hWnd && parent && parent->hWnd)
-        SetParent(hWnd, parent->hWnd);
+        BCTraced(SetParent(hWnd, parent->hWnd), "SetParent");
     return previous;
 }
 
@@ -387,17 +385,21 @@ int BCWindow::SetTitle(const char* title) {
     return hWnd ? SetWindowTextA(hWnd, caTitle) : 1;
 }
 
+// Only a window that shows the menu as its own bar owns it; a child (a document window)
+// merely remembers a menu that another window shows and owns.
 BCMenu* BCWindow::SetMenu(BCMenu* menu) {
     BCMenu* previous = opMenu;
-    if (hWnd && !(dwStyle & WS_CHILD)) {
-        ::SetMenu(hWnd, menu ? menu->GetHandle() : nullptr);
-        DrawMenuBar(hWnd);
+    bool shown = hWnd && !(dwStyle & WS_CHILD);
+    if (shown) {
+        if (!::SetMenu(hWnd, menu ? menu->GetHandle() : nullptr))
+            BCTraceFailure("SetMenu");
+        BCTraced(DrawMenuBar(hWnd), "DrawMenuBar");
     }
-    if (previous)
-        previous->SetOwnedByWindow(0);
+    if (previous && hWnd && previous->GetShownBy() == hWnd)
+        previous->SetShownBy(nullptr);
     opMenu = menu;
-    if (menu && hWnd)
-        menu->SetOwnedByWindow(1);
+    if (menu && shown)
+        menu->SetShownBy(hWnd);
     return previous;
 }
 
@@ -491,10 +493,11 @@ BCMainWindow::BCMainWindow(BCApplication* app, unsigned int typeCode)
 
 int BCMainWindow::Create(const char* title) {
     if (!BCWindow::Create(title) ||
-        !CreateSystemWindow(WindowClass(), nullptr, opMenu ? opMenu->GetHandle() : nullptr, 10036))
+        !CreateSystemWindow(WindowClass(), nullptr, opMenu ? opMenu->GetHandle() : nullptr,
+                            bcids::kMsgCannotCreateMain))
         return 0;
     if (opMenu)
-        opMenu->SetOwnedByWindow(1);
+        opMenu->SetShownBy(hWnd);
     if (opApp && !opApp->GetMainWindow())
         opApp->SetMainWindow(this);
     return 1;
@@ -509,16 +512,17 @@ BCChildWindow::BCChildWindow(BCWindow* parent, unsigned int id, BCApplication* a
 
 int BCChildWindow::Create(const char* title) {
     if (!opParent) {
-        DispObjectMsg(kMsgNullWindowObject);
+        DispObjectMsg(bcids::kMsgNullWindowObject);
         return 0;
     }
     if (!opParent->GetHandle()) {
-        DispObjectMsg(kMsgNullWindowHandle);
+        DispObjectMsg(bcids::kMsgNullWindowHandle);
         return 0;
     }
     return BCWindow::Create(title) &&
            CreateSystemWindow(WindowClass(), opParent->GetHandle(),
-                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(wID)), 10012);
+                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(wID)),
+                              bcids::kMsgCannotCreateChild);
 }
 
 BCPopUpWindow::BCPopUpWindow(BCWindow* owner, BCApplication* app, unsigned int typeCode)
@@ -527,13 +531,17 @@ BCPopUpWindow::BCPopUpWindow(BCWindow* owner, BCApplication* app, unsigned int t
 }
 
 int BCPopUpWindow::Create(const char* title) {
-    return BCWindow::Create(title) &&
-           CreateSystemWindow(WindowClass(), opParent ? opParent->GetHandle() : nullptr,
-                              opMenu ? opMenu->GetHandle() : nullptr, 10054);
+    if (!BCWindow::Create(title) ||
+        !CreateSystemWindow(WindowClass(), opParent ? opParent->GetHandle() : nullptr,
+                            opMenu ? opMenu->GetHandle() : nullptr, bcids::kMsgCannotCreatePopUp))
+        return 0;
+    if (opMenu)
+        opMenu->SetShownBy(hWnd);
+    return 1;
 }
 
 BCWindowList::BCWindowList() : BCSingleLinkedList(0, 0) {
-    SetObjectType(92);
+    SetObjectType(bcids::kTypeWindowList);
 }
 
 int BCWindowList::CloseAll() {
