@@ -15,10 +15,8 @@ inline char* Str(const char* text) {
 
 // The bytes an object holds.
 inline std::string Contents(BCMemoryData& data) {
-    unsigned long held =
-        data.GetLen(gText) < data.GetBufLen() ? data.GetLen(gText) : data.GetBufLen();
-    std::string out(held, '\0');
-    out.resize(data.GetData(0, &out[0], held));
+    std::string out(data.GetBufLen(), '\0');
+    out.resize(data.GetData(0, &out[0], data.GetBufLen()));
     return out;
 }
 
@@ -29,8 +27,6 @@ class UnseekableBuf : public std::stringbuf {
         : std::stringbuf(bytes, std::ios::in | std::ios::binary) {}
 
   protected:
-    pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override {
-        return pos_type(-1);
-    }
-    pos_type seekpos(pos_type, std::ios::openmode) override { return pos_type(-1); }
+    pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override { return -1; }
+    pos_type seekpos(pos_type, std::ios::openmode) override { return -1; }
 };

@@ -2,12 +2,9 @@
 
 #include <new>
 
-namespace {
-constexpr unsigned int kTypeWindowUpdater = 146;
-constexpr unsigned int kTypeDataUpdater = 147;
-constexpr unsigned int kTypeUpdaterList = 149;
-constexpr unsigned int kTypeDependentData = 151;
+#include "bcids2.h"
 
+namespace {
 void* KeyOf(BCObject* target) {
     return target;
 }
@@ -26,7 +23,8 @@ int BCUpdater::DataUpdated(BCObject*, unsigned int, BCObject*) {
     return 0;
 }
 
-BCDataUpdater::BCDataUpdater(BCDependentData* target) : BCUpdater(kTypeDataUpdater, target) {}
+BCDataUpdater::BCDataUpdater(BCDependentData* target)
+    : BCUpdater(bcids::kTypeDataUpdater, target) {}
 
 BCUpdater* BCDataUpdater::Dup() {
     return new (std::nothrow) BCDataUpdater(*this);
@@ -39,7 +37,7 @@ int BCDataUpdater::DataUpdated(BCObject* source, unsigned int code, BCObject* da
     return static_cast<BCDependentData*>(opTarget)->DataUpdated(source, code, data);
 }
 
-BCWindowUpdater::BCWindowUpdater(BCWindow* target) : BCUpdater(kTypeWindowUpdater, target) {}
+BCWindowUpdater::BCWindowUpdater(BCWindow* target) : BCUpdater(bcids::kTypeWindowUpdater, target) {}
 
 BCUpdater* BCWindowUpdater::Dup() {
     return new (std::nothrow) BCWindowUpdater(*this);
@@ -55,7 +53,7 @@ int BCWindowUpdater::DataUpdated(BCObject* source, unsigned int code, BCObject* 
 // ---- Updater list
 
 BCUpdaterList::BCUpdaterList() : BCSingleLinkedList(0, 0) {
-    SetObjectType(kTypeUpdaterList);
+    SetObjectType(bcids::kTypeUpdaterList);
 }
 
 // The base destructor would free the nodes without reaching this class's DeleteItem.
@@ -98,7 +96,7 @@ int BCUpdaterList::UpdateAll(BCObject* source, unsigned int code, BCObject* data
 
 BCDependentData::BCDependentData(BCRenderableData* data, unsigned int flags,
                                  BCUpdaterList* updaters)
-    : BCRenderableData(kTypeDependentData, flags), opData(nullptr), opUpdaters(updaters) {
+    : BCRenderableData(bcids::kTypeDependentData, flags), opData(nullptr), opUpdaters(updaters) {
     Wrap(data);
 }
 

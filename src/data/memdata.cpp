@@ -6,9 +6,10 @@
 #include <new>
 #include <ostream>
 
+#include "bcids2.h"
+
 namespace {
 
-constexpr unsigned int kTypeMemoryData = 155;
 constexpr unsigned long kDefaultStep = 512;
 // The allocator takes a signed 32-bit size.
 constexpr unsigned long long kMaxBlock = 0x7FFFFFFFull;
@@ -83,7 +84,7 @@ int ReadBlock(std::istream& is, unsigned long limit, bool known, unsigned char*&
 } // namespace
 
 BCMemoryData::BCMemoryData(void* buffer, unsigned long length, unsigned int flags)
-    : BCRenderableData(kTypeMemoryData, flags), lpData(nullptr), dwLen(0), dwBufLen(0),
+    : BCRenderableData(bcids::kTypeMemoryData, flags), lpData(nullptr), dwLen(0), dwBufLen(0),
       dwGrowStep(kDefaultStep) {
     TakeBytes(buffer, length);
 }
