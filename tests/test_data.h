@@ -20,6 +20,17 @@ inline std::string Contents(BCMemoryData& data) {
     return out;
 }
 
+// The record an object saves; "failed" when its Save fails.
+inline std::string Saved(BCObject& object) {
+    std::ostringstream os(std::ios::binary);
+    return object.Save(os) ? os.str() : "failed";
+}
+
+inline int LoadFrom(BCObject& object, const std::string& bytes) {
+    std::istringstream is(bytes, std::ios::binary);
+    return object.Load(is);
+}
+
 // A stream that cannot tell its size, as a pipe cannot.
 class UnseekableBuf : public std::stringbuf {
   public:
