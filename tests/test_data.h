@@ -13,10 +13,17 @@ inline char* Str(const char* text) {
     return const_cast<char*>(text);
 }
 
-// The bytes an object holds.
+// The bytes a memory object holds.
 inline std::string Contents(BCMemoryData& data) {
     std::string out(data.GetBufLen(), '\0');
     out.resize(data.GetData(0, &out[0], data.GetBufLen()));
+    return out;
+}
+
+// The text rendering, up to its NUL.
+inline std::string TextForm(BCRenderableData& data) {
+    char out[64] = {};
+    data.GetData(out, sizeof out - 1, gText);
     return out;
 }
 

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 
 #include "msgrecorder.h"
@@ -18,10 +17,15 @@ unsigned long Find(BCText& text, const char* pattern, unsigned long from, int ma
     return text.Search(pattern, from, matchCase, wholeWord) ? from : kNone;
 }
 
-std::string TextForm(BCRenderableData& data) {
-    char out[64] = {};
-    data.GetData(out, sizeof out, gText);
-    return out;
+// What GetData gives in the binary form with a buffer of `size` bytes: "<count>:<bytes>".
+std::string Binary(BCRenderableData& data, unsigned long size) {
+    char out[32];
+    unsigned long n = data.GetData(out, size, gBinary);
+    return std::to_string(n) + ":" + std::string(out, n);
+}
+
+unsigned long SetBinary(BCRenderableData& data, std::string form) {
+    return data.SetData(&form[0], form.size(), gBinary);
 }
 
 TEST(TextTest, LengthCountsTheNulAndSearchFoldsOnlyLetters) {
@@ -108,7 +112,7 @@ TEST(TextTest, RecordIsThePlainBytes) {
     EXPECT_EQ("line one\r\nline two", Contents(loaded));
     EXPECT_TRUE(BCStreamOK(in)); // reaching the end is how the record ends
     ASSERT_EQ(1, LoadFrom(loaded, ""));
-    EXPECT_EQ(0ul, loaded.GetLen(gText));
+    EXPECT_EQ("", Contents(loaded));
 
     std::string big(200000, 'q');
     big[123456] = '\n';
@@ -129,37 +133,28 @@ TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     EXPECT_EQ(reinterpret_cast<void*>(42), number.GetKey());
     EXPECT_EQ(3ul, number.GetLen(gText));
     EXPECT_EQ("42", TextForm(number));
-    char out[32];
     EXPECT_EQ(8ul, number.GetLen(gBinary));
-    EXPECT_EQ(8ul, number.GetData(out, sizeof out, gBinary));
-    EXPECT_EQ(LE32(42) + "\x03%ld", std::string(out, 8));
-    std::memset(out, 0x55, sizeof out);
-    EXPECT_EQ(3ul, number.GetData(out, 3, gBinary)); // cut: the value as far as it fits
-    EXPECT_EQ(LE32(42).substr(0, 3) + "\x55", std::string(out, 4));
-    EXPECT_EQ(6ul, number.GetData(out, 6, gBinary));
-    EXPECT_EQ(LE32(42) + "\x03%", std::string(out, 6));
+    EXPECT_EQ("8:" + LE32(42) + "\x03%ld", Binary(number, 32));
+    EXPECT_EQ("3:" + LE32(42).substr(0, 3), Binary(number, 3)); // the value as far as it fits
+    EXPECT_EQ("6:" + LE32(42) + "\x03%", Binary(number, 6));
 
     // Setting from the binary form takes the format 3 bytes further on than it is written.
-    std::string form = LE32(7) + "\x03%ld%4d";
-    EXPECT_EQ(8ul, number.SetData(&form[0], form.size(), gBinary));
+    EXPECT_EQ(8ul, SetBinary(number, LE32(7) + "\x03%ld%4d"));
     EXPECT_STREQ("%4d", number.GetFormat());
     EXPECT_FALSE(number.GetFlags() & BC_FLAG_NOT_OWNED);
     EXPECT_EQ("   7", TextForm(number));
-    std::string keep = LE32(9) + std::string(1, '\0');
-    EXPECT_EQ(5ul, number.SetData(&keep[0], keep.size(), gBinary));
+    EXPECT_EQ(5ul, SetBinary(number, LE32(9) + std::string(1, '\0'))); // format kept
+    EXPECT_EQ("   9", TextForm(number));
     // Its own 8-byte form has nothing at offset 8: the format comes out empty, and a format
     // that is not one integer conversion prints as the default.
-    number.GetData(out, 8, gBinary);
-    EXPECT_EQ(8ul, number.SetData(out, 8, gBinary));
+    EXPECT_EQ(8ul, SetBinary(number, Binary(number, 8).substr(2)));
     EXPECT_STREQ("", number.GetFormat());
     EXPECT_EQ("9", TextForm(number));
-    std::string hostile = LE32(5) + "\x04xxx%s%n";
-    EXPECT_EQ(9ul, number.SetData(&hostile[0], hostile.size(), gBinary));
+    EXPECT_EQ(9ul, SetBinary(number, LE32(5) + "\x04xxx%s%n"));
     EXPECT_EQ("5", TextForm(number));
 
     // From text at most 24 characters are read.
     EXPECT_EQ(5ul, number.SetData(Str("12ab"), 4, gText));
-    EXPECT_EQ(12, number.GetValue());
     EXPECT_EQ(0ul, number.SetData(Str("ab"), 2, gText));
     EXPECT_EQ(12, number.GetValue());
     EXPECT_EQ(25ul, number.SetData(Str("00000000000000000000000345"), 26, gText));
@@ -179,25 +174,43 @@ TEST(NumberDataTest, FloatFormsAndCopies) {
     EXPECT_EQ(9ul, number.GetLen(gText));
     EXPECT_EQ("2.500000", TextForm(number));
     double value = 2.5;
-    char out[32];
-    EXPECT_EQ(12ul, number.GetData(out, sizeof out, gBinary));
-    EXPECT_EQ(std::string(reinterpret_cast<char*>(&value), 8) + "\x03%lf", std::string(out, 12));
+    EXPECT_EQ("12:" + std::string(reinterpret_cast<char*>(&value), 8) + "\x03%lf",
+              Binary(number, 32));
     EXPECT_EQ(8ul, number.SetData(Str("3.75xyz"), 7, gText));
     EXPECT_EQ(3.75, number.GetValue());
-
-    value = 0.25;
-    std::string form = std::string(reinterpret_cast<char*>(&value), 8) + "\x05%.2lf";
-    EXPECT_EQ(14ul, number.SetData(&form[0], form.size(), gBinary)); // format at its own place
+    value = 0.25; // the format at its own place
+    EXPECT_EQ(14ul,
+              SetBinary(number, std::string(reinterpret_cast<char*>(&value), 8) + "\x05%.2lf"));
     EXPECT_EQ("0.25", TextForm(number));
 
     // Copies take their own copy of an owned format, and share the static default.
     BCFloat plain(1.0);
     BCFloat copy(plain);
     EXPECT_EQ(plain.GetFormat(), copy.GetFormat());
-    { BCFloat owned(number); }
     copy = number;
     EXPECT_NE(number.GetFormat(), copy.GetFormat());
-    EXPECT_EQ("0.25", TextForm(copy) + TextForm(number).substr(4));
+    { BCFloat owned(copy); }
+    EXPECT_EQ("0.25", TextForm(copy));
+}
+
+// Each class renders in its own formats only.
+TEST(RenderableDataTest, FormatsEachClassRendersIn) {
+    BCMemoryData memory(nullptr, 0, 0);
+    BCText text;
+    BCInteger integer;
+    BCFloat real;
+    BCRenderableData* objects[] = {&memory, &text, &integer, &real};
+    std::string got;
+    for (BCRenderableData* data : objects)
+        for (unsigned int number : {1u, 2u, 0x8001u, 0x8002u, 0x8003u}) {
+            BCFormat format(number);
+            got += data->IsRenderable(format) ? '1' : '0';
+        }
+    EXPECT_EQ("00110"
+              "10111"
+              "10110"
+              "10110",
+              got);
 }
 
 TEST(NumberDataTest, RecordsAndCorruptRecords) {
@@ -217,14 +230,13 @@ TEST(NumberDataTest, RecordsAndCorruptRecords) {
     EXPECT_EQ(" 77", TextForm(loaded));
     EXPECT_EQ('t', in.get());
 
-    const std::string bad[] = {
-        LE32(153) + LE32(5) + LE32(3) + "%l",         // format cut short
-        LE32(153) + LE32(5) + LE32(1000) + "%ld",     // format longer than the form allows
-        LE32(153) + LE32(5) + LE32(0x7FFFFFFF) + "x", // absurd length
-        LE32(154) + LE32(5) + LE32(3) + "%ld",        // another class's record
-        LE32(153) + "\x05",                           // value cut short
-    };
-    for (const std::string& bytes : bad) {
+    for (const std::string& bytes : {
+             LE32(153) + LE32(5) + LE32(3) + "%l",         // format cut short
+             LE32(153) + LE32(5) + LE32(1000) + "%ld",     // format longer than the form allows
+             LE32(153) + LE32(5) + LE32(0x7FFFFFFF) + "x", // absurd length
+             LE32(154) + LE32(5) + LE32(3) + "%ld",        // another class's record
+             LE32(153) + "\x05",                           // value cut short
+         }) {
         EXPECT_EQ(0, LoadFrom(loaded, bytes));
         EXPECT_EQ(" 77", TextForm(loaded));
     }
