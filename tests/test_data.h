@@ -8,23 +8,28 @@
 inline BCFormat gText(BC_FORMAT_TEXT);
 inline BCFormat gBinary(BC_FORMAT_PRIVATE_BINARY);
 
-// Texts handed to interfaces that take char* but only read it.
 inline char* Str(const char* text) {
     return const_cast<char*>(text);
 }
 
-// The bytes a memory object holds.
 inline std::string Contents(BCMemoryData& data) {
     std::string out(data.GetBufLen(), '\0');
-    out.resize(data.GetData(0, &out[0], data.GetBufLen()));
-    return out;
+    return out.substr(0, data.GetData(0, &out[0], data.GetBufLen()));
 }
 
-// The text rendering, up to its NUL.
 inline std::string TextForm(BCRenderableData& data) {
     char out[64] = {};
-    data.GetData(out, sizeof out - 1, gText);
-    return out;
+    return data.GetData(out, sizeof out - 1, gText) ? out : "";
+}
+
+// Whether the object renders in the formats 1, 2, 0x8001, 0x8002 and 0x8003, as "0"/"1".
+inline std::string Formats(BCRenderableData& data) {
+    std::string got;
+    for (unsigned int number : {1u, 2u, 0x8001u, 0x8002u, 0x8003u}) {
+        BCFormat format(number);
+        got += data.IsRenderable(format) ? '1' : '0';
+    }
+    return got;
 }
 
 // The record an object saves; "failed" when its Save fails.
@@ -39,12 +44,8 @@ inline int LoadFrom(BCObject& object, const std::string& bytes) {
 }
 
 // A stream that cannot tell its size, as a pipe cannot.
-class UnseekableBuf : public std::stringbuf {
-  public:
-    explicit UnseekableBuf(const std::string& bytes)
-        : std::stringbuf(bytes, std::ios::in | std::ios::binary) {}
-
-  protected:
+struct UnseekableBuf : std::stringbuf {
+    explicit UnseekableBuf(const std::string& bytes) : std::stringbuf(bytes, std::ios::in) {}
     pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override { return -1; }
     pos_type seekpos(pos_type, std::ios::openmode) override { return -1; }
 };

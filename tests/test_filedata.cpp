@@ -266,7 +266,6 @@ TEST(ListDataTest, TheDocumentFileIsTheListRecord) {
     const std::string record = Saved(*doc.GetList());
     ASSERT_EQ(1, doc.SaveFile());
     EXPECT_EQ(record, ReadFile(path));
-
     BCListData reader(new BCDoubleLinkedList(0, 8), nullptr, ".lst", path.c_str(), 0, nullptr);
     ASSERT_EQ(1, reader.LoadFile());
     EXPECT_EQ("alpha\r\nbeta\r\n", TextForm(reader));
