@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
+#include <psapi.h>
+
 #include <string>
 #include <vector>
 
@@ -69,6 +73,10 @@ TEST(UpdaterListTest, OrderRefusalDuplicatesAndOwnership) {
         list.Clear(0);
         for (BCUpdater* updater : kept)
             ASSERT_EQ(1, list.InsertUpdater(updater, 1) + gone - 1);
+        EXPECT_EQ(0, list.DeleteItem(nullptr, nullptr));
+        list.SetFlags(BC_FLAG_KEEP_ITEMS, 1);
+        EXPECT_EQ(1, list.DeleteItem(nullptr, &duplicate)); // kept, not deleted
+        list.SetFlags(BC_FLAG_KEEP_ITEMS, 0);
     }
     EXPECT_EQ(4, gone); // the list deleted the three it held
 }
@@ -209,6 +217,10 @@ TEST(MemoryDataTest, BorrowingCopiesAndDump) {
         EXPECT_FALSE(lent.GetDataPtr(gText) == buffer || lent.GetFlags() & BC_FLAG_BORROW);
         EXPECT_EQ("Borrowed!", Contents(lent));
         sharer.Clear(1);
+        std::string big(5000, 'b'); // a borrowed block never shrinks: it is not ours
+        BCMemoryData large(&big[0], 5000, BC_FLAG_BORROW);
+        EXPECT_EQ(1000ul, large.DeleteData(0, 1000));
+        EXPECT_EQ(&big[0], large.GetDataPtr(gText));
     }
     EXPECT_STREQ("Borrowed", buffer);
     EXPECT_EQ(0u, recorder.Count());
@@ -251,6 +263,26 @@ TEST(MemoryDataTest, RecordIsCodeLengthBytesAndBadRecordsFail) {
         EXPECT_EQ(1ul, target.SetData(4, "!", 1, 1)); // unchanged and usable
         EXPECT_EQ("keep!", Contents(target));
     }
+}
+
+size_t MemoryInUse() {
+    PROCESS_MEMORY_COUNTERS counters = {};
+    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return counters.PagefileUsage;
+}
+
+TEST(MemoryDataTest, BlocksGivenUpAreFreed) {
+    std::string bytes(256 * 1024, 'b');
+    BCMemoryData data(nullptr, 0, 0), other(&bytes[0], bytes.size(), 0);
+    const std::string cut = LE32(155) + LE32(1 << 20) + "abc";
+    size_t before = MemoryInUse();
+    for (int i = 0; i < 200; ++i) {
+        data = other; // the block held before goes
+        UnseekableBuf buf(cut);
+        std::istream piped(&buf);
+        ASSERT_EQ(0, data.Load(piped)); // and so does the piece read of a short record
+    }
+    EXPECT_LT(MemoryInUse(), before + (8u << 20)); // leaking would take over 60 MiB
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <string>
 
 #include "msgrecorder.h"
@@ -89,9 +90,10 @@ TEST(TextTest, LineArithmeticOnCrLfText) {
         long lines;
         unsigned long result;
     };
-    const Move moves[] = {
-        {1, 1, 5},  {7, -1, 2}, {5, 1, 11}, {11, -2, 1}, {6, 0, 6}, {7, 5, 12},
-        {5, -9, 1}, {0, 2, 10}, {0, -1, 0}, {50, -1, 6}}; // past the end counts as the end
+    const Move moves[] = {{1, 1, 5},  {7, -1, 2},  {5, 1, 11},      {11, -2, 1},
+                          {6, 0, 6},  {7, 5, 12},  {5, -9, 1},      {0, 2, 10},
+                          {0, -1, 0}, {50, -1, 6}, {5, LONG_MIN, 1}}; // past the end counts as the
+                                                                      // end
     for (const Move& m : moves)
         EXPECT_EQ(m.result, text.GetLineRelOfs(m.offset, m.lines)) << m.offset << " " << m.lines;
     EXPECT_EQ(0ul, empty.GetLineRelOfs(3, 1));
@@ -121,6 +123,7 @@ TEST(TextTest, RecordIsThePlainBytes) {
     std::istream piped(&buf);
     ASSERT_EQ(1, loaded.Load(piped));
     EXPECT_EQ(big, Contents(loaded));
+    EXPECT_EQ(262144ul, loaded.GetBufLen()); // read in pieces from 64 KiB, doubling
     std::istringstream broken = InStream("abc");
     broken.setstate(std::ios::badbit);
     EXPECT_EQ(0, loaded.Load(broken));
@@ -134,6 +137,8 @@ TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     EXPECT_EQ(static_cast<unsigned long>(BC_FLAG_NOT_OWNED), number.GetFlags());
     EXPECT_EQ(reinterpret_cast<void*>(42), number.GetKey());
     EXPECT_EQ(3ul, number.GetLen(gText));
+    char text[8];
+    EXPECT_EQ(3ul, number.GetData(text, sizeof text, gText));
     EXPECT_EQ("42", TextForm(number));
     EXPECT_EQ(8ul, number.GetLen(gBinary));
     EXPECT_EQ("8:" + LE32(42) + "\x03%ld", Binary(number, 32));
@@ -144,7 +149,9 @@ TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     EXPECT_EQ(8ul, SetBinary(number, LE32(7) + "\x03%ld%4d"));
     EXPECT_STREQ("%4d", number.GetFormat());
     EXPECT_FALSE(number.GetFlags() & BC_FLAG_NOT_OWNED);
-    EXPECT_EQ("   7", TextForm(number));
+    BCInteger copy(number), assigned;
+    assigned = number;
+    EXPECT_EQ("   7   7   7", TextForm(number) + TextForm(copy) + TextForm(assigned));
     EXPECT_EQ(5ul, SetBinary(number, LE32(9) + std::string(1, '\0'))); // format kept
     EXPECT_EQ("   9", TextForm(number));
     // Its own 8-byte form has nothing at offset 8: the format comes out empty, and a format
@@ -175,6 +182,7 @@ TEST(NumberDataTest, FloatFormsAndCopies) {
     EXPECT_EQ(154u, number.GetObjectType());
     EXPECT_EQ("10110", Formats(number));
     EXPECT_EQ(9ul, number.GetLen(gText));
+    EXPECT_EQ(12ul, number.GetLen(gBinary));
     EXPECT_EQ("2.500000", TextForm(number));
     double value = 2.5;
     EXPECT_EQ("12:" + std::string(reinterpret_cast<char*>(&value), 8) + "\x03%lf",

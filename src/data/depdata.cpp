@@ -58,7 +58,7 @@ BCUpdaterList::BCUpdaterList() : BCSingleLinkedList(0, 0) {
 
 // The base destructor would free the nodes without reaching this class's DeleteItem.
 BCUpdaterList::~BCUpdaterList() {
-    Clear(1);
+    Clear(true);
 }
 
 int BCUpdaterList::InsertUpdater(BCUpdater* updater, int append) {
@@ -169,7 +169,7 @@ void BCDependentData::Display(const char* prefix) {
 }
 
 int BCDependentData::Clear(int freeItems) {
-    SetModified(1);
+    SetModified(true);
     if (dwFlags & BC_FLAG_NOTIFY)
         UpdateDependents(BC_UPDATE_CLEARED, nullptr);
     return opData ? opData->Clear(freeItems) : 0;
@@ -192,7 +192,7 @@ unsigned long BCDependentData::GetLen(BCFormat& format) {
 }
 
 unsigned long BCDependentData::SetData(void* buffer, unsigned long length, BCFormat& format) {
-    SetModified(1);
+    SetModified(true);
     unsigned long result = opData ? opData->SetData(buffer, length, format) : 0;
     if (dwFlags & BC_FLAG_NOTIFY)
         UpdateDependents(BC_UPDATE_CHANGED, nullptr);
@@ -204,7 +204,7 @@ int BCDependentData::DataUpdated(BCObject*, unsigned int, BCObject*) {
 }
 
 BCRenderableData* BCDependentData::SetObject(BCRenderableData* data) {
-    SetModified(1);
+    SetModified(true);
     BCRenderableData* old = opData;
     Wrap(data);
     if (dwFlags & BC_FLAG_NOTIFY)
@@ -217,7 +217,7 @@ BCRenderableData* BCDependentData::SetObject(BCRenderableData* data) {
 int BCDependentData::UpdateDependents(unsigned int code, BCRenderableData* data) {
     if (!opUpdaters)
         return 1;
-    unsigned long was = SetFlags(BC_FLAG_NOTIFYING, 1);
+    unsigned long was = SetFlags(BC_FLAG_NOTIFYING, true);
     int result = opUpdaters->UpdateAll(this, code, data);
     SetFlags(BC_FLAG_NOTIFYING, (was & BC_FLAG_NOTIFYING) != 0);
     return result;

@@ -82,7 +82,7 @@ BCFileData::BCFileData(BCRenderableData* data, BCWindow* window, const char* fil
     caFileExt = CopyString(fileExt, ok);
     if (opWindow && opUpdaters && !opUpdaters->Find(opWindow)) {
         BCWindowUpdater* updater = new (std::nothrow) BCWindowUpdater(opWindow);
-        if (updater && !opUpdaters->InsertUpdater(updater, 1))
+        if (updater && !opUpdaters->InsertUpdater(updater, true))
             delete updater;
     }
 }
@@ -149,7 +149,7 @@ int BCFileData::QuerySaveFile() {
     case IDYES:
         return caFileName ? SaveFile() : SaveAsFile();
     case IDNO:
-        SetModified(0);
+        SetModified(false);
         return 1;
     default:
         return 0;
@@ -158,9 +158,9 @@ int BCFileData::QuerySaveFile() {
 
 // New and close: the same steps, told apart by the code they send.
 int BCFileData::Restart(unsigned int code) {
-    if (!QuerySaveFile() || !Clear(1) || !SetFileName(nullptr))
+    if (!QuerySaveFile() || !Clear(true) || !SetFileName(nullptr))
         return 0;
-    SetModified(0);
+    SetModified(false);
     Notify(code);
     return 1;
 }
@@ -220,7 +220,7 @@ int BCFileData::SaveFile() {
         BCDispAppMsg(Module(), opWindow, bcids::kMsgFileWriteError, caFileName);
         return 0;
     }
-    SetModified(0);
+    SetModified(false);
     Notify(BC_UPDATE_SAVED);
     return 1;
 }
@@ -232,13 +232,13 @@ int BCFileData::LoadFile() {
     if (!in)
         return 0;
     WaitCursor wait(opWindow);
-    if (!Clear(1))
+    if (!Clear(true))
         return 0;
     if (!Load(in)) {
         BCDispAppMsg(Module(), opWindow, bcids::kMsgFileReadError, caFileName);
         return 0;
     }
-    SetModified(0);
+    SetModified(false);
     Notify(BC_UPDATE_OPENED);
     return 1;
 }

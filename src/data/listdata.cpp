@@ -42,7 +42,7 @@ template <class Result, class Change> Result BCListData::Changed(Change change) 
         return Result();
     Result result = change(list);
     if (result) {
-        SetModified(1);
+        SetModified(true);
         if (dwFlags & BC_FLAG_NOTIFY)
             UpdateDependents(BC_UPDATE_CHANGED, nullptr);
     }

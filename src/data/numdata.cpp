@@ -231,7 +231,7 @@ BCRenderableData* BCInteger::Dup() {
 }
 
 int BCInteger::Clear(int) {
-    SetModified(0);
+    SetModified(false);
     lValue = 0;
     return 1;
 }
@@ -331,7 +331,7 @@ BCRenderableData* BCFloat::Dup() {
 }
 
 int BCFloat::Clear(int) {
-    SetModified(0);
+    SetModified(false);
     dValue = 0.0;
     return 1;
 }

@@ -32,7 +32,7 @@ BCText::BCText(char* text, unsigned int flags)
 }
 
 int BCText::Load(std::istream& is) {
-    return LoadBytes(is, 0, 1);
+    return LoadBytes(is, 0, true);
 }
 
 int BCText::Save(std::ostream& os) {

@@ -81,7 +81,7 @@ unsigned long BCTextData::SetText(const char* chars, unsigned long offset, unsig
     BCText* text = GetTextObject();
     if (!text)
         return 0;
-    SetModified(1);
+    SetModified(true);
     return Changed(text->SetText(chars, offset, count, insert));
 }
 
@@ -89,6 +89,6 @@ unsigned long BCTextData::DeleteText(unsigned long offset, unsigned long count) 
     BCText* text = GetTextObject();
     if (!text)
         return 0;
-    SetModified(1);
+    SetModified(true);
     return Changed(text->DeleteText(offset, count));
 }
