@@ -48,6 +48,8 @@ class NORLIB2_API BCFileData : public BCDependentData {
     BCWindow* opWindow;
 
   private:
+    // Asks about unsaved changes, empties the document, drops its name and sends `code`.
+    int Restart(unsigned int code);
     // Writes the record to `path`; 1 when all of it was written.
     int WriteRecord(const char* path);
 };

@@ -13,6 +13,7 @@
 #include "bcnumdata.h"
 #include "bcfiledata.h"
 #include "bctextdata.h"
+#include "bclistdata.h"
 #include "bcbmpdata.h"
 #include "bcgraphic.h"
 #include "bcshapes.h"

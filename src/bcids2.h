@@ -14,6 +14,20 @@ constexpr unsigned int kMsgArrayListUnlockNesting = 10068;
 
 // ---- data objects ----
 namespace bcids {
+constexpr unsigned int kTypeListData = 97;
+constexpr unsigned int kTypeTextData = 98;
+constexpr unsigned int kTypeWindowUpdater = 146;
+constexpr unsigned int kTypeDataUpdater = 147;
+constexpr unsigned int kTypeUpdaterList = 149;
+constexpr unsigned int kTypeDependentData = 151;
+constexpr unsigned int kTypeInteger = 153;
+constexpr unsigned int kTypeFloat = 154;
+constexpr unsigned int kTypeMemoryData = 155;
+constexpr unsigned int kTypeText = 156;
+constexpr unsigned int kMsgFileWriteError = 10074;
+constexpr unsigned int kMsgFileReadError = 10075;
+constexpr unsigned int kMsgSaveCurrentChanges = 10076;
+constexpr unsigned int kMsgSaveChangesTo = 10077;
 } // namespace bcids
 // ---- end of data objects ----
 

@@ -2,12 +2,9 @@
 
 #include <new>
 
-namespace {
-constexpr unsigned int kTypeWindowUpdater = 146;
-constexpr unsigned int kTypeDataUpdater = 147;
-constexpr unsigned int kTypeUpdaterList = 149;
-constexpr unsigned int kTypeDependentData = 151;
+#include "bcids2.h"
 
+namespace {
 void* KeyOf(BCObject* target) {
     return target;
 }
@@ -26,7 +23,8 @@ int BCUpdater::DataUpdated(BCObject*, unsigned int, BCObject*) {
     return 0;
 }
 
-BCDataUpdater::BCDataUpdater(BCDependentData* target) : BCUpdater(kTypeDataUpdater, target) {}
+BCDataUpdater::BCDataUpdater(BCDependentData* target)
+    : BCUpdater(bcids::kTypeDataUpdater, target) {}
 
 BCUpdater* BCDataUpdater::Dup() {
     return new (std::nothrow) BCDataUpdater(*this);
@@ -39,7 +37,7 @@ int BCDataUpdater::DataUpdated(BCObject* source, unsigned int code, BCObject* da
     return static_cast<BCDependentData*>(opTarget)->DataUpdated(source, code, data);
 }
 
-BCWindowUpdater::BCWindowUpdater(BCWindow* target) : BCUpdater(kTypeWindowUpdater, target) {}
+BCWindowUpdater::BCWindowUpdater(BCWindow* target) : BCUpdater(bcids::kTypeWindowUpdater, target) {}
 
 BCUpdater* BCWindowUpdater::Dup() {
     return new (std::nothrow) BCWindowUpdater(*this);
@@ -55,12 +53,12 @@ int BCWindowUpdater::DataUpdated(BCObject* source, unsigned int code, BCObject* 
 // ---- Updater list
 
 BCUpdaterList::BCUpdaterList() : BCSingleLinkedList(0, 0) {
-    SetObjectType(kTypeUpdaterList);
+    SetObjectType(bcids::kTypeUpdaterList);
 }
 
 // The base destructor would free the nodes without reaching this class's DeleteItem.
 BCUpdaterList::~BCUpdaterList() {
-    Clear(1);
+    Clear(true);
 }
 
 int BCUpdaterList::InsertUpdater(BCUpdater* updater, int append) {
@@ -98,7 +96,7 @@ int BCUpdaterList::UpdateAll(BCObject* source, unsigned int code, BCObject* data
 
 BCDependentData::BCDependentData(BCRenderableData* data, unsigned int flags,
                                  BCUpdaterList* updaters)
-    : BCRenderableData(kTypeDependentData, flags), opData(nullptr), opUpdaters(updaters) {
+    : BCRenderableData(bcids::kTypeDependentData, flags), opData(nullptr), opUpdaters(updaters) {
     Wrap(data);
 }
 
@@ -171,7 +169,7 @@ void BCDependentData::Display(const char* prefix) {
 }
 
 int BCDependentData::Clear(int freeItems) {
-    SetModified(1);
+    SetModified(true);
     if (dwFlags & BC_FLAG_NOTIFY)
         UpdateDependents(BC_UPDATE_CLEARED, nullptr);
     return opData ? opData->Clear(freeItems) : 0;
@@ -194,7 +192,7 @@ unsigned long BCDependentData::GetLen(BCFormat& format) {
 }
 
 unsigned long BCDependentData::SetData(void* buffer, unsigned long length, BCFormat& format) {
-    SetModified(1);
+    SetModified(true);
     unsigned long result = opData ? opData->SetData(buffer, length, format) : 0;
     if (dwFlags & BC_FLAG_NOTIFY)
         UpdateDependents(BC_UPDATE_CHANGED, nullptr);
@@ -206,7 +204,7 @@ int BCDependentData::DataUpdated(BCObject*, unsigned int, BCObject*) {
 }
 
 BCRenderableData* BCDependentData::SetObject(BCRenderableData* data) {
-    SetModified(1);
+    SetModified(true);
     BCRenderableData* old = opData;
     Wrap(data);
     if (dwFlags & BC_FLAG_NOTIFY)
@@ -219,7 +217,7 @@ BCRenderableData* BCDependentData::SetObject(BCRenderableData* data) {
 int BCDependentData::UpdateDependents(unsigned int code, BCRenderableData* data) {
     if (!opUpdaters)
         return 1;
-    unsigned long was = SetFlags(BC_FLAG_NOTIFYING, 1);
+    unsigned long was = SetFlags(BC_FLAG_NOTIFYING, true);
     int result = opUpdaters->UpdateAll(this, code, data);
     SetFlags(BC_FLAG_NOTIFYING, (was & BC_FLAG_NOTIFYING) != 0);
     return result;

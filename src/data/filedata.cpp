@@ -6,14 +6,12 @@
 #include <fstream>
 #include <new>
 
+#include "bcids2.h"
 #include "bclib2.h"
+#include "bcplatform.h"
 
 namespace {
 
-constexpr unsigned int kMsgSaveCurrent = 10076;
-constexpr unsigned int kMsgSaveNamed = 10077;
-constexpr unsigned int kMsgWriteError = 10074;
-constexpr unsigned int kMsgReadError = 10075;
 constexpr unsigned int kYesNoCancelQuestion = 0x23;
 const char kTempSuffix[] = ".~sv";
 
@@ -28,6 +26,26 @@ char* CopyString(const char* text, bool& ok) {
     }
     std::strcpy(copy, text);
     return copy;
+}
+
+// The save-changes question in this library's words. A stale error flag is cleared first so
+// that only this formatting is judged; false when the text could not be built (the flag is
+// cleared again: the failure is reported by the result).
+bool SaveQuestion(KoString& question, const char* fileName) {
+    void* resources = BCGetDLLModule2() ? BCGetDLLModule2()->GetResources() : nullptr;
+    KoErrorHook::ResetProcError();
+    if (fileName)
+        question.Sprintf(bcids::kMsgSaveChangesTo, resources, fileName);
+    else
+        question.Sprintf(bcids::kMsgSaveCurrentChanges, resources);
+    bool built = !KoErrorHook::DidProcErrorOccur();
+    KoErrorHook::ResetProcError();
+    return built;
+}
+
+void RemoveFile(const char* path) {
+    if (!::DeleteFileA(path))
+        BCTraceFailure("DeleteFileA");
 }
 
 // The stock wait cursor on the document's window while a file is read or written.
@@ -64,7 +82,7 @@ BCFileData::BCFileData(BCRenderableData* data, BCWindow* window, const char* fil
     caFileExt = CopyString(fileExt, ok);
     if (opWindow && opUpdaters && !opUpdaters->Find(opWindow)) {
         BCWindowUpdater* updater = new (std::nothrow) BCWindowUpdater(opWindow);
-        if (updater && !opUpdaters->InsertUpdater(updater, 1))
+        if (updater && !opUpdaters->InsertUpdater(updater, true))
             delete updater;
     }
 }
@@ -122,18 +140,16 @@ BCModule* BCFileData::Module() const {
 int BCFileData::QuerySaveFile() {
     if (!IsModified())
         return 1;
-    void* resources = BCGetDLLModule2() ? BCGetDLLModule2()->GetResources() : nullptr;
+    // Without the question the changes are kept: the answer counts as Cancel.
     KoString question;
-    if (caFileName)
-        question.Sprintf(kMsgSaveNamed, resources, caFileName);
-    else
-        question.Sprintf(kMsgSaveCurrent, resources);
+    if (!SaveQuestion(question, caFileName))
+        return 0;
     BCMsgBox box(question.c_str(), nullptr, kYesNoCancelQuestion, opWindow, Module());
     switch (box.GetResult()) {
     case IDYES:
         return caFileName ? SaveFile() : SaveAsFile();
     case IDNO:
-        SetModified(0);
+        SetModified(false);
         return 1;
     default:
         return 0;
@@ -141,20 +157,20 @@ int BCFileData::QuerySaveFile() {
 }
 
 // New and close: the same steps, told apart by the code they send.
-int BCFileData::NewFile() {
-    if (!QuerySaveFile() || !Clear(1) || !SetFileName(nullptr))
+int BCFileData::Restart(unsigned int code) {
+    if (!QuerySaveFile() || !Clear(true) || !SetFileName(nullptr))
         return 0;
-    SetModified(0);
-    Notify(BC_UPDATE_NEW);
+    SetModified(false);
+    Notify(code);
     return 1;
 }
 
+int BCFileData::NewFile() {
+    return Restart(BC_UPDATE_NEW);
+}
+
 int BCFileData::CloseFile() {
-    if (!QuerySaveFile() || !Clear(1) || !SetFileName(nullptr))
-        return 0;
-    SetModified(0);
-    Notify(BC_UPDATE_CLOSED);
-    return 1;
+    return Restart(BC_UPDATE_CLOSED);
 }
 
 int BCFileData::OpenFile() {
@@ -180,8 +196,10 @@ int BCFileData::SaveFile() {
     // A target that cannot be written leads to save-as; opening it does not truncate it.
     HANDLE target = CreateFileA(caFileName, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                 nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (target == INVALID_HANDLE_VALUE)
+    if (target == INVALID_HANDLE_VALUE) {
+        BCTraceFailure("CreateFileA");
         return SaveAsFile();
+    }
     bool created = GetLastError() != ERROR_ALREADY_EXISTS;
     CloseHandle(target);
 
@@ -191,17 +209,18 @@ int BCFileData::SaveFile() {
     {
         WaitCursor wait(opWindow);
         saved = WriteRecord(temp.c_str()) &&
-                MoveFileExA(temp.c_str(), caFileName,
-                            MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+                BCTraced(MoveFileExA(temp.c_str(), caFileName,
+                                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH),
+                         "MoveFileExA");
     }
     if (!saved) {
-        ::DeleteFileA(temp.c_str());
+        RemoveFile(temp.c_str());
         if (created)
-            ::DeleteFileA(caFileName);
-        BCDispAppMsg(Module(), opWindow, kMsgWriteError, caFileName);
+            RemoveFile(caFileName);
+        BCDispAppMsg(Module(), opWindow, bcids::kMsgFileWriteError, caFileName);
         return 0;
     }
-    SetModified(0);
+    SetModified(false);
     Notify(BC_UPDATE_SAVED);
     return 1;
 }
@@ -213,13 +232,13 @@ int BCFileData::LoadFile() {
     if (!in)
         return 0;
     WaitCursor wait(opWindow);
-    if (!Clear(1))
+    if (!Clear(true))
         return 0;
     if (!Load(in)) {
-        BCDispAppMsg(Module(), opWindow, kMsgReadError, caFileName);
+        BCDispAppMsg(Module(), opWindow, bcids::kMsgFileReadError, caFileName);
         return 0;
     }
-    SetModified(0);
+    SetModified(false);
     Notify(BC_UPDATE_OPENED);
     return 1;
 }
@@ -227,5 +246,5 @@ int BCFileData::LoadFile() {
 int BCFileData::DeleteFile() {
     if (!caFileName || !*caFileName)
         return 0;
-    return ::DeleteFileA(caFileName) ? 1 : 0;
+    return BCTraced(::DeleteFileA(caFileName), "DeleteFileA") ? 1 : 0;
 }

@@ -1,14 +1,16 @@
 #include "bcmemdata.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <istream>
 #include <new>
 #include <ostream>
 
+#include "bcids2.h"
+
 namespace {
 
-constexpr unsigned int kTypeMemoryData = 155;
 constexpr unsigned long kDefaultStep = 512;
 // The allocator takes a signed 32-bit size.
 constexpr unsigned long long kMaxBlock = 0x7FFFFFFFull;
@@ -83,7 +85,7 @@ int ReadBlock(std::istream& is, unsigned long limit, bool known, unsigned char*&
 } // namespace
 
 BCMemoryData::BCMemoryData(void* buffer, unsigned long length, unsigned int flags)
-    : BCRenderableData(kTypeMemoryData, flags), lpData(nullptr), dwLen(0), dwBufLen(0),
+    : BCRenderableData(bcids::kTypeMemoryData, flags), lpData(nullptr), dwLen(0), dwBufLen(0),
       dwGrowStep(kDefaultStep) {
     TakeBytes(buffer, length);
 }
@@ -141,9 +143,7 @@ void BCMemoryData::TakeBytes(void* buffer, unsigned long length) {
 }
 
 unsigned long BCMemoryData::Held() const {
-    if (!lpData)
-        return 0;
-    return dwLen < dwBufLen ? dwLen : dwBufLen;
+    return lpData ? std::min(dwLen, dwBufLen) : 0;
 }
 
 unsigned long BCMemoryData::SetGrowStep(unsigned long step) {
@@ -180,7 +180,7 @@ BCRenderableData* BCMemoryData::Dup() {
 }
 
 int BCMemoryData::Clear(int) {
-    SetModified(1);
+    SetModified(true);
     Empty();
     return 1;
 }
@@ -210,12 +210,12 @@ unsigned long BCMemoryData::GetLen(BCFormat&) {
 unsigned long BCMemoryData::SetData(void* buffer, unsigned long length, BCFormat&) {
     bool borrow = (dwFlags & BC_FLAG_BORROW) != 0;
     unsigned char* copy = borrow || !length ? nullptr : CopyOf(buffer, length);
-    Clear(1);
+    Clear(true);
     if (borrow)
         TakeBytes(buffer, length);
     else if (copy)
         Install(copy, length, length);
-    SetModified(1);
+    SetModified(true);
     return dwLen;
 }
 
@@ -226,7 +226,7 @@ unsigned long BCMemoryData::SetData(unsigned long offset, const void* buffer, un
     unsigned long long newLen = static_cast<unsigned long long>(insert ? dwLen : offset) + count;
     if (newLen < dwLen)
         newLen = dwLen;
-    SetModified(1);
+    SetModified(true);
     // Bytes taken from our own block are set aside first: growing may move the block and
     // inserting shifts them.
     unsigned char* own = nullptr;
@@ -257,11 +257,11 @@ unsigned long BCMemoryData::DeleteData(unsigned long offset, unsigned long count
     if (end < held)
         std::memmove(lpData + offset, lpData + end, held - end);
     if (count == dwLen) {
-        Clear(1);
-        SetModified(1);
+        Clear(true);
+        SetModified(true);
         return count;
     }
-    SetModified(1);
+    SetModified(true);
     dwLen -= count;
     if (count > dwGrowStep) {
         unsigned long long target = StepTarget(dwLen, dwGrowStep);
@@ -319,7 +319,7 @@ int BCMemoryData::Load(std::istream& is) {
     unsigned long length = 0;
     if (!BCObject::Load(is) || !BCLoadDblWord(is, length))
         return 0;
-    return LoadBytes(is, length, 0);
+    return LoadBytes(is, length, false);
 }
 
 int BCMemoryData::Save(std::ostream& os) {

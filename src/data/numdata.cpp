@@ -5,10 +5,10 @@
 #include <cstring>
 #include <new>
 
+#include "bcids2.h"
+
 namespace {
 
-constexpr unsigned int kTypeInteger = 153;
-constexpr unsigned int kTypeFloat = 154;
 // Text read by SetData: 25 bytes with a NUL in the last, so at most 24 characters.
 constexpr unsigned long kScanChars = 25;
 constexpr unsigned long kPrintSize = 1024;
@@ -200,7 +200,7 @@ void InstallLoaded(char*& format, unsigned long& flags, char* fresh, const Numbe
 // ---- BCInteger
 
 BCInteger::BCInteger(long value)
-    : BCRenderableData(kTypeInteger, BC_FLAG_NOT_OWNED), lValue(value),
+    : BCRenderableData(bcids::kTypeInteger, BC_FLAG_NOT_OWNED), lValue(value),
       lpFormat(kInteger.fallback) {}
 
 BCInteger::BCInteger(const BCInteger& other)
@@ -231,7 +231,7 @@ BCRenderableData* BCInteger::Dup() {
 }
 
 int BCInteger::Clear(int) {
-    SetModified(0);
+    SetModified(false);
     lValue = 0;
     return 1;
 }
@@ -300,7 +300,8 @@ void BCInteger::Display(const char* prefix) {
 // ---- BCFloat
 
 BCFloat::BCFloat(double value)
-    : BCRenderableData(kTypeFloat, BC_FLAG_NOT_OWNED), dValue(value), lpFormat(kFloat.fallback) {}
+    : BCRenderableData(bcids::kTypeFloat, BC_FLAG_NOT_OWNED), dValue(value),
+      lpFormat(kFloat.fallback) {}
 
 BCFloat::BCFloat(const BCFloat& other)
     : BCRenderableData(other), dValue(other.dValue), lpFormat(nullptr) {
@@ -330,7 +331,7 @@ BCRenderableData* BCFloat::Dup() {
 }
 
 int BCFloat::Clear(int) {
-    SetModified(0);
+    SetModified(false);
     dValue = 0.0;
     return 1;
 }

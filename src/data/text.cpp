@@ -1,5 +1,7 @@
 #include "bcmemdata.h"
 
+#include "bcids2.h"
+
 #include <cstring>
 #include <istream>
 #include <new>
@@ -7,7 +9,6 @@
 
 namespace {
 
-constexpr unsigned int kTypeText = 156;
 constexpr unsigned long kNoLine = 0xFFFFFFFFul;
 
 // Only the ASCII letters fold; other bytes compare as they are.
@@ -27,11 +28,11 @@ unsigned long Min(unsigned long long a, unsigned long long b) {
 
 BCText::BCText(char* text, unsigned int flags)
     : BCMemoryData(text, text ? static_cast<unsigned long>(std::strlen(text) + 1) : 0, flags) {
-    SetObjectType(kTypeText);
+    SetObjectType(bcids::kTypeText);
 }
 
 int BCText::Load(std::istream& is) {
-    return LoadBytes(is, 0, 1);
+    return LoadBytes(is, 0, true);
 }
 
 int BCText::Save(std::ostream& os) {

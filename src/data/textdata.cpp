@@ -2,23 +2,23 @@
 
 #include <new>
 
+#include "bcids2.h"
+
 namespace {
-constexpr unsigned int kTypeTextData = 98;
-constexpr unsigned int kTypeText = 156;
 constexpr unsigned long kNoLine = 0xFFFFFFFFul;
 } // namespace
 
 BCTextData::BCTextData(BCText* text, BCWindow* window, const char* fileExt, const char* fileName,
                        unsigned int flags, BCUpdaterList* updaters)
     : BCFileData(text, window, fileExt, fileName, flags, updaters) {
-    SetObjectType(kTypeTextData);
+    SetObjectType(bcids::kTypeTextData);
     if (!text)
         SetObject(new (std::nothrow) BCText(nullptr, 0));
 }
 
 BCTextData::BCTextData(BCWindow* window, const char* fileExt, const char* fileName)
     : BCFileData(new (std::nothrow) BCText(nullptr, 0), window, fileExt, fileName, 0, nullptr) {
-    SetObjectType(kTypeTextData);
+    SetObjectType(bcids::kTypeTextData);
 }
 
 BCRenderableData* BCTextData::Dup() {
@@ -26,7 +26,8 @@ BCRenderableData* BCTextData::Dup() {
 }
 
 BCText* BCTextData::GetTextObject() const {
-    return opData && opData->GetObjectType() == kTypeText ? static_cast<BCText*>(opData) : nullptr;
+    return opData && opData->GetObjectType() == bcids::kTypeText ? static_cast<BCText*>(opData)
+                                                                 : nullptr;
 }
 
 unsigned long BCTextData::GetText(char* buffer, unsigned long offset, unsigned long count) {
@@ -80,7 +81,7 @@ unsigned long BCTextData::SetText(const char* chars, unsigned long offset, unsig
     BCText* text = GetTextObject();
     if (!text)
         return 0;
-    SetModified(1);
+    SetModified(true);
     return Changed(text->SetText(chars, offset, count, insert));
 }
 
@@ -88,6 +89,6 @@ unsigned long BCTextData::DeleteText(unsigned long offset, unsigned long count) 
     BCText* text = GetTextObject();
     if (!text)
         return 0;
-    SetModified(1);
+    SetModified(true);
     return Changed(text->DeleteText(offset, count));
 }
