@@ -1,6 +1,7 @@
 #pragma once
 #include <iosfwd>
-#include "norlib1.h"
+#include "bclist.h"
+#include "bcfwd.h"
 #include "norlib2api.h"
 
 // Items kept by value, one after another in one movable global block. An item's key is a

@@ -1,6 +1,8 @@
 #pragma once
 #include <iosfwd>
-#include "norlib1.h"
+#include "bcsllist.h"
+#include "bcrendata.h"
+#include "bcfwd.h"
 #include "norlib2api.h"
 
 class BCDependentData;

@@ -1,5 +1,6 @@
 #pragma once
-#include "norlib1.h"
+#include "bclist.h"
+#include "bcfwd.h"
 #include "norlib2api.h"
 
 // Key and item first, as in every node kind, then the links (null at the ends).

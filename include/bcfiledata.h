@@ -1,4 +1,8 @@
 #pragma once
+// The platform header first: its DeleteFile macro must rename the member here as it does in
+// every source that includes it.
+#include <windows.h>
+
 #include "bcdepdata.h"
 
 // A data object tied to a file: the wrapped object's record is the file's content. Carries

@@ -1,6 +1,7 @@
 #pragma once
 #include <iosfwd>
 #include "bcgraphic.h"
+#include "bcsllist.h"
 
 // An owning list of graphic objects; its order is the z-order (head at the bottom, painted
 // first). Items are BCGraphicObject pointers with null keys. Loading re-creates each object

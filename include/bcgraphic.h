@@ -1,6 +1,8 @@
 #pragma once
 #include <iosfwd>
-#include "norlib1.h"
+#include "bcobject.h"
+#include "bcvalues.h"
+#include "bcfwd.h"
 #include "norlib2api.h"
 
 // A retained drawing element: a rectangle on a display device with a caller-chosen

@@ -1,6 +1,7 @@
 #pragma once
 #include <iosfwd>
-#include "norlib1.h"
+#include "bcsllist.h"
+#include "bcfwd.h"
 #include "norlib2api.h"
 
 // Key-item pairs in a fixed number of buckets, each a chain of single-linked nodes: a key is

@@ -1,6 +1,7 @@
 #pragma once
 #include <iosfwd>
-#include "norlib1.h"
+#include "bclist.h"
+#include "bcfwd.h"
 #include "norlib2api.h"
 
 // A cursor over any list. It is itself a list: each list operation on it runs on the list it

@@ -1,6 +1,7 @@
 #pragma once
 #include <iosfwd>
-#include "norlib1.h"
+#include "bcrendata.h"
+#include "bcfwd.h"
 #include "norlib2api.h"
 
 // A block of bytes as renderable data: a copy of what it is given, or (flag 0x0020) the

@@ -1,6 +1,7 @@
 #pragma once
 #include <iosfwd>
-#include "norlib1.h"
+#include "bcrendata.h"
+#include "bcfwd.h"
 #include "norlib2api.h"
 
 // A number with the printf format it is shown in. Renders as text through the format (1,

@@ -1,5 +1,6 @@
 #pragma once
-#include "norlib1.h"
+#include "bcsllist.h"
+#include "bcfwd.h"
 #include "norlib2api.h"
 
 // Last in, first out over the single-linked list (unsorted, keys are 32-bit values, items

@@ -15,6 +15,7 @@
 #include "bcgdi.h"
 #include "bcfont.h"
 #include "bcevent.h"
+#include "bcfwd.h"
 #include "bcmenu.h"
 #include "bcwindow.h"
 #include "bcapp.h"

@@ -1,4 +1,6 @@
 #include "bcarrlist.h"
+#include "bcstream.h"
+#include "bcmemory.h"
 
 #include <windows.h>
 

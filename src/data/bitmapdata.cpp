@@ -1,4 +1,5 @@
 #include "bcbmpdata.h"
+#include "bcgdi.h"
 
 #include <new>
 #include "bcids2.h"

@@ -1,4 +1,5 @@
 #include "bcdepdata.h"
+#include "bcwindow.h"
 
 #include <new>
 

@@ -1,4 +1,11 @@
 #include "bcfiledata.h"
+#include "bcmodule.h"
+#include "bcwindow.h"
+#include "bccursor.h"
+#include "bcdialog.h"
+#include "bcstream.h"
+#include "bcmsg.h"
+#include "kostring.h"
 
 #include <windows.h>
 

@@ -1,4 +1,6 @@
 #include "bcnumdata.h"
+#include "bcstream.h"
+#include "bcmemory.h"
 
 #include <cstdint>
 #include <cstdio>

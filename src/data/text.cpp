@@ -1,4 +1,6 @@
 #include "bcmemdata.h"
+#include "bcstream.h"
+#include "bcmemory.h"
 
 #include "bcids2.h"
 

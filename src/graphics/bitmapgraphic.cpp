@@ -1,4 +1,7 @@
 #include "bctextgfx.h"
+#include "bcdevice.h"
+#include "bcgdi.h"
+#include "bcstream.h"
 
 #include <istream>
 #include <new>

@@ -1,4 +1,8 @@
 #include "bcgraphic.h"
+#include "bcdevice.h"
+#include "bcgdi.h"
+#include "bcstream.h"
+#include "bcmemory.h"
 
 #include <new>
 

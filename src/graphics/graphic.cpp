@@ -1,4 +1,7 @@
 #include "bcgraphic.h"
+#include "bcdevice.h"
+#include "bcstream.h"
+#include "bcmemory.h"
 
 #include <istream>
 #include <ostream>

@@ -1,4 +1,8 @@
 #include "bcgfxlist.h"
+#include "bcdevice.h"
+#include "bcgdi.h"
+#include "bcstream.h"
+#include "bcmemory.h"
 
 #include <istream>
 #include <new>

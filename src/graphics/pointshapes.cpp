@@ -1,4 +1,8 @@
 #include "bcshapes.h"
+#include "bcdevice.h"
+#include "bcgdi.h"
+#include "bcstream.h"
+#include "bcmemory.h"
 
 #include <windows.h>
 

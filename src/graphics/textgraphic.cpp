@@ -1,4 +1,8 @@
 #include "bctextgfx.h"
+#include "bcdevice.h"
+#include "bcfont.h"
+#include "bcstream.h"
+#include "bcmemory.h"
 
 #include <cstring>
 #include <istream>

@@ -1,0 +1,45 @@
+#pragma once
+// Forward declarations of the base module's classes, for headers that only hold pointers or
+// references to them.
+
+class BCApplication;
+class BCBitmap;
+class BCBrush;
+class BCCaret;
+class BCChildWindow;
+class BCColor;
+class BCControlWindow;
+class BCCursor;
+class BCDevice;
+class BCDialog;
+class BCDisplayDevice;
+class BCEvent;
+class BCFont;
+class BCFontList;
+class BCFormat;
+class BCGdiObject;
+class BCIcon;
+class BCLimits;
+class BCList;
+class BCListBox;
+class BCListControl;
+class BCMainWindow;
+class BCMemoryDevice;
+class BCMenu;
+class BCModalDialog;
+class BCModelessDialog;
+class BCModule;
+class BCMsgBox;
+class BCObject;
+class BCPen;
+class BCPolyline;
+class BCPopUpWindow;
+class BCPosition;
+class BCRectangle;
+class BCRenderableData;
+class BCResID;
+class BCScrollBar;
+class BCSingleLinkedList;
+class BCSize;
+class BCWindow;
+class BCWindowList;
