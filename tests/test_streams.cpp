@@ -91,4 +91,26 @@ TEST(StreamPrimitiveTest, LongStringsLoadWholeAndSeekableStreamsTellWhatRemains)
     EXPECT_EQ(0, std::memcmp(rest, "cdef", 4));
 }
 
+// A stream that cannot seek, as a pipe or a socket would be.
+class UnseekableBuffer : public std::stringbuf {
+  public:
+    using std::stringbuf::stringbuf;
+
+  protected:
+    pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override {
+        return pos_type(off_type(-1));
+    }
+};
+
+TEST(StreamPrimitiveTest, EdgesOfBlocksBytesAndUnseekableStreams) {
+    std::ostringstream os = OutStream();
+    EXPECT_EQ(1, BCSaveFarBlk(os, nullptr, 0)); // nothing to write is no failure
+    std::istringstream empty = InStream("");
+    unsigned char byte = 9;
+    EXPECT_EQ(0, BCLoadByte(empty, byte));
+    UnseekableBuffer buffer("abc");
+    std::istream pipe(&buffer);
+    EXPECT_EQ(-1, BCStreamRemaining(pipe));
+}
+
 } // namespace
