@@ -35,15 +35,15 @@ TEST_F(RecordTest, ColourPenBrushAndPolylineRecords) {
     EXPECT_EQ(LE32(14) + LE32(BC_PEN_SOLID) + LE32(1000) + ColorRecord(0),
               RecordOf(*std::make_unique<BCPen>(99, 5000, BCGetBlack()))); // limited, not refused
 
-    BCBrush hatched(BC_HATCH_CROSS, red);
+    BCBrush hatched(BC_HATCH_DIAGCROSS, red);
     std::string brush =
-        LE32(13) + LE32(BC_BRUSH_HATCHED) + LE32(BC_HATCH_CROSS) + ColorRecord(0x0000FF);
+        LE32(13) + LE32(BC_BRUSH_HATCHED) + LE32(BC_HATCH_DIAGCROSS) + ColorRecord(0x0000FF);
     EXPECT_EQ(brush, RecordOf(hatched));
     BCBrush empty;
     is = InStream(brush);
     ASSERT_TRUE(empty.Load(is));
-    EXPECT_EQ(static_cast<unsigned>(BC_HATCH_CROSS), empty.GetStyle());
-    // A loaded brush paints: a cross hatch leaves red lines and white gaps.
+    EXPECT_EQ(static_cast<unsigned>(BC_HATCH_DIAGCROSS), empty.GetStyle());
+    // A loaded brush paints: a diagonal cross hatch leaves red lines and white gaps.
     BCMemoryDevice dev(16, 16);
     Paint(dev, &empty);
     EXPECT_GT(CountColor(dev, BCRectangle(0, 0, 16, 16), kRed), 16);
@@ -57,9 +57,11 @@ TEST_F(RecordTest, ColourPenBrushAndPolylineRecords) {
     std::string points = LE32(6) + LE32(2) + LE16(1) + LE16(0xFFFE) + LE16(300) + LE16(0x8000);
     EXPECT_EQ(points, RecordOf(line));
     BCPolyline back;
-    is = InStream(points);
-    ASSERT_TRUE(back.Load(is));
-    EXPECT_EQ(points, RecordOf(back));
+    for (const std::string& record : {points, LE32(6) + LE32(0)}) { // an empty list loads too
+        is = InStream(record);
+        ASSERT_TRUE(back.Load(is));
+        EXPECT_EQ(record, RecordOf(back));
+    }
 
     EveryShortRecordFails<BCPen>(pen, [] { return new BCPen(1, 1, BCGetBlack()); });
     EveryShortRecordFails<BCBrush>(brush, [] { return new BCBrush(); });

@@ -179,14 +179,31 @@ TEST_F(GraphicListTest, BadStreamsFailCleanlyAndKeepWhatLoaded) {
     EXPECT_EQ(&plain, out);
     EXPECT_EQ((std::vector<unsigned>{10079u, 10079u, 10079u}), Taken());
 
-    // Compounds nested thousands deep are refused without exhausting the stack.
-    std::string deep;
-    for (int i = 0; i < 5000; ++i)
-        deep += Head(83, i, 1, 1, 1, 1) + ListHead(0, 1);
+    // An object that fails to load takes what its load made with it: a cut bitmap graphic
+    // leaves no picture behind.
+    std::unique_ptr<BCBitmap> red(SolidBitmap(2, 2, kRed));
+    BCGraphicList source;
+    source.Append(nullptr, new BCBitmapGraphic(1, BCPosition(0, 0), BCSize(2, 2), red.get(), 1));
+    const std::string cut = RecordOf(source).substr(0, RecordOf(source).size() - 2);
+    const unsigned long objects = BCGetGdiObjectCount();
+    for (int i = 0; i < 3; ++i) {
+        std::istringstream is = InStream(cut);
+        EXPECT_EQ(0, BCGraphicList().Load(is));
+    }
+    EXPECT_EQ(objects, BCGetGdiObjectCount());
+    // Compounds nest 64 deep; deeper ones, thousands deep too, are refused without
+    // exhausting the stack.
     BCGraphicList nested;
-    std::istringstream is = InStream(ListHead(0, 1) + deep + first);
-    EXPECT_EQ(0, nested.Load(is));
-    EXPECT_EQ(0u, nested.GetCount());
+    std::istringstream is;
+    for (int depth : {64, 65, 5000}) {
+        std::string deep;
+        for (int i = 0; i < depth; ++i)
+            deep += Head(83, i, 1, 1, 1, 1) + ListHead(0, 1);
+        is = InStream(ListHead(0, 1) + deep + first);
+        EXPECT_EQ(depth == 64, nested.Load(is) == 1) << depth;
+        EXPECT_EQ(depth == 64 ? 1u : 0u, nested.GetCount());
+        FreeLoaded(&nested);
+    }
     // A list record claiming items of a size is not a graphic list's.
     is = InStream(LE32(95) + LE32(0) + LE32(0) + LE32(1) + LE32(4) + first);
     EXPECT_EQ(0, nested.Load(is));

@@ -31,6 +31,8 @@ TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
     EXPECT_FALSE(g.IsHit(BCPosition(32000, 5)));
     EXPECT_EQ(7u, g.SetID(9));
     EXPECT_EQ(9u, g.GetID());
+    std::istringstream is = InStream(Head(74, 1, 2, 3, 4, 5)); // another class's record
+    EXPECT_EQ(0, g.Load(is));
 
     // The base draws its class name at its position; erasing is a no-op.
     BCGraphicObject named(70, 1, BCPosition(2, 2), BCSize(50, 20));

@@ -483,7 +483,7 @@ int BCDisplayDevice::PutBitmap(const BCPosition& pos, const BCSize& size, BCBitm
                                 : StretchBlt(scope.dc(), pos.GetX(), pos.GetY(), area.GetWidth(),
                                              area.GetHeight(), source, 0, 0, picture.GetWidth(),
                                              picture.GetHeight(), rop);
-    return BCTraced(done, "BitBlt") != 0;
+    return BCTraced(done, area == picture ? "BitBlt" : "StretchBlt") != 0;
 }
 
 // ---- display device: text ----
