@@ -81,6 +81,8 @@ TEST(ArrayListTest, CopiesAreIndependentUntilUpdateOrUnlock) {
 TEST(ArrayListTest, GrowsByGrowBySlotsAndClearReturnsZero) {
     BCArrayList list = MakeList(0, 0, 3), preset = MakeList(0, 5, 2), stuck = MakeList(0, 1, 0);
     EXPECT_EQ(5u, preset.GetLength());
+    EXPECT_EQ(0, preset.SetItemSize(0x40000000)); // a block past 2 GiB: refused, size kept
+    EXPECT_EQ(sizeof(Record), preset.GetItemSize());
     ASSERT_TRUE(list.LockList()); // the first lock makes grow-by slots
     EXPECT_EQ(3u, list.GetLength());
     ASSERT_TRUE(list.UnlockList());

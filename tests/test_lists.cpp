@@ -355,11 +355,13 @@ TEST(ListBaseTest, OwnedItemsRenderAsLinesOfText) {
     EXPECT_TRUE(list.IsModified());
     const std::string expected = "one\r\ntwo\r\nlonger-\r\n"; // cut to the item size
     EXPECT_EQ(expected.size() + 1, list.GetLen(text));
-    char buffer[64], small[6];
+    char buffer[64], small[6], seven[7];
     EXPECT_EQ(expected.size() + 1, list.GetData(buffer, sizeof buffer, text));
     EXPECT_EQ(expected, buffer);
     EXPECT_EQ(6u, list.GetData(small, sizeof small, text));
     EXPECT_STREQ("one\r\n", small);
+    EXPECT_EQ(7u, list.GetData(seven, sizeof seven, text)); // cut inside the next item
+    EXPECT_STREQ("one\r\nt", seven);
     // Items of size 0 are not the list's to render.
     BCSingleLinkedList foreign(0, 0);
     EXPECT_FALSE(foreign.IsRenderable(text));
