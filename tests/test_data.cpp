@@ -188,6 +188,10 @@ TEST(MemoryDataTest, GrowsShrinksAndMovesBytesByTheStepRule) {
     EXPECT_EQ("Zdefcdef", Contents(small));
     EXPECT_EQ(0ul, small.DeleteData(8, 1));
     small.SetModified(0);
+    small.Clear(1);
+    EXPECT_TRUE(small.IsModified());
+    small.SetData(Str("Zdefcdef"), 8, gText);
+    small.SetModified(0);
     EXPECT_EQ(8ul, small.DeleteData(3, 8)); // as many as the length: everything goes
     EXPECT_EQ(nullptr, small.GetDataPtr(gText));
     EXPECT_TRUE(small.IsModified());

@@ -20,7 +20,7 @@ unsigned long Find(BCText& text, const char* pattern, unsigned long from, int ma
 
 // What GetData gives in the binary form with a buffer of `size` bytes: "<count>:<bytes>".
 std::string Binary(BCRenderableData& data, unsigned long size) {
-    char out[32];
+    char out[32] = {};
     unsigned long n = data.GetData(out, size, gBinary);
     return std::to_string(n) + ":" + std::string(out, n);
 }
