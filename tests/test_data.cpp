@@ -188,6 +188,10 @@ TEST(MemoryDataTest, GrowsShrinksAndMovesBytesByTheStepRule) {
     EXPECT_EQ("Zdefcdef", Contents(small));
     EXPECT_EQ(0ul, small.DeleteData(8, 1));
     small.SetModified(0);
+    small.Clear(1);
+    EXPECT_TRUE(small.IsModified());
+    small.SetData(Str("Zdefcdef"), 8, gText);
+    small.SetModified(0);
     EXPECT_EQ(8ul, small.DeleteData(3, 8)); // as many as the length: everything goes
     EXPECT_EQ(nullptr, small.GetDataPtr(gText));
     EXPECT_TRUE(small.IsModified());
@@ -241,7 +245,16 @@ TEST(MemoryDataTest, BorrowingCopiesAndDump) {
               recorder.Last().text.substr(18)); // after the prefix and the pointer
 }
 
+// Marks itself modified on setting even where an override of Clear does not.
+struct QuietClear : BCMemoryData {
+    QuietClear() : BCMemoryData(nullptr, 0, 0) {}
+    int Clear(int) override { return 1; }
+};
+
 TEST(MemoryDataTest, RecordIsCodeLengthBytesAndBadRecordsFail) {
+    QuietClear quiet;
+    EXPECT_EQ(2ul, quiet.SetData(Str("ab"), 2, gText));
+    EXPECT_TRUE(quiet.IsModified());
     BCMemoryData data(Str("ab\0c"), 4, 0);
     const std::string record = LE32(155) + LE32(4) + std::string("ab\0c", 4);
     EXPECT_EQ(record, Saved(data));
@@ -277,7 +290,10 @@ TEST(MemoryDataTest, BlocksGivenUpAreFreed) {
     const std::string cut = LE32(155) + LE32(1 << 20) + "abc";
     size_t before = MemoryInUse();
     for (int i = 0; i < 200; ++i) {
+        data = other;
         data = other; // the block held before goes
+        data.Clear(1);
+        data = other;
         UnseekableBuf buf(cut);
         std::istream piped(&buf);
         ASSERT_EQ(0, data.Load(piped)); // and so does the piece read of a short record

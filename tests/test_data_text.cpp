@@ -20,7 +20,7 @@ unsigned long Find(BCText& text, const char* pattern, unsigned long from, int ma
 
 // What GetData gives in the binary form with a buffer of `size` bytes: "<count>:<bytes>".
 std::string Binary(BCRenderableData& data, unsigned long size) {
-    char out[32];
+    char out[32] = {};
     unsigned long n = data.GetData(out, size, gBinary);
     return std::to_string(n) + ":" + std::string(out, n);
 }
@@ -143,7 +143,10 @@ TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     EXPECT_EQ(8ul, number.GetLen(gBinary));
     EXPECT_EQ("8:" + LE32(42) + "\x03%ld", Binary(number, 32));
     EXPECT_EQ("3:" + LE32(42).substr(0, 3), Binary(number, 3)); // the value as far as it fits
+    EXPECT_EQ("5:" + LE32(42) + "\x03", Binary(number, 5));
     EXPECT_EQ("6:" + LE32(42) + "\x03%", Binary(number, 6));
+    BCFormat bitmap(BC_FORMAT_BITMAP); // not a form of a number
+    EXPECT_EQ(0ul, number.GetData(text, 8, bitmap) + number.GetLen(bitmap));
 
     // Setting from the binary form takes the format 3 bytes further on than it is written.
     EXPECT_EQ(8ul, SetBinary(number, LE32(7) + "\x03%ld%4d"));
@@ -185,6 +188,8 @@ TEST(NumberDataTest, FloatFormsAndCopies) {
     EXPECT_EQ(12ul, number.GetLen(gBinary));
     EXPECT_EQ("2.500000", TextForm(number));
     double value = 2.5;
+    BCFormat bitmap(BC_FORMAT_BITMAP);
+    EXPECT_EQ(0ul, number.GetData(&value, 8, bitmap) + number.GetLen(bitmap));
     EXPECT_EQ("12:" + std::string(reinterpret_cast<char*>(&value), 8) + "\x03%lf",
               Binary(number, 32));
     EXPECT_EQ(8ul, number.SetData(Str("3.75xyz"), 7, gText));
