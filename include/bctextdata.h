@@ -1,6 +1,6 @@
 #pragma once
 #include "bcfiledata.h"
-#include "bcmemdata.h"
+#include "bctext.h"
 
 // The document of the text editor: a file data object wrapping a BCText, so that every
 // change is reported to its updaters. Saved alone it is a plain text file.

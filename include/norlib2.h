@@ -10,6 +10,7 @@
 #include "bcstack.h"
 #include "bcdepdata.h"
 #include "bcmemdata.h"
+#include "bctext.h"
 #include "bcnumdata.h"
 #include "bcfiledata.h"
 #include "bctextdata.h"

@@ -1,4 +1,4 @@
-#include "bcmemdata.h"
+#include "bctext.h"
 #include "bcstream.h"
 #include "bcmemory.h"
 
