@@ -67,7 +67,8 @@ int main() {
     struct Place {
         const char* name;
         double where; // fraction of the length
-    } places[] = {{"insert at the start", 0.0}, {"insert in the middle", 0.5}, {"insert at the end", 1.0}};
+    } places[] = {
+        {"insert at the start", 0.0}, {"insert in the middle", 0.5}, {"insert at the end", 1.0}};
     for (const Place& place : places) {
         double ours = Millis([&] {
             for (int i = 0; i < inserts; ++i) {
