@@ -1,15 +1,29 @@
 #pragma once
 // Helpers shared by the data object suites.
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
 #include <sstream>
 #include <string>
+#include <vector>
 
+#include "msgrecorder.h"
 #include "norlib2.h"
+#include "streambytes.h"
 
 inline BCFormat gText(BC_FORMAT_TEXT);
 inline BCFormat gBinary(BC_FORMAT_PRIVATE_BINARY);
 
 inline char* Str(const char* text) {
     return const_cast<char*>(text);
+}
+
+// Results joined by spaces, so that a row of them is checked at once.
+template <class... T> std::string Nums(T... values) {
+    std::string out;
+    ((out += std::to_string(values) + " "), ...);
+    return out;
 }
 
 inline std::string Contents(BCMemoryData& data) {
@@ -22,9 +36,9 @@ inline std::string TextForm(BCRenderableData& data) {
     return data.GetData(out, sizeof out - 1, gText) ? out : "";
 }
 
-// Whether the object renders in the formats 1, 2, 0x8001, 0x8002 and 0x8003, as "0"/"1".
-inline std::string Formats(BCRenderableData& data) {
-    std::string got;
+// The type code, then "0"/"1" for rendering in the formats 1, 2, 0x8001, 0x8002, 0x8003.
+inline std::string TypeAndFormats(BCRenderableData& data) {
+    std::string got = std::to_string(data.GetObjectType()) + " ";
     for (unsigned int number : {1u, 2u, 0x8001u, 0x8002u, 0x8003u}) {
         BCFormat format(number);
         got += data.IsRenderable(format) ? '1' : '0';
@@ -49,3 +63,10 @@ struct UnseekableBuf : std::stringbuf {
     pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override { return -1; }
     pos_type seekpos(pos_type, std::ios::openmode) override { return -1; }
 };
+
+// Loads `bytes` from a pipe-like stream.
+inline int LoadPiped(BCObject& object, const std::string& bytes) {
+    UnseekableBuf buf(bytes);
+    std::istream piped(&buf);
+    return object.Load(piped);
+}

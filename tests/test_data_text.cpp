@@ -1,11 +1,6 @@
-#include <gtest/gtest.h>
-
+#include <algorithm>
 #include <climits>
-#include <string>
 
-#include "msgrecorder.h"
-#include "norlib2.h"
-#include "streambytes.h"
 #include "test_data.h"
 
 namespace {
@@ -29,31 +24,37 @@ unsigned long SetBinary(BCRenderableData& data, std::string form) {
     return data.SetData(&form[0], form.size(), gBinary);
 }
 
-TEST(TextTest, LengthCountsTheNulAndSearchFoldsOnlyLetters) {
+TEST(DataClassesTest, TypeCodesFormatsAndTextForms) {
+    BCInteger integer(42);
+    BCFloat real(2.5);
     BCText text(Str("ab"), 0);
-    EXPECT_EQ(156u, text.GetObjectType());
-    EXPECT_EQ("10111", Formats(text));
-    EXPECT_EQ(3ul, text.GetLen(gText));
-    char out[8];
-    EXPECT_EQ(0ul, text.GetText(out, 9, 2));
-    EXPECT_STREQ("", out);
+    BCMemoryData memory(nullptr, 0, 0);
+    std::string got;
+    for (BCRenderableData* data :
+         std::initializer_list<BCRenderableData*>{&integer, &real, &text, &memory})
+        got += TypeAndFormats(*data) + " " + Nums(data->GetLen(gText)) + TextForm(*data) + "|";
+    EXPECT_EQ("153 10110 3 42|154 10110 9 2.500000|156 10111 3 ab|155 00110 0 |", got);
+}
 
-    BCText words(Str("other the"), 0);
-    EXPECT_EQ(1ul, Find(words, "the", 0, 1, 0)); // inside "other"
-    EXPECT_EQ(6ul, Find(words, "the", 0, 1, 1));
-    EXPECT_EQ(6ul, Find(words, "THE", 0, 0, 1));
-    EXPECT_EQ(kNone, Find(words, "THE", 0, 1, 0));
-    EXPECT_EQ(kNone, Find(words, "", 0, 0, 0));
+TEST(TextTest, SearchFoldsOnlyLettersAndFindsWholeWords) {
+    BCText text(Str("ab"), 0);
+    char out[8];
+    EXPECT_EQ("0 ", Nums(text.GetText(out, 9, 2)) + out);
+
+    BCText words(Str("other the"), 0); // "the" is inside "other" too
+    EXPECT_EQ(Nums(1, 6, 6, kNone, kNone),
+              Nums(Find(words, "the", 0, 1, 0), Find(words, "the", 0, 1, 1),
+                   Find(words, "THE", 0, 0, 1), Find(words, "THE", 0, 1, 0),
+                   Find(words, "", 0, 0, 0)));
     unsigned long at = 2;
     EXPECT_EQ(0, words.Search("xyz", at, 0, 0));
     EXPECT_EQ(2ul, at); // a failed search leaves the position
 
     // Only a-z fold; '_' is no word character, a digit is; the text's edges are word edges.
     BCText edges(Str("the_x\r\n[\xe9]1the2 THE"), 0);
-    EXPECT_EQ(0ul, Find(edges, "tHe", 0, 0, 1));
-    EXPECT_EQ(16ul, Find(edges, "the", 1, 0, 1));
-    EXPECT_EQ(kNone, Find(edges, "[\xc9]", 0, 0, 0));
-    EXPECT_EQ(7ul, Find(edges, "[\xe9]", 0, 0, 0));
+    EXPECT_EQ(Nums(0, 16, kNone, 7),
+              Nums(Find(edges, "tHe", 0, 0, 1), Find(edges, "the", 1, 0, 1),
+                   Find(edges, "[\xc9]", 0, 0, 0), Find(edges, "[\xe9]", 0, 0, 0)));
     BCText bare;
     bare.SetText("to the", 0, 6, 1); // no NUL: the match ends the bytes
     EXPECT_EQ(3ul, Find(bare, "the", 0, 1, 1));
@@ -62,29 +63,24 @@ TEST(TextTest, LengthCountsTheNulAndSearchFoldsOnlyLetters) {
 TEST(TextTest, LineArithmeticOnCrLfText) {
     BCText text(Str("ab\r\ncdef\r\ng"), 0); // 12 bytes with the NUL
     BCText empty;
-    const unsigned long lineOfs[] = {0, 4, 10, kNone};
-    for (unsigned long line = 0; line < 4; ++line)
-        EXPECT_EQ(lineOfs[line], text.GetLineOfs(line)) << line;
-    EXPECT_EQ(0ul, empty.GetLineOfs(0));
-    EXPECT_EQ(kNone, empty.GetLineOfs(1));
+    EXPECT_EQ(Nums(0, 4, 10, kNone, 0, kNone),
+              Nums(text.GetLineOfs(0), text.GetLineOfs(1), text.GetLineOfs(2), text.GetLineOfs(3),
+                   empty.GetLineOfs(0), empty.GetLineOfs(1)));
 
     // On a letter, on the LF, on the CR, at the end (the last line runs to it), past it.
-    const unsigned long offsets[] = {6, 3, 8, 12, 13};
-    const std::string expected[] = {"1 4 4", "1 0 2", "1 4 4", "1 10 2", "0 12 0"};
-    for (int i = 0; i < 5; ++i) {
+    std::string lines;
+    for (unsigned long offset : {6ul, 3ul, 8ul, 12ul, 13ul}) {
         unsigned long start = 99;
         unsigned int length = 99;
-        int result = text.GetLineStartLen(offsets[i], start, length);
-        EXPECT_EQ(expected[i], std::to_string(result) + " " + std::to_string(start) + " " +
-                                   std::to_string(length));
+        lines += std::to_string(text.GetLineStartLen(offset, start, length));
+        lines += " " + Nums(start, length) + "| ";
     }
+    EXPECT_EQ("1 4 4 | 1 0 2 | 1 4 4 | 1 10 2 | 0 12 0 | ", lines);
+    EXPECT_EQ(Nums(2, 0, 1, 0), Nums(text.GetNumLines(0, 1000), text.GetNumLines(4, 9),
+                                     text.GetNumLines(4, 10), empty.GetNumLines(0, 10)));
 
-    EXPECT_EQ(2ul, text.GetNumLines(0, 1000));
-    EXPECT_EQ(0ul, text.GetNumLines(4, 9));
-    EXPECT_EQ(1ul, text.GetNumLines(4, 10));
-    EXPECT_EQ(0ul, empty.GetNumLines(0, 10));
-
-    // Same column on a long enough line, else the line's end; the text's ends hold.
+    // Same column on a long enough line, else the line's end; the text's ends hold, and
+    // past the end counts as the end.
     struct Move {
         unsigned long offset;
         long lines;
@@ -92,18 +88,15 @@ TEST(TextTest, LineArithmeticOnCrLfText) {
     };
     const Move moves[] = {{1, 1, 5},  {7, -1, 2},  {5, 1, 11},      {11, -2, 1},
                           {6, 0, 6},  {7, 5, 12},  {5, -9, 1},      {0, 2, 10},
-                          {0, -1, 0}, {50, -1, 6}, {5, LONG_MIN, 1}}; // past the end counts as the
-                                                                      // end
+                          {0, -1, 0}, {50, -1, 6}, {5, LONG_MIN, 1}};
     for (const Move& m : moves)
         EXPECT_EQ(m.result, text.GetLineRelOfs(m.offset, m.lines)) << m.offset << " " << m.lines;
     EXPECT_EQ(0ul, empty.GetLineRelOfs(3, 1));
 
     char out[16];
-    EXPECT_EQ(3u, text.GetTextLine(1, out, 3));
-    EXPECT_STREQ("cde", out);
+    EXPECT_EQ("3 cde", Nums(text.GetTextLine(1, out, 3)) + out);
     EXPECT_EQ(2u, text.GetTextLine(2, out, 100)); // "g" and the NUL
-    EXPECT_EQ(0u, text.GetTextLine(3, out, 100));
-    EXPECT_STREQ("", out);
+    EXPECT_EQ("0 ", Nums(text.GetTextLine(3, out, 100)) + out);
 }
 
 TEST(TextTest, RecordIsThePlainBytes) {
@@ -119,9 +112,7 @@ TEST(TextTest, RecordIsThePlainBytes) {
 
     std::string big(200000, 'q');
     big[123456] = '\n';
-    UnseekableBuf buf(big);
-    std::istream piped(&buf);
-    ASSERT_EQ(1, loaded.Load(piped));
+    ASSERT_EQ(1, LoadPiped(loaded, big));
     EXPECT_EQ(big, Contents(loaded));
     EXPECT_EQ(262144ul, loaded.GetBufLen()); // read in pieces from 64 KiB, doubling
     std::istringstream broken = InStream("abc");
@@ -132,19 +123,14 @@ TEST(TextTest, RecordIsThePlainBytes) {
 
 TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     BCInteger number(42);
-    EXPECT_EQ(153u, number.GetObjectType());
-    EXPECT_EQ("10110", Formats(number));
     EXPECT_EQ(static_cast<unsigned long>(BC_FLAG_NOT_OWNED), number.GetFlags());
     EXPECT_EQ(reinterpret_cast<void*>(42), number.GetKey());
-    EXPECT_EQ(3ul, number.GetLen(gText));
     char text[8];
-    EXPECT_EQ(3ul, number.GetData(text, sizeof text, gText));
-    EXPECT_EQ("42", TextForm(number));
-    EXPECT_EQ(8ul, number.GetLen(gBinary));
-    EXPECT_EQ("8:" + LE32(42) + "\x03%ld", Binary(number, 32));
-    EXPECT_EQ("3:" + LE32(42).substr(0, 3), Binary(number, 3)); // the value as far as it fits
-    EXPECT_EQ("5:" + LE32(42) + "\x03", Binary(number, 5));
-    EXPECT_EQ("6:" + LE32(42) + "\x03%", Binary(number, 6));
+    EXPECT_EQ(Nums(3, 8), Nums(number.GetData(text, sizeof text, gText), number.GetLen(gBinary)));
+    const std::string form = LE32(42) + "\x03%ld"; // the form as far as it fits
+    for (unsigned long size : {32ul, 3ul, 5ul, 6ul})
+        EXPECT_EQ(std::to_string(std::min(size, 8ul)) + ":" + form.substr(0, size),
+                  Binary(number, size));
     BCFormat bitmap(BC_FORMAT_BITMAP); // not a form of a number
     EXPECT_EQ(0ul, number.GetData(text, 8, bitmap) + number.GetLen(bitmap));
 
@@ -160,8 +146,7 @@ TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     // Its own 8-byte form has nothing at offset 8: the format comes out empty, and a format
     // that is not one integer conversion prints as the default.
     EXPECT_EQ(8ul, SetBinary(number, Binary(number, 8).substr(2)));
-    EXPECT_STREQ("", number.GetFormat());
-    EXPECT_EQ("9", TextForm(number));
+    EXPECT_EQ("9", std::string(number.GetFormat()) + TextForm(number));
     EXPECT_EQ(9ul, SetBinary(number, LE32(5) + "\x04xxx%s%n"));
     EXPECT_EQ("5", TextForm(number));
 
@@ -180,23 +165,21 @@ TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     EXPECT_EQ("0", recorder.Last().text);
 }
 
+std::string DoubleBytes(double value) {
+    return std::string(reinterpret_cast<char*>(&value), 8);
+}
+
 TEST(NumberDataTest, FloatFormsAndCopies) {
     BCFloat number(2.5);
-    EXPECT_EQ(154u, number.GetObjectType());
-    EXPECT_EQ("10110", Formats(number));
-    EXPECT_EQ(9ul, number.GetLen(gText));
-    EXPECT_EQ(12ul, number.GetLen(gBinary));
-    EXPECT_EQ("2.500000", TextForm(number));
-    double value = 2.5;
     BCFormat bitmap(BC_FORMAT_BITMAP);
+    double value = 0;
     EXPECT_EQ(0ul, number.GetData(&value, 8, bitmap) + number.GetLen(bitmap));
-    EXPECT_EQ("12:" + std::string(reinterpret_cast<char*>(&value), 8) + "\x03%lf",
-              Binary(number, 32));
+    EXPECT_EQ(12ul, number.GetLen(gBinary));
+    EXPECT_EQ("12:" + DoubleBytes(2.5) + "\x03%lf", Binary(number, 32));
     EXPECT_EQ(8ul, number.SetData(Str("3.75xyz"), 7, gText));
     EXPECT_EQ(3.75, number.GetValue());
-    value = 0.25; // the format at its own place
-    EXPECT_EQ(14ul,
-              SetBinary(number, std::string(reinterpret_cast<char*>(&value), 8) + "\x05%.2lf"));
+    // The format at its own place.
+    EXPECT_EQ(14ul, SetBinary(number, DoubleBytes(0.25) + "\x05%.2lf"));
     EXPECT_EQ("0.25", TextForm(number));
 
     // Copies take their own copy of an owned format, and share the static default.
@@ -211,9 +194,8 @@ TEST(NumberDataTest, FloatFormsAndCopies) {
 
 TEST(NumberDataTest, RecordsAndCorruptRecords) {
     BCFloat real(0.5);
-    double half = 0.5;
     const std::string record = Saved(real);
-    EXPECT_EQ(LE32(154) + std::string(reinterpret_cast<char*>(&half), 8) + LE32(3) + "%lf", record);
+    EXPECT_EQ(LE32(154) + DoubleBytes(0.5) + LE32(3) + "%lf", record);
     real = BCFloat(9.0);
     ASSERT_EQ(1, LoadFrom(real, record));
     EXPECT_EQ(0.5, real.GetValue());
