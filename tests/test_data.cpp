@@ -211,6 +211,9 @@ TEST(MemoryDataTest, BorrowingCopiesAndDump) {
     }
     EXPECT_STREQ("Borrowed", buffer);
     EXPECT_EQ(0u, recorder.Count());
+    // A length without bytes holds nothing, borrowed or not.
+    BCMemoryData none(nullptr, 5, 0), lentNone(nullptr, 5, BC_FLAG_BORROW);
+    EXPECT_EQ(Nums(0, 0), Nums(none.GetLen(gText), lentNone.GetLen(gText)));
 
     BCMemoryData original(Str("abc"), 3, BC_FLAG_NOTIFY);
     original.SetGrowStep(64);
