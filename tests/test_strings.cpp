@@ -113,6 +113,10 @@ TEST(KoStringTest, FindModuleNamesTheFirstModuleThatAnswers) {
     EXPECT_EQ(GetModuleHandleA(nullptr),
               KoString::FindModule(library, HoldsString, reinterpret_cast<void*>(9001)));
     EXPECT_EQ(nullptr, KoString::FindModule(nullptr, HoldsString, reinterpret_cast<void*>(9999)));
+    // Both hold 3001: the search stops at the first.
+    EXPECT_EQ(GetModuleHandleA(nullptr),
+              KoString::FindModule(nullptr, HoldsString, reinterpret_cast<void*>(3001)));
+    EXPECT_EQ(library, KoString::FindModule(library, HoldsString, reinterpret_cast<void*>(3001)));
 }
 
 TEST(KoStringTest, RemovedModulesAreNoLongerSearched) {
