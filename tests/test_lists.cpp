@@ -141,6 +141,7 @@ TYPED_TEST(ListProtocolTest, WalksIndexesAndSearchesAgree) {
     for (int result : {list.Prev(), list.Next(), list.End(), list.Home()})
         EXPECT_EQ(1, result);
     EXPECT_EQ(0, list.Prev());
+    EXPECT_EQ(TypeParam::kArray ? 1 : 0, list.GoToIndex(5)); // arrays do not check indexes
 }
 
 // Unsorted: in front of the current item (a hash list: at the end of the key's chain);
