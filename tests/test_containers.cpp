@@ -137,7 +137,7 @@ TEST(DoubleLinkedListTest, SortedListsRelocateAndDropWhatInstallRefuses) {
     EXPECT_EQ((std::vector<int>{1, 2}), Walk(unsorted));
 }
 
-TEST(HashListTest, KeysLandInTheirBuckets) {
+TEST(HashListTest, KeysLandInTheirBucketsAndDownwardWalksStopAt0xFFFF) {
     BCHashList strings(10, BC_FLAG_STRING_KEY, 0), values(1000, 0, 0), none(0, 0, 0);
     char ab[] = "ab", high[] = "a\xC8"; // 97 + (-56): bytes above 127 subtract
     EXPECT_EQ((97u + 98u) % 10, strings.Hash(ab));
@@ -208,7 +208,7 @@ TEST(HashListTest, RecordsLoadIntoTheListsOwnBucketsAndItGrowsLarge) {
     EXPECT_EQ(n - 1, it.GetCrntInd());
 }
 
-TEST(StackQueueTest, PopAndOutFollowTheirDisciplines) {
+TEST(StackQueueTest, PopAndOutFollowTheirDisciplinesAndPopTheFirstEqualKey) {
     BCStackList stack;
     BCQueueList queue;
     for (int i : {1, 2, 3}) {
@@ -223,10 +223,7 @@ TEST(StackQueueTest, PopAndOutFollowTheirDisciplines) {
     EXPECT_EQ((std::vector<int>{3, 2, 1, -1}), popped); // empty: null, nothing changes
     EXPECT_EQ((std::vector<int>{1, 2, 3, -1}), out);
     EXPECT_EQ(0u, stack.GetCount() + queue.GetCount());
-}
-
-TEST(StackQueueTest, PopRemovesTheFirstEqualKeyAndFollowsTheCurrentNode) {
-    BCStackList stack;
+    // Pop removes the first equal key and follows the current node.
     stack.Push(Key(7), &g_items[1]);
     stack.Push(Key(7), &g_items[2]);
     EXPECT_EQ(2, ItemNo(stack.Pop()));             // the newer item comes back...

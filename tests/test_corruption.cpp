@@ -109,6 +109,21 @@ TEST(CorruptRecordTest, ShapeListsWithPensBrushesAndPointLists) {
         [&](BCPolyline& loaded) { paint(nullptr, nullptr, &loaded); });
 }
 
+// What a loaded list must still do: find, grow, walk within its count and clear.
+void UseLoadedList(BCList& loaded) {
+    int probe[2] = {10, 0};
+    loaded.Find(probe);
+    if ((loaded.GetFlags() & BC_FLAG_ARRAY) && loaded.GetItemSize() <= sizeof probe)
+        loaded.Append(probe, probe); // array items are copied bytes
+    unsigned seen = 0;
+    for (int more = loaded.Home(); more && seen <= loaded.GetCount(); more = loaded.Next())
+        ++seen;
+    EXPECT_LE(seen, loaded.GetCount());
+    loaded.End();
+    loaded.Prev();
+    loaded.Clear(1);
+}
+
 TEST(CorruptRecordTest, ListsOfEveryKindWithOwnedItemsAndKeys) {
     MsgRecorder recorder;
     const std::function<BCList*()> makers[] = {
@@ -125,25 +140,7 @@ TEST(CorruptRecordTest, ListsOfEveryKindWithOwnedItemsAndKeys) {
             list->Insert(kind == 3 ? static_cast<void*>(record) : keys[i],
                          kind == 3 ? record : std::memcpy(new char[8], "item", 5));
         }
-        // Loads must end and leave a list that walks, grows and clears.
-        EXPECT_GT(LoadEveryMutant<BCList>(SavedBytes(*list), 6 + kind, makers[kind],
-                                          [](BCList& loaded) {
-                                              int probe[2] = {10, 0};
-                                              loaded.Find(probe);
-                                              // Array items are copied bytes.
-                                              if ((loaded.GetFlags() & BC_FLAG_ARRAY) &&
-                                                  loaded.GetItemSize() <= sizeof probe)
-                                                  loaded.Append(probe, probe);
-                                              unsigned seen = 0;
-                                              for (int more = loaded.Home();
-                                                   more && seen <= loaded.GetCount();
-                                                   more = loaded.Next())
-                                                  ++seen;
-                                              EXPECT_LE(seen, loaded.GetCount());
-                                              loaded.End();
-                                              loaded.Prev();
-                                              loaded.Clear(1);
-                                          }),
+        EXPECT_GT(LoadEveryMutant<BCList>(SavedBytes(*list), 6 + kind, makers[kind], UseLoadedList),
                   0u);
     }
 }

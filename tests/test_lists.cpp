@@ -71,9 +71,9 @@ template <class K> int Add(BCList& list, long key, int value, bool insert = fals
 // The current item's value; -1 without one. Array lists hand out copies.
 template <class K> int Value(BCList& list) {
     void* item = list.GetCrntItem();
-    if (!item)
-        return -1;
-    int value = K::kArray ? static_cast<Pair*>(item)->value : *static_cast<int*>(item);
+    const int value = !item       ? -1
+                      : K::kArray ? static_cast<Pair*>(item)->value
+                                  : *static_cast<int*>(item);
     if (K::kArray)
         delete[] static_cast<unsigned char*>(item);
     return value;
@@ -136,10 +136,12 @@ TYPED_TEST(ListProtocolTest, WalksIndexesAndSearchesAgree) {
         EXPECT_EQ(static_cast<int>(i + 1), Value<TypeParam>(list));
     }
     EXPECT_EQ(nullptr, list.Find(TypeParam::Probe(9)));
+    EXPECT_EQ(4u, list.GetCrntInd()); // a failed search keeps the position
     EXPECT_EQ(0, list.Next());
     for (int result : {list.Prev(), list.Next(), list.End(), list.Home()})
         EXPECT_EQ(1, result);
     EXPECT_EQ(0, list.Prev());
+    EXPECT_EQ(TypeParam::kArray ? 1 : 0, list.GoToIndex(5)); // arrays do not check indexes
 }
 
 // Unsorted: in front of the current item (a hash list: at the end of the key's chain);
@@ -295,7 +297,7 @@ TYPED_TEST(ListProtocolTest, RecordsLoadBackAndShortOnesFail) {
 
 // ---- the base list and the single-linked list's own cases ----
 
-TEST(ListBaseTest, CmpKeyForEachKeyKind) {
+TEST(ListBaseTest, CmpKeyForEachKeyKindAndTheBaseListHoldsNothing) {
     BlockKeyed<BCSingleLinkedList> values(0u, 0u), strings(BC_FLAG_STRING_KEY, 0u),
         blocks(BC_FLAG_BLOCK_KEY, 0u);
     EXPECT_LT(values.CmpKey(Key(-1), Key(5)), 0); // signed, as the numbers they are
@@ -308,9 +310,7 @@ TEST(ListBaseTest, CmpKeyForEachKeyKind) {
     unsigned char x[] = {1, 2, 3, 9}, y[] = {1, 2, 3, 0}, z[] = {1, 2, 4, 0};
     EXPECT_EQ(0, blocks.CmpKey(x, y)); // only key-size bytes count
     EXPECT_LT(blocks.CmpKey(x, z), 0);
-}
-
-TEST(ListBaseTest, BaseListHoldsNothingAndSwapsNothingWithoutAnIterator) {
+    // The base list holds nothing and swaps nothing without an iterator.
     BCList list(7, 0, 4);
     EXPECT_EQ(85u, list.GetObjectType());
     EXPECT_EQ(7u, list.GetLength());
