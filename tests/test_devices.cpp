@@ -1,20 +1,10 @@
-#include <string>
-#include <vector>
-
 #include "test_devices.h"
 
 namespace {
 
 struct DeviceTest : Quiet {};
 struct DrawingTest : Quiet {};
-struct GdiLeakTest : Quiet {};
 struct TextTest : Quiet {};
-struct WindowDeviceTest : Quiet {};
-
-struct RedBlue {
-    BCPen pen{BC_PEN_SOLID, 1, BCColor(BC_COLOR_RED)};
-    BCBrush brush{BCColor(BC_COLOR_BLUE)};
-};
 
 BCApplication& App() {
     static BCApplication app;
@@ -63,11 +53,11 @@ TEST_F(DeviceTest, AWindowNotYetCreatedDrawsNothingAndSaysNothing) {
 }
 
 TEST_F(DrawingTest, ClosedShapesHaveThePenOnTheEdgeAndTheBrushInside) {
-    RedBlue tools;
+    Tools tools;
     BCMemoryDevice dev(200, 120);
     // Set before the context is selected: the settings must reach it.
-    EXPECT_EQ(BCGetBlackPen(), dev.SetPen(&tools.pen));
-    EXPECT_EQ(BCGetWhiteBrush(), dev.SetBrush(&tools.brush));
+    EXPECT_EQ(BCGetBlackPen(), dev.SetPen(&tools.red));
+    EXPECT_EQ(BCGetWhiteBrush(), dev.SetBrush(&tools.blue));
     ASSERT_TRUE(dev.SelectDC());
     ASSERT_TRUE(dev.PutRect(BCRectangle(10, 10, 30, 30), BC_DRAW_FILLED));
     EXPECT_EQ(18 * 18, CountColor(dev, BCRectangle(11, 11, 29, 29), kBlue));
@@ -93,10 +83,8 @@ TEST_F(DrawingTest, ClosedShapesHaveThePenOnTheEdgeAndTheBrushInside) {
     EXPECT_TRUE(dev.ReleaseDC());
 
     BCMemoryDevice chord(60, 60), pie(60, 60);
-    for (BCMemoryDevice* d : {&chord, &pie}) {
-        d->SetPen(&tools.pen);
-        d->SetBrush(&tools.brush);
-    }
+    tools.Equip(chord);
+    tools.Equip(pie);
     BCRectangle box(10, 10, 50, 50);
     ASSERT_TRUE(chord.PutChord(box, BCPosition(50, 30), BCPosition(30, 10), BC_DRAW_FILLED));
     ASSERT_TRUE(pie.PutPie(box, BCPosition(50, 30), BCPosition(30, 10), BC_DRAW_FILLED));
@@ -107,10 +95,9 @@ TEST_F(DrawingTest, ClosedShapesHaveThePenOnTheEdgeAndTheBrushInside) {
 }
 
 TEST_F(DrawingTest, LinesAndPointListsFollowThePen) {
-    RedBlue tools;
+    Tools tools;
     BCMemoryDevice dev(100, 100);
-    dev.SetPen(&tools.pen);
-    dev.SetBrush(&tools.brush);
+    tools.Equip(dev);
     // The position survives leaving and re-entering the context.
     ASSERT_TRUE(dev.MoveTo(BCPosition(5, 5)));
     ASSERT_TRUE(dev.LineTo(BCPosition(25, 5)));
@@ -134,13 +121,12 @@ TEST_F(DrawingTest, LinesAndPointListsFollowThePen) {
 }
 
 TEST_F(DrawingTest, ClearToolsPaintNothingAndNullToolsPutBackTheDefaults) {
-    RedBlue tools;
+    Tools tools;
     BCMemoryDevice dev(80, 80);
     ASSERT_TRUE(dev.SelectDC());
-    dev.SetPen(&tools.pen);
-    dev.SetBrush(&tools.brush);
-    EXPECT_EQ(&tools.pen, dev.SetPen(BCGetClearPen()));
-    EXPECT_EQ(&tools.brush, dev.SetBrush(BCGetClearBrush()));
+    tools.Equip(dev);
+    EXPECT_EQ(&tools.red, dev.SetPen(BCGetClearPen()));
+    EXPECT_EQ(&tools.blue, dev.SetBrush(BCGetClearBrush()));
     BCRectangle box(10, 10, 70, 70);
     BCPosition a(70, 40), b(40, 10);
     dev.PutRect(box, BC_DRAW_FILLED);
@@ -174,10 +160,9 @@ TEST_F(DrawingTest, ClearToolsPaintNothingAndNullToolsPutBackTheDefaults) {
 }
 
 TEST_F(DrawingTest, TheOriginShiftsEverythingDrawnAndOutlivesTheContext) {
-    RedBlue tools;
+    Tools tools;
     BCMemoryDevice dev(100, 40);
-    dev.SetPen(&tools.pen);
-    dev.SetBrush(&tools.brush);
+    tools.Equip(dev);
     EXPECT_EQ(BCPosition(0, 0), dev.SetOrigin(BCPosition(30, 5)));
     EXPECT_EQ(BCPosition(30, 5), dev.GetOrigin());
     ASSERT_TRUE(dev.PutRect(BCRectangle(40, 10, 50, 20), BC_DRAW_FILLED)); // a pair of its own
@@ -232,16 +217,15 @@ TEST_F(TextTest, TabsMoveToTheStopsCountedFromTheTabOriginAsTheyAreMeasured) {
         EXPECT_EQ(10 + dev.GetStrSize(text).GetWidth(), dev.GetCrntPos().GetX()) << text;
     }
     // A text that starts past the origin reaches the same stop, and nothing lies between.
-    BCMemoryDevice second(300, 40);
-    second.SetTabWidth(40);
+    BCMemoryDevice second(300, 40), opaque(300, 40);
+    for (BCMemoryDevice* d : {&second, &opaque})
+        d->SetTabWidth(40);
     second.SetTabOrigin(10);
     ASSERT_TRUE(second.PosStr(BCPosition(25, 5), "i\tc"));
     EXPECT_EQ(50 + c, second.GetCrntPos().GetX());
     EXPECT_EQ(0, CountColor(second, BCRectangle(32, 0, 49, 40), kBlack));
 
     // Opaque text paints the room a TAB takes too.
-    BCMemoryDevice opaque(300, 40);
-    opaque.SetTabWidth(40);
     opaque.SetBackColor(BCColor(BC_COLOR_GREEN));
     ASSERT_TRUE(opaque.PosStr(BCPosition(0, 0), "\tx"));
     EXPECT_EQ(40 * opaque.GetChrHeight('H'), CountColor(opaque, BCRectangle(0, 0, 40, 40), kGreen));
@@ -258,15 +242,14 @@ class BoxWindow : public BCMainWindow {
     int painted = 0;
 };
 
-TEST_F(WindowDeviceTest, AWindowPutsItsSettingsIntoEveryContext) {
-    RedBlue tools;
+TEST_F(DeviceTest, AWindowPutsItsSettingsIntoEveryContext) {
+    Tools tools;
     BoxWindow window;
     window.SetWindowRect(BCRectangle(10, 10, 250, 150));
     ASSERT_TRUE(window.Create("devices"));
     window.Show(SW_SHOWNOACTIVATE);
     window.Update();
-    window.SetPen(&tools.pen);
-    window.SetBrush(&tools.brush);
+    tools.Equip(window);
     window.SetTextColor(BCColor(BC_COLOR_RED));
     window.SetBackMode(BC_BACK_TRANSPARENT);
     window.Invalidate(nullptr, 1);
@@ -316,10 +299,9 @@ void DrawScene(const char* face) {
     dev.ReleaseDC();
 }
 
-TEST_F(GdiLeakTest, DrawingASceneAThousandTimesLeavesNoObjectBehind) {
+TEST_F(DeviceTest, DrawingASceneAThousandTimesLeavesNoObjectBehind) {
     BCModule module(GetModuleHandleA(nullptr), "test_devices", 0);
-    ASSERT_TRUE(module.GetFontList()->Home());
-    std::string face = module.GetFontList()->GetFontName();
+    const std::string face = FirstFace(module);
     DrawScene(face.c_str()); // stock objects and shared buffers are made once
     const unsigned long count = BCGetGdiObjectCount();
     for (int i = 0; i < 1000; ++i)
