@@ -21,17 +21,13 @@ TEST_F(DeviceTest, MemoryDeviceStartsWhiteAndNestsItsContext) {
     ASSERT_TRUE(dev.SelectDC());
     void* dc = dev.GetDC();
     ASSERT_TRUE(dev.SelectDC());
-    EXPECT_EQ(dc, dev.GetDC());
-    EXPECT_EQ(2u, dev.GetSelectCount());
-    EXPECT_TRUE(dev.ReleaseDC());
-    EXPECT_TRUE(dev.ReleaseDC());
-    EXPECT_EQ(nullptr, dev.GetDC());
+    EXPECT_TRUE(dc == dev.GetDC() && dev.GetSelectCount() == 2u);
+    EXPECT_TRUE(dev.ReleaseDC() && dev.ReleaseDC() && !dev.GetDC());
     EXPECT_FALSE(dev.ReleaseDC()); // 10023
 
     // A device whose picture could not be made says so once and then has no context.
     BCMemoryDevice empty(0, 10);
-    EXPECT_FALSE(empty.SelectDC());
-    EXPECT_FALSE(empty.ReleaseDC());
+    EXPECT_FALSE(empty.SelectDC() || empty.ReleaseDC());
     EXPECT_EQ(0, empty.PutRect(BCRectangle(0, 0, 5, 5), BC_DRAW_FILLED));
     EXPECT_EQ((std::vector<unsigned int>{10023, 10049}), Taken());
 }
@@ -39,8 +35,7 @@ TEST_F(DeviceTest, MemoryDeviceStartsWhiteAndNestsItsContext) {
 TEST_F(DeviceTest, AWindowNotYetCreatedDrawsNothingAndSaysNothing) {
     BCMainWindow window(&App());
     BCBoxGraphic box(1, BCPosition(0, 0), BCSize(10, 10), nullptr, nullptr);
-    EXPECT_EQ(1, box.Draw(&window));
-    EXPECT_EQ(1, box.UnDraw(&window));
+    EXPECT_EQ(2, box.Draw(&window) + box.UnDraw(&window));
     EXPECT_EQ(0, window.PutRect(BCRectangle(0, 0, 5, 5), BC_DRAW_FILLED));
     EXPECT_FALSE(window.PosStr(BCPosition(0, 0), "x"));
     BCGraphicList list;
@@ -75,23 +70,23 @@ TEST_F(DrawingTest, ClosedShapesHaveThePenOnTheEdgeAndTheBrushInside) {
                                          {70, 20, kBlue},  {110, 20, kWhite}, {160, 25, kBlue},
                                          {130, 25, kRed},  {132, 12, kWhite}, {20, 60, kRed},
                                          {15, 60, kWhite}, {45, 60, kWhite}};
-    for (const auto& e : expected)
-        EXPECT_EQ(e[2], dev.GetPixel(static_cast<short>(e[0]), static_cast<short>(e[1]))) << e[0];
+    ExpectPixels(dev, expected);
     EXPECT_GT(CountColor(dev, BCRectangle(100, 60, 120, 81), kRed), 25);
     EXPECT_EQ(0, CountColor(dev, BCRectangle(80, 81, 120, 100), kRed)); // nothing below
     EXPECT_EQ(0, CountColor(dev, BCRectangle(80, 60, 99, 100), kRed));  // nor left
     EXPECT_TRUE(dev.ReleaseDC());
 
-    BCMemoryDevice chord(60, 60), pie(60, 60);
-    tools.Equip(chord);
-    tools.Equip(pie);
-    BCRectangle box(10, 10, 50, 50);
-    ASSERT_TRUE(chord.PutChord(box, BCPosition(50, 30), BCPosition(30, 10), BC_DRAW_FILLED));
-    ASSERT_TRUE(pie.PutPie(box, BCPosition(50, 30), BCPosition(30, 10), BC_DRAW_FILLED));
-    EXPECT_EQ(kBlue, chord.GetPixel(41, 19));  // between the arc and the chord
-    EXPECT_EQ(kWhite, chord.GetPixel(35, 25)); // inside the quarter, below the chord
-    EXPECT_EQ(kBlue, pie.GetPixel(35, 25));
-    EXPECT_EQ(kRed, pie.GetPixel(30, 30)); // the pie's sides meet at the centre
+    // The same quarter as a chord on the left and a pie on the right.
+    BCMemoryDevice parts(120, 60);
+    tools.Equip(parts);
+    ASSERT_TRUE(parts.PutChord(BCRectangle(10, 10, 50, 50), BCPosition(50, 30), BCPosition(30, 10),
+                               BC_DRAW_FILLED));
+    ASSERT_TRUE(parts.PutPie(BCRectangle(70, 10, 110, 50), BCPosition(110, 30), BCPosition(90, 10),
+                             BC_DRAW_FILLED));
+    // Between the arc and the chord; inside the quarter, below the chord; the pie's centre.
+    const unsigned long quarter[][3] = {
+        {41, 19, kBlue}, {35, 25, kWhite}, {95, 25, kBlue}, {90, 30, kRed}};
+    ExpectPixels(parts, quarter);
 }
 
 TEST_F(DrawingTest, LinesAndPointListsFollowThePen) {
@@ -109,14 +104,14 @@ TEST_F(DrawingTest, LinesAndPointListsFollowThePen) {
     short tri[] = {0, 0, 20, 0, 20, 20};
     BCPolyline line(3, tri), one(1, tri), none;
     ASSERT_TRUE(dev.PutPolyline(&line, BCPosition(10, 30)));
-    EXPECT_EQ(kRed, dev.GetPixel(30, 40));
-    EXPECT_EQ(kWhite, dev.GetPixel(25, 33)); // an open line fills nothing
     ASSERT_TRUE(dev.PutPolygon(&line, BCPosition(50, 30)));
-    EXPECT_EQ(kBlue, dev.GetPixel(65, 33));
-    EXPECT_EQ(kRed, dev.GetPixel(60, 40)); // the closing side
-    EXPECT_FALSE(dev.PutPolyline(&one, BCPosition(0, 70)));
-    EXPECT_FALSE(dev.PutPolygon(nullptr, BCPosition(0, 70)));
-    EXPECT_FALSE(dev.PutPolyline(&none, BCPosition(0, 70)));
+    // An open line fills nothing; a polygon has its closing side.
+    const unsigned long pixels[][3] = {
+        {30, 40, kRed}, {25, 33, kWhite}, {65, 33, kBlue}, {60, 40, kRed}};
+    ExpectPixels(dev, pixels);
+    for (BCPolyline* bad : {&one, &none, static_cast<BCPolyline*>(nullptr)})
+        EXPECT_FALSE(dev.PutPolyline(bad, BCPosition(0, 70)) ||
+                     dev.PutPolygon(bad, BCPosition(0, 70)));
     EXPECT_EQ(0, CountColor(dev, BCRectangle(0, 60, 100, 100), kRed));
 }
 
@@ -141,11 +136,9 @@ TEST_F(DrawingTest, ClearToolsPaintNothingAndNullToolsPutBackTheDefaults) {
     // Null tools put back the device's defaults, a black pen and a white brush.
     EXPECT_EQ(BCGetClearPen(), dev.SetPen(nullptr));
     EXPECT_EQ(BCGetClearBrush(), dev.SetBrush(nullptr));
-    EXPECT_EQ(BCGetBlackPen(), dev.GetPen());
-    EXPECT_EQ(BCGetWhiteBrush(), dev.GetBrush());
+    EXPECT_TRUE(dev.GetPen() == BCGetBlackPen() && dev.GetBrush() == BCGetWhiteBrush());
     ASSERT_TRUE(dev.PutRect(box, BC_DRAW_FILLED));
-    EXPECT_EQ(kBlack, dev.GetPixel(10, 40));
-    EXPECT_EQ(kWhite, dev.GetPixel(40, 40));
+    EXPECT_TRUE(dev.GetPixel(10, 40) == kBlack && dev.GetPixel(40, 40) == kWhite);
     EXPECT_TRUE(dev.ReleaseDC());
 
     // The background brush clears; without one, clearing paints white.
@@ -164,7 +157,6 @@ TEST_F(DrawingTest, TheOriginShiftsEverythingDrawnAndOutlivesTheContext) {
     BCMemoryDevice dev(100, 40);
     tools.Equip(dev);
     EXPECT_EQ(BCPosition(0, 0), dev.SetOrigin(BCPosition(30, 5)));
-    EXPECT_EQ(BCPosition(30, 5), dev.GetOrigin());
     ASSERT_TRUE(dev.PutRect(BCRectangle(40, 10, 50, 20), BC_DRAW_FILLED)); // a pair of its own
     EXPECT_EQ(100, CountColor(dev, BCRectangle(10, 5, 20, 15), kRed) +
                        CountColor(dev, BCRectangle(10, 5, 20, 15), kBlue));
@@ -205,7 +197,6 @@ TEST_F(TextTest, TabsMoveToTheStopsCountedFromTheTabOriginAsTheyAreMeasured) {
     BCMemoryDevice dev(300, 40);
     EXPECT_GT(dev.GetTabWidth(), 8 * dev.GetChrWidth('i') - 1); // eight average characters
     EXPECT_EQ(0, dev.SetTabWidth(40) + dev.SetTabOrigin(10));
-    EXPECT_EQ(40, dev.GetTabWidth());
     dev.SetBackMode(BC_BACK_TRANSPARENT);
     const short ab = dev.GetStrSize("ab").GetWidth(), c = dev.GetStrSize("c").GetWidth();
     ASSERT_LT(ab, 40);

@@ -47,6 +47,13 @@ inline std::pair<int, int> ColumnsOf(BCMemoryDevice& dev, short top, short botto
     return {left, right};
 }
 
+// Each pixel {x, y, colour} of the table as the device holds it.
+template <size_t N> void ExpectPixels(BCMemoryDevice& dev, const unsigned long (&table)[N][3]) {
+    for (const auto& e : table)
+        EXPECT_EQ(e[2], dev.GetPixel(static_cast<short>(e[0]), static_cast<short>(e[1])))
+            << e[0] << "," << e[1];
+}
+
 inline std::string RecordOf(BCObject& object) {
     std::ostringstream os = OutStream();
     EXPECT_TRUE(object.Save(os));

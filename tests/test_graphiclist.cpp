@@ -142,8 +142,7 @@ TEST_F(GraphicListTest, BadStreamsFailCleanlyAndKeepWhatLoaded) {
     }
     EXPECT_EQ((std::vector<unsigned>{10079u, 10079u}), Taken());
 
-    // An object that fails to load takes what its load made with it: a cut bitmap graphic
-    // leaves no picture behind.
+    // An object that fails to load frees what it made: a cut bitmap graphic leaves no picture.
     std::unique_ptr<BCBitmap> red(SolidBitmap(2, 2, kRed));
     BCGraphicList source;
     source.Append(nullptr, new BCBitmapGraphic(1, BCPosition(0, 0), BCSize(2, 2), red.get(), 1));
@@ -152,8 +151,7 @@ TEST_F(GraphicListTest, BadStreamsFailCleanlyAndKeepWhatLoaded) {
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(0, LoadFrom(BCGraphicList(), cut));
     EXPECT_EQ(objects, BCGetGdiObjectCount());
-    // Compounds nest 64 deep; deeper ones, thousands deep too, are refused without exhausting
-    // the stack.
+    // Compounds nest 64 deep; deeper ones, thousands too, are refused without exhausting the stack.
     for (int depth : {64, 65, 5000}) {
         std::string deep;
         for (int i = 0; i < depth; ++i)

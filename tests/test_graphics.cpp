@@ -6,13 +6,6 @@ struct DrawingTest : Quiet {};
 struct GraphicObjectTest : Quiet {};
 struct StreamTest : Quiet {};
 
-// Each pixel {x, y, colour} of the table as the device holds it.
-template <size_t N> void ExpectPixels(BCMemoryDevice& dev, const unsigned long (&table)[N][3]) {
-    for (const auto& e : table)
-        EXPECT_EQ(e[2], dev.GetPixel(static_cast<short>(e[0]), static_cast<short>(e[1])))
-            << e[0] << "," << e[1];
-}
-
 TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
     BCGraphicObject g(70, 7, BCPosition(10, 20), BCSize(5, 4));
     for (BCPosition at : {BCPosition(10, 20), BCPosition(14, 23), BCPosition(15, 20),
@@ -208,8 +201,7 @@ TEST_F(DrawingTest, ArcFamilyAndPointLists) {
         EXPECT_EQ(1, shape->UnDraw(&dev) - shape->Draw(nullptr));
     EXPECT_EQ(0, CountNotWhite(dev));
 
-    // Point lists: one point draws nothing and gives 0; points move with 16-bit wrap, so
-    // -32768 + -32718 lands on x = 50.
+    // One point draws nothing; points move with 16-bit wrap: -32768 + -32718 lands on x = 50.
     const short one[] = {5, 5}, farPts[] = {-32768, 0, -32768, 20};
     BCPolyline single(1, one), wrapped(2, farPts);
     BCPolylineGraphic wrap(6, BCPosition(-32718, 10), BCSize(0, 0), nullptr, &t.red);
