@@ -67,7 +67,7 @@ template <class T> int LoadFrom(T&& object, const std::string& record) {
 }
 
 // The record of `object` once it has loaded `record`.
-template <class T> std::string Reloaded(T& object, const std::string& record) {
+template <class T> std::string Reloaded(T&& object, const std::string& record) {
     EXPECT_TRUE(LoadFrom(object, record));
     return RecordOf(object);
 }

@@ -59,7 +59,7 @@ TEST_F(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     BCFontList* faces = module.GetFontList();
     const std::string face = FirstFace(module);
     BCFont font(face.c_str(), &module, faces);
-    EXPECT_EQ(10u, font.GetPointSize());
+    EXPECT_TRUE(face == font.GetFontName() && font.GetPointSize() == 10u);
     BCMemoryDevice dev(300, 100);
     EXPECT_EQ(nullptr, dev.SetFont(&font));
     const short small = dev.GetStrSize("Hello").GetHeight();

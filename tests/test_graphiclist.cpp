@@ -24,7 +24,10 @@ BCBitmap* SolidBitmap(short w, short h, COLORREF color) {
 class ProbeGraphic : public BCGraphicObject {
   public:
     ProbeGraphic(const BCPosition& pos, int result)
-        : BCGraphicObject(70, 0, pos, BCSize(10, 10)), m_result(result) {}
+        : BCGraphicObject(70, 0, pos, BCSize(10, 10)), m_result(result) {
+        ++alive;
+    }
+    ~ProbeGraphic() override { --alive; }
     int Draw(BCDisplayDevice*) override { return Seen(); }
     int UnDraw(BCDisplayDevice*) override { return Seen(); }
     int Seen() {
@@ -32,6 +35,7 @@ class ProbeGraphic : public BCGraphicObject {
         return m_result;
     }
     std::vector<BCPosition> seen;
+    static inline int alive = 0;
 
   private:
     int m_result;
@@ -218,6 +222,11 @@ TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
     EXPECT_EQ(0, list.Draw(&dev));
     dev.ReleaseDC();
     EXPECT_EQ(low, list.GetHitObject(p, 0)); // null items are skipped
+
+    // A list deletes the objects it still holds when it goes.
+    const int probes = ProbeGraphic::alive;
+    std::make_unique<BCGraphicList>()->Append(nullptr, new ProbeGraphic(BCPosition(0, 0), 1));
+    EXPECT_EQ(probes, ProbeGraphic::alive);
 
     // A compound at (10, 20) holding a line at (5, 5) draws it from (15, 25).
     BCPen black(BC_PEN_SOLID, 1, BCColor(BC_COLOR_BLACK));
