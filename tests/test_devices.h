@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,21 +47,57 @@ inline std::pair<int, int> ColumnsOf(BCMemoryDevice& dev, short top, short botto
     return {left, right};
 }
 
+// Each pixel {x, y, colour} of the table as the device holds it.
+template <size_t N> void ExpectPixels(BCMemoryDevice& dev, const unsigned long (&table)[N][3]) {
+    for (const auto& e : table)
+        EXPECT_EQ(e[2], dev.GetPixel(static_cast<short>(e[0]), static_cast<short>(e[1])))
+            << e[0] << "," << e[1];
+}
+
 inline std::string RecordOf(BCObject& object) {
     std::ostringstream os = OutStream();
     EXPECT_TRUE(object.Save(os));
     return os.str();
 }
 
+// What loading `record` into `object` answers.
+template <class T> int LoadFrom(T&& object, const std::string& record) {
+    std::istringstream is = InStream(record);
+    return object.Load(is);
+}
+
+// The record of `object` once it has loaded `record`.
+template <class T> std::string Reloaded(T&& object, const std::string& record) {
+    EXPECT_TRUE(LoadFrom(object, record));
+    return RecordOf(object);
+}
+
+// The first face the module lists.
+inline std::string FirstFace(BCModule& module) {
+    EXPECT_TRUE(module.GetFontList()->Home());
+    return module.GetFontList()->GetFontName();
+}
+
 // Every cut of a record short of its end must be refused.
 template <class T, class Make> void EveryShortRecordFails(const std::string& record, Make make) {
     for (size_t n = 0; n < record.size(); ++n) {
-        T* object = make();
-        std::istringstream is = InStream(record.substr(0, n));
-        EXPECT_FALSE(object->Load(is)) << "cut at " << n;
-        delete object;
+        std::unique_ptr<T> object(make());
+        EXPECT_FALSE(LoadFrom(*object, record.substr(0, n))) << "cut at " << n;
     }
 }
+
+// Pens and brushes in plain colours; equipping a device gives it the red pen and blue brush.
+struct Tools {
+    BCPen red{BC_PEN_SOLID, 1, BCColor(BC_COLOR_RED)};
+    BCPen black{BC_PEN_SOLID, 1, BCColor(BC_COLOR_BLACK)};
+    BCPen green{BC_PEN_SOLID, 1, BCColor(BC_COLOR_GREEN)};
+    BCBrush blue{BCColor(BC_COLOR_BLUE)};
+    BCBrush greenBrush{BCColor(BC_COLOR_GREEN)};
+    void Equip(BCDisplayDevice& dev) {
+        dev.SetPen(&red);
+        dev.SetBrush(&blue);
+    }
+};
 
 // A test that records every message and expects none it did not clear.
 class Quiet : public ::testing::Test {

@@ -1,6 +1,3 @@
-#include <memory>
-#include <string>
-
 #include "test_graphics.h"
 
 namespace {
@@ -8,14 +5,6 @@ namespace {
 struct DrawingTest : Quiet {};
 struct GraphicObjectTest : Quiet {};
 struct StreamTest : Quiet {};
-
-struct Tools {
-    BCPen red{BC_PEN_SOLID, 1, BCColor(BC_COLOR_RED)};
-    BCPen black{BC_PEN_SOLID, 1, BCColor(BC_COLOR_BLACK)};
-    BCPen green{BC_PEN_SOLID, 1, BCColor(BC_COLOR_GREEN)};
-    BCBrush blue{BCColor(BC_COLOR_BLUE)};
-    BCBrush greenBrush{BCColor(BC_COLOR_GREEN)};
-};
 
 TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
     BCGraphicObject g(70, 7, BCPosition(10, 20), BCSize(5, 4));
@@ -25,65 +14,68 @@ TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
     // The far edge is summed without 16-bit wrap.
     EXPECT_EQ(BCPosition(10, 20), g.SetPos(BCPosition(32000, 0)));
     EXPECT_EQ(BCSize(5, 4), g.SetSize(BCSize(1000, 10)));
-    EXPECT_TRUE(g.IsHit(BCPosition(32767, 9)));
-    EXPECT_FALSE(g.IsHit(BCPosition(-32768, 5)));
+    EXPECT_TRUE(g.IsHit(BCPosition(32767, 9)) && !g.IsHit(BCPosition(-32768, 5)));
     g.SetSize(BCSize(0, 10));
     EXPECT_FALSE(g.IsHit(BCPosition(32000, 5)));
     EXPECT_EQ(7u, g.SetID(9));
     EXPECT_EQ(9u, g.GetID());
-    std::istringstream is = InStream(Head(74, 1, 2, 3, 4, 5)); // another class's record
-    EXPECT_EQ(0, g.Load(is));
+    EXPECT_EQ(0, LoadFrom(g, Head(74, 1, 2, 3, 4, 5))); // another class's record
 
     // The base draws its class name at its position; erasing is a no-op.
     BCGraphicObject named(70, 1, BCPosition(2, 2), BCSize(50, 20));
     BCMemoryDevice dev(120, 30);
-    EXPECT_TRUE(named.Draw(&dev));
-    EXPECT_GT(CountNotWhite(dev), 20);
+    EXPECT_TRUE(named.Draw(&dev) && CountNotWhite(dev) > 20);
     EXPECT_EQ(2, ColumnsOf(dev, 0, 30, kBlack).first / 2 * 2); // at x 2 (or 3, the bearing)
-    EXPECT_EQ(1, named.UnDraw(&dev));
-    EXPECT_EQ(0, named.Draw(nullptr));
+    EXPECT_EQ(1, named.UnDraw(&dev) - named.Draw(nullptr));
 
+    // Only bit 0 of a flag counts.
     BCDrawGraphic d(71);
     EXPECT_EQ(-1, d.GetFrame() + d.GetFill());
-    d.SetFill(2); // only bit 0 counts
+    d.SetFill(2);
     EXPECT_EQ(0, d.GetFill());
     d.SetFill(1);
     d.SetFrame(2);
     EXPECT_EQ(-1, d.GetFill() + d.GetFrame());
     d.SetMode(3, 0, 5);
-    EXPECT_EQ(-1, d.GetFrame() + d.GetFill());
-    EXPECT_EQ(-1, d.GetOpaque());
+    EXPECT_EQ(-2, d.GetFrame() + d.GetFill() + d.GetOpaque());
     Tools t;
     EXPECT_EQ(nullptr, d.SetPen(&t.red));
     EXPECT_EQ(&t.red, d.SetPen(&t.black));
     EXPECT_EQ(nullptr, d.SetBrush(&t.blue));
-    EXPECT_EQ(&t.blue, d.GetBrush());
+    EXPECT_EQ(&t.blue, d.SetBrush(nullptr));
 }
 
 TEST_F(GraphicObjectTest, TypeCodesNamesAndDumps) {
-    const char* names[] = {"Line",   "Polyline", "Box",   "Polygon", "Arc",
-                           "Circle", "Ellipse",  "Chord", "Pie"};
+    // 70 to 83 make their classes, framed where they draw with a pen; others leave `out` alone.
+    const char* names[] = {"GraphicObject",  "DrawGraphic",    "LineGraphic", "PolylineGraphic",
+                           "BoxGraphic",     "PolygonGraphic", "ArcGraphic",  "CircleGraphic",
+                           "EllipseGraphic", "ChordGraphic",   "PieGraphic",  "TextGraphic",
+                           "BitmapGraphic",  "CompoundGraphic"};
     BCGraphicList maker;
-    for (unsigned code = 72; code <= 80; ++code) {
-        BCGraphicObject* shape = nullptr;
-        ASSERT_TRUE(maker.MakeEmptyObject(code, shape));
-        EXPECT_EQ(std::string("BC") + names[code - 72] + "Graphic", shape->GetObjectTypeStr());
-        EXPECT_EQ(-1, dynamic_cast<BCDrawGraphic&>(*shape).GetFrame());
-        delete shape;
+    for (unsigned code = 70; code <= 83; ++code) {
+        BCGraphicObject* made = nullptr;
+        ASSERT_TRUE(maker.MakeEmptyObject(code, made));
+        std::unique_ptr<BCGraphicObject> shape(made);
+        EXPECT_EQ(code, shape->GetObjectType());
+        EXPECT_EQ(std::string("BC") + names[code - 70], shape->GetObjectTypeStr());
+        auto* drawn = dynamic_cast<BCDrawGraphic*>(shape.get());
+        EXPECT_TRUE(!drawn || drawn->GetFrame() == -1) << code;
     }
-    BCGraphicObject(70, 5, BCPosition(-1, 2), BCSize(3, 4)).Display(nullptr);
+    BCGraphicObject plain(70, 5, BCPosition(-1, 2), BCSize(3, 4));
+    BCGraphicObject* out = &plain;
+    EXPECT_TRUE(!maker.MakeEmptyObject(95, out) && out == &plain);
+    EXPECT_EQ((std::vector<unsigned>{10079u}), Taken());
+
+    const BCPosition o(0, 0);
+    const BCSize ten(10, 10);
     BCBoxGraphic b(6, BCPosition(1, 2), BCSize(3, 4), nullptr, nullptr);
     b.SetFill(1);
-    b.Display("B: ");
-    BCArcGraphic(8, BCPosition(0, 0), BCSize(10, 10), BCPosition(1, 2), BCPosition(3, -4), nullptr)
-        .Display("A ");
-    BCPieGraphic p(9, BCPosition(0, 0), BCSize(10, 10), BCPosition(5, 6), BCPosition(7, 8), nullptr,
-                   nullptr);
+    BCPieGraphic p(9, o, ten, BCPosition(5, 6), BCPosition(7, 8), nullptr, nullptr);
     p.SetMode(0, 0, 1);
-    p.Display(nullptr);
-    BCChordGraphic(1, BCPosition(0, 0), BCSize(1, 1), BCPosition(2, 3), BCPosition(4, 5), nullptr,
-                   nullptr)
-        .Display("C ");
+    BCArcGraphic a(8, o, ten, BCPosition(1, 2), BCPosition(3, -4), nullptr);
+    BCChordGraphic c(1, o, BCSize(1, 1), BCPosition(2, 3), BCPosition(4, 5), nullptr, nullptr);
+    const std::pair<BCGraphicObject*, const char*> dumps[] = {
+        {&plain, nullptr}, {&b, "B: "}, {&a, "A "}, {&p, nullptr}, {&c, "C "}};
     const char* texts[] = {
         "wID=5, coX=-1, coY=2, coW=3, coH=4",
         "B: blFrame=-1, blFill=-1, blOpaque=0, wID=6, coX=1, coY=2, coW=3, coH=4",
@@ -93,6 +85,8 @@ TEST_F(GraphicObjectTest, TypeCodesNamesAndDumps) {
         "coX=0, coY=0, coW=10, coH=10",
         "C coStartX=2, coStartY=3, coEndX=4, coEndY=5blFrame=-1, blFill=0, blOpaque=0, wID=1, "
         "coX=0, coY=0, coW=1, coH=1"};
+    for (const auto& dump : dumps)
+        dump.first->Display(dump.second);
     ASSERT_EQ(5u, recorder.Count());
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(texts[i], recorder.Entries()[i].text);
@@ -101,12 +95,13 @@ TEST_F(GraphicObjectTest, TypeCodesNamesAndDumps) {
 
 TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) {
     Tools t;
-    BCMemoryDevice dev(200, 120);
+    BCMemoryDevice dev(200, 120), c(100, 60), l(100, 100);
+    const BCRectangle all(0, 0, 200, 120);
     dev.SetPen(&t.black);
     BCBoxGraphic box(1, BCPosition(10, 10), BCSize(20, 20), &t.red, &t.blue);
     box.SetFill(1);
     EXPECT_EQ(1, box.Draw(&dev));
-    EXPECT_EQ(18 * 18, CountColor(dev, BCRectangle(0, 0, 200, 120), kBlue));
+    EXPECT_EQ(18 * 18, CountColor(dev, all, kBlue));
     EXPECT_EQ(400, CountNotWhite(dev));
     // The device gets its own settings back.
     EXPECT_EQ(&t.black, dev.GetPen());
@@ -116,7 +111,7 @@ TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) 
     // Erasing repaints the edge white and the inside with the background brush.
     dev.SetBackground(&t.greenBrush);
     EXPECT_EQ(1, box.UnDraw(&dev));
-    EXPECT_EQ(18 * 18, CountColor(dev, BCRectangle(0, 0, 200, 120), kGreen));
+    EXPECT_EQ(18 * 18, CountColor(dev, all, kGreen));
     EXPECT_EQ(18 * 18, CountNotWhite(dev));
     dev.SetBackground(nullptr);
 
@@ -132,23 +127,18 @@ TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) 
     EXPECT_EQ(kBlue, dev.GetPixel(130, 30));
 
     // A circle is the largest one centred in its box; a frameless filled one has no edge.
-    BCMemoryDevice c(100, 60);
     BCCircleGraphic circle(4, BCPosition(10, 10), BCSize(60, 40), &t.red, &t.blue);
     circle.SetMode(0, 1, 0);
     EXPECT_EQ(1, circle.Draw(&c));
     EXPECT_NEAR(20, ColumnsOf(c, 0, 60, kBlue).first, 1);
     EXPECT_NEAR(60, ColumnsOf(c, 0, 60, kBlue).second, 1);
     EXPECT_EQ(0, CountColor(c, BCRectangle(0, 0, 100, 60), kRed));
-    EXPECT_EQ(1, circle.UnDraw(&c));
-    EXPECT_EQ(0, CountNotWhite(c));
-
     // A line with a negative size runs up and to the left.
-    BCMemoryDevice l(100, 100);
     BCLineGraphic line(5, BCPosition(60, 60), BCSize(-40, -40), &t.red);
     EXPECT_EQ(1, line.Draw(&l));
     EXPECT_EQ(40, CountColor(l, BCRectangle(21, 21, 61, 61), kRed));
-    EXPECT_EQ(1, line.UnDraw(&l));
-    EXPECT_EQ(0, CountNotWhite(l));
+    EXPECT_TRUE(circle.UnDraw(&c) && line.UnDraw(&l));
+    EXPECT_EQ(0, CountNotWhite(c) + CountNotWhite(l));
     for (BCGraphicObject* g :
          std::initializer_list<BCGraphicObject*>{&box, &line, &ellipse, &circle})
         EXPECT_EQ(0, g->Draw(nullptr) + g->UnDraw(nullptr));
@@ -157,7 +147,7 @@ TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) 
 TEST_F(DrawingTest, ShapesWithoutToolsOfTheirOwnLeaveTheDeviceAsTheyFoundIt) {
     Tools t;
     // Drawn, erased and drawn again with the device's own pen each time.
-    BCMemoryDevice dev(60, 60);
+    BCMemoryDevice dev(60, 60), quirk(100, 50);
     BCLineGraphic line(1, BCPosition(5, 5), BCSize(40, 0), nullptr);
     for (int round = 0; round < 2; ++round) {
         ASSERT_EQ(1, line.Draw(&dev));
@@ -168,18 +158,16 @@ TEST_F(DrawingTest, ShapesWithoutToolsOfTheirOwnLeaveTheDeviceAsTheyFoundIt) {
     // A filled box without a frame gives the application its pen and brush back.
     BCBoxGraphic box(2, BCPosition(10, 10), BCSize(20, 20), nullptr, &t.blue);
     box.SetMode(0, 1, 0);
-    ASSERT_EQ(1, box.Draw(&dev));
-    EXPECT_EQ(BCGetBlackPen(), dev.GetPen());
-    EXPECT_EQ(BCGetWhiteBrush(), dev.GetBrush());
+    for (int (BCBoxGraphic::*paint)(BCDisplayDevice*) :
+         {&BCBoxGraphic::Draw, &BCBoxGraphic::UnDraw}) {
+        ASSERT_EQ(1, (box.*paint)(&dev));
+        EXPECT_TRUE(dev.GetPen() == BCGetBlackPen() && dev.GetBrush() == BCGetWhiteBrush());
+    }
     dev.MoveTo(BCPosition(0, 50));
     dev.LineTo(BCPosition(60, 50));
     EXPECT_EQ(60, CountColor(dev, BCRectangle(0, 50, 60, 51), kBlack));
-    ASSERT_EQ(1, box.UnDraw(&dev));
-    EXPECT_EQ(BCGetBlackPen(), dev.GetPen());
-    EXPECT_EQ(BCGetWhiteBrush(), dev.GetBrush());
 
     // A frame without a pen of its own puts back the pen of an earlier setup, on purpose.
-    BCMemoryDevice quirk(100, 50);
     quirk.SetPen(&t.black);
     BCBoxGraphic own(3, BCPosition(5, 5), BCSize(10, 10), &t.red, nullptr);
     own.Draw(&quirk); // remembers the black pen
@@ -195,28 +183,26 @@ TEST_F(DrawingTest, ArcFamilyAndPointLists) {
     Tools t;
     // Counter-clockwise from the right-hand point to the left-hand one: the upper half.
     BCMemoryDevice dev(200, 120);
-    BCArcGraphic arc(1, BCPosition(10, 10), BCSize(40, 40), BCPosition(60, 30), BCPosition(0, 30),
-                     &t.red);
-    BCPieGraphic pie(2, BCPosition(60, 10), BCSize(40, 40), BCPosition(110, 30), BCPosition(50, 30),
-                     &t.red, &t.blue);
-    BCChordGraphic chord(3, BCPosition(110, 10), BCSize(40, 40), BCPosition(160, 30),
-                         BCPosition(100, 30), &t.red, &t.blue);
-    for (BCDrawGraphic* shape : std::initializer_list<BCDrawGraphic*>{&arc, &pie, &chord}) {
+    const BCSize size(40, 40);
+    BCArcGraphic arc(1, BCPosition(10, 10), size, BCPosition(60, 30), BCPosition(0, 30), &t.red);
+    BCPieGraphic pie(2, BCPosition(60, 10), size, BCPosition(110, 30), BCPosition(50, 30), &t.red,
+                     &t.blue);
+    BCChordGraphic chord(3, BCPosition(110, 10), size, BCPosition(160, 30), BCPosition(100, 30),
+                         &t.red, &t.blue);
+    const std::initializer_list<BCDrawGraphic*> family{&arc, &pie, &chord};
+    for (BCDrawGraphic* shape : family) {
         shape->SetFill(1); // the arc has no interior whatever the flag
         EXPECT_EQ(1, shape->Draw(&dev));
     }
-    const int expected[][3] = {{30, 10, kRed},  {30, 49, kWhite}, {30, 20, kWhite},
-                               {80, 20, kBlue}, {80, 40, kWhite}, {130, 20, kBlue},
-                               {130, 10, kRed}};
-    for (const auto& e : expected)
-        EXPECT_EQ(static_cast<unsigned long>(e[2]), dev.GetPixel(e[0], e[1]))
-            << e[0] << "," << e[1];
-    for (BCDrawGraphic* shape : std::initializer_list<BCDrawGraphic*>{&arc, &pie, &chord})
+    const unsigned long arcs[][3] = {{30, 10, kRed},  {30, 49, kWhite}, {30, 20, kWhite},
+                                     {80, 20, kBlue}, {80, 40, kWhite}, {130, 20, kBlue},
+                                     {130, 10, kRed}};
+    ExpectPixels(dev, arcs);
+    for (BCDrawGraphic* shape : family)
         EXPECT_EQ(1, shape->UnDraw(&dev) - shape->Draw(nullptr));
     EXPECT_EQ(0, CountNotWhite(dev));
 
-    // Point lists: one point draws nothing and gives 0; points move with 16-bit wrap, so
-    // -32768 + -32718 lands on x = 50.
+    // One point draws nothing; points move with 16-bit wrap: -32768 + -32718 lands on x = 50.
     const short one[] = {5, 5}, farPts[] = {-32768, 0, -32768, 20};
     BCPolyline single(1, one), wrapped(2, farPts);
     BCPolylineGraphic wrap(6, BCPosition(-32718, 10), BCSize(0, 0), nullptr, &t.red);
@@ -233,9 +219,8 @@ TEST_F(DrawingTest, ArcFamilyAndPointLists) {
     BCPolygonGraphic polygon(7, BCPosition(100, 50), BCSize(20, 20), &outline, &t.red, &t.blue);
     polygon.SetFill(1);
     EXPECT_NE(0, polygon.Draw(&dev));
-    EXPECT_EQ(kRed, dev.GetPixel(120, 70));
-    EXPECT_EQ(kBlue, dev.GetPixel(110, 60));
-    EXPECT_EQ(kWhite, dev.GetPixel(121, 60));
+    const unsigned long polygonPixels[][3] = {{120, 70, kRed}, {110, 60, kBlue}, {121, 60, kWhite}};
+    ExpectPixels(dev, polygonPixels);
     EXPECT_NE(0, polygon.UnDraw(&dev));
     EXPECT_EQ(0, CountNotWhite(dev));
     EXPECT_EQ(0, polygon.Draw(nullptr) + polygon.UnDraw(nullptr) + wrap.UnDraw(nullptr));
@@ -245,78 +230,62 @@ TEST_F(StreamTest, DrawGraphicSaveAndLoadAreDifferentRecords) {
     Tools t;
     // All flags off: the base record and a word 0, no presence marks; flags on: pen mark,
     // brush mark, word 1, then the pen's and brush's own records.
-    BCBoxGraphic off(3, BCPosition(1, -2), BCSize(30, 40), &t.red, nullptr);
+    BCBoxGraphic off(3, BCPosition(1, -2), BCSize(30, 40), &t.red, nullptr), back;
+    BCBoxGraphic full(4, BCPosition(5, 6), BCSize(7, 8), &t.red, &t.blue);
+    BCBoxGraphic bare(5, BCPosition(0, 0), BCSize(2, 2), nullptr, nullptr);
     off.SetMode(0, 0, 0);
+    full.SetFill(1);
     const std::string pen = RecordOf(t.red), brush = RecordOf(t.blue);
     EXPECT_EQ(Head(74, 3, 1, -2, 30, 40) + LE32(0) + pen, RecordOf(off));
-    BCBoxGraphic full(4, BCPosition(5, 6), BCSize(7, 8), &t.red, &t.blue);
-    full.SetFill(1);
     EXPECT_EQ(Head(74, 4, 5, 6, 7, 8) + LE32(1) + LE32(1) + LE32(1) + pen + brush, RecordOf(full));
-    BCBoxGraphic bare(5, BCPosition(0, 0), BCSize(2, 2), nullptr, nullptr);
     EXPECT_EQ(Head(74, 5, 0, 0, 2, 2) + LE32(0) + LE32(0) + LE32(1), RecordOf(bare));
 
     // Reading back its own record: the flags byte is the first byte of the pen mark and the
     // brush mark is made of the bytes that follow, so a brush is expected that is not there.
-    BCBoxGraphic back;
-    std::istringstream is = InStream(RecordOf(bare));
-    EXPECT_EQ(0, back.Load(is));
-    EXPECT_EQ(5u, back.GetID());
-    EXPECT_EQ(nullptr, back.GetPen());
+    EXPECT_EQ(0, LoadFrom(back, RecordOf(bare)));
+    EXPECT_TRUE(back.GetID() == 5u && !back.GetPen());
     delete back.GetBrush();
     // What Load does read: flags byte, pen mark, brush mark, then the records.
-    is = InStream(Head(74, 9, 10, 10, 20, 20) + "\x07" + LE32(1) + LE32(1) + pen + brush);
-    ASSERT_EQ(1, back.Load(is));
+    ASSERT_EQ(
+        1, LoadFrom(back, Head(74, 9, 10, 10, 20, 20) + "\x07" + LE32(1) + LE32(1) + pen + brush));
     std::unique_ptr<BCPen> madePen(back.GetPen());
     std::unique_ptr<BCBrush> madeBrush(back.GetBrush());
     EXPECT_EQ(-3, back.GetFrame() + back.GetFill() + back.GetOpaque());
     BCMemoryDevice dev(50, 50);
     back.Draw(&dev);
-    EXPECT_EQ(kRed, dev.GetPixel(10, 10));
-    EXPECT_EQ(kBlue, dev.GetPixel(20, 20));
+    EXPECT_TRUE(dev.GetPixel(10, 10) == kRed && dev.GetPixel(20, 20) == kBlue);
     const std::string good = Head(74, 2, 0, 0, 1, 1) + "\x02" + LE32(0) + LE32(0);
-    is = InStream(good);
-    ASSERT_EQ(1, back.Load(is));
+    ASSERT_EQ(1, LoadFrom(back, good));
     EXPECT_EQ(-1, back.GetFill() - back.GetFrame());
     EXPECT_TRUE(!back.GetPen() && !back.GetBrush());
-    // Another type's record and every cut of a good record are refused without harm.
-    is = InStream(good);
-    EXPECT_EQ(0, BCCircleGraphic().Load(is));
+    // Another type's record, every cut of a good record and a failing stream are refused.
+    EXPECT_EQ(0, LoadFrom(BCCircleGraphic(), good));
     EveryShortRecordFails<BCBoxGraphic>(good, [] { return new BCBoxGraphic(); });
     std::ostringstream bad = OutStream();
     bad.setstate(std::ios::badbit);
-    EXPECT_EQ(0, full.Save(bad));
+    EXPECT_EQ(0, full.Save(bad) + BCGraphicObject(70).Save(bad));
 }
 
 TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
-    const std::string drawRec = LE32(0) + LE32(0) + LE32(1);
+    const std::string drawRec = LE32(0) + LE32(0) + LE32(1), flags = "\x01" + LE32(0) + LE32(0);
     const BCPosition at(2, 3), start(-6, 7), end(8, -9);
-    BCArcGraphic arc(1, at, BCSize(4, 5), start, end, nullptr);
-    BCPieGraphic pie(1, at, BCSize(4, 5), start, end, nullptr, nullptr);
+    BCArcGraphic arc(1, at, BCSize(4, 5), start, end, nullptr), freshArc;
+    BCPieGraphic pie(1, at, BCSize(4, 5), start, end, nullptr, nullptr), freshPie;
     BCChordGraphic chord(1, at, BCSize(4, 5), start, end, nullptr, nullptr);
     BCDrawGraphic* shapes[] = {&arc, &pie, &chord};
+    BCDrawGraphic* fresh[] = {&freshArc, &freshPie};
     const unsigned codes[] = {76, 80, 79};
-    auto loadable = [](unsigned code) {
-        return Head(code, 1, 0, 0, 10, 10) + "\x01" + LE32(0) + LE32(0) + LE16(11) + LE16(12) +
-               LE16(13) + LE16(14);
-    };
     for (int i = 0; i < 3; ++i) {
+        const std::string loadable =
+            Head(codes[i], 1, 0, 0, 10, 10) + flags + LE16(11) + LE16(12) + LE16(13) + LE16(14);
         EXPECT_EQ(Head(codes[i], 1, 2, 3, 4, 5) + drawRec + LE16(-6) + LE16(7) + LE16(8) + LE16(-9),
                   RecordOf(*shapes[i]));
-        std::istringstream is = InStream(loadable(codes[i]).substr(0, 20)); // cut in the base
-        EXPECT_EQ(0, shapes[i]->Load(is)) << codes[i];
-        is = InStream(loadable(codes[i]));
-        EXPECT_EQ(1, shapes[i]->Load(is)) << codes[i];
+        EXPECT_EQ(0, LoadFrom(*shapes[i], loadable.substr(0, 20))); // cut in the base
+        EXPECT_EQ(1, LoadFrom(*shapes[i], loadable)) << codes[i];
+        // Cut after two coordinates: the first two are taken and the load fails.
+        EXPECT_TRUE(i == 2 || !LoadFrom(*fresh[i], loadable.substr(0, 29)));
     }
     EXPECT_EQ(BCPosition(13, 14), chord.GetEnd());
-    // Cut after two coordinates: the first two are taken and the load fails.
-    BCArcGraphic freshArc;
-    BCPieGraphic freshPie;
-    BCDrawGraphic* fresh[] = {&freshArc, &freshPie};
-    for (int i = 0; i < 2; ++i) {
-        std::istringstream is =
-            InStream(loadable(codes[i]).substr(0, loadable(codes[i]).size() - 4));
-        EXPECT_EQ(0, fresh[i]->Load(is));
-    }
     EXPECT_EQ(BCPosition(11, 12), freshArc.GetStart());
     EXPECT_EQ(BCPosition(0, 0), freshArc.GetEnd());
     EXPECT_EQ(BCPosition(11, 12), freshPie.GetStart());
@@ -324,22 +293,18 @@ TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
     // Point lists: the polyline's own record follows; Load always makes a new polyline.
     const short pts[] = {1, 2, 3, 4};
     BCPolyline line(2, pts);
-    BCPolylineGraphic open(1, BCPosition(0, 0), BCSize(1, 1), &line, nullptr);
-    EXPECT_EQ(Head(73, 1, 0, 0, 1, 1) + drawRec + RecordOf(line), RecordOf(open));
+    BCPolylineGraphic open(1, BCPosition(0, 0), BCSize(1, 1), &line, nullptr), back;
     BCPolygonGraphic closed;
+    EXPECT_EQ(Head(73, 1, 0, 0, 1, 1) + drawRec + RecordOf(line), RecordOf(open));
     std::ostringstream os = OutStream();
     EXPECT_EQ(0, closed.Save(os)); // no polyline: nothing to write
     EXPECT_EQ("", os.str());
-    std::istringstream is =
-        InStream(Head(75, 1, 0, 0, 1, 1) + "\x01" + LE32(0) + LE32(0) + RecordOf(line));
     EXPECT_EQ(nullptr, closed.SetPolyline(&line));
-    EXPECT_EQ(1, closed.Load(is));
+    EXPECT_EQ(1, LoadFrom(closed, Head(75, 1, 0, 0, 1, 1) + flags + RecordOf(line)));
     std::unique_ptr<BCPolyline> made(closed.GetPolyline());
     ASSERT_NE(&line, made.get());
     EXPECT_EQ(BCPosition(3, 4), made->GetPoint(1));
-    BCPolylineGraphic back;
-    is = InStream(Head(73, 1, 0, 0, 1, 1) + "\x01" + LE32(0) + LE32(0));
-    EXPECT_EQ(0, back.Load(is)); // the polyline record is missing
+    EXPECT_EQ(0, LoadFrom(back, Head(73, 1, 0, 0, 1, 1) + flags)); // the polyline is missing
     delete back.GetPolyline();
 }
 

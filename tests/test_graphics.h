@@ -7,8 +7,7 @@ inline std::string Head(unsigned code, unsigned id, short x, short y, short w, s
     return LE32(code) + LE32(id) + LE16(x) + LE16(y) + LE16(w) + LE16(h);
 }
 
-// What a graphic-list load hangs off its objects belongs to the caller: the bitmaps and the
-// compounds' lists.
+// What a graphic-list load hangs off its objects belongs to the caller: bitmaps, compounds' lists.
 inline void FreeLoaded(BCGraphicList* list) {
     for (int more = list->Home(); more; more = list->Next()) {
         auto* obj = static_cast<BCGraphicObject*>(list->GetCrntItem());
