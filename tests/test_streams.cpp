@@ -66,6 +66,7 @@ TEST(StreamPrimitiveTest, ShortStreamsAndAbsurdLengthsFail) {
     EXPECT_FALSE(BCStreamOK(three));
     EXPECT_EQ(0, BCLoadCoord(one, coord));
     EXPECT_EQ(0, BCLoadFarBlk(five, nullptr, 2));
+    EXPECT_EQ(1, BCLoadFarBlk(five, nullptr, 0)); // nothing to read is no failure
     EXPECT_EQ(0, BCLoadFarBlk(five, block, -1));
     EXPECT_EQ(0, BCLoadFarBlk(five, block, 8));
     EXPECT_EQ(0, BCLoadStringPtr(cut, text)); // more bytes claimed than follow
