@@ -83,20 +83,3 @@ class BCWindowDC {
     HWND m_window;
     HDC m_dc;
 };
-
-// A memory context compatible with `dc` (the screen when null) for one scope.
-class BCCompatibleDC {
-  public:
-    explicit BCCompatibleDC(HDC dc)
-        : m_dc(BCTraced(CreateCompatibleDC(dc), "CreateCompatibleDC")) {}
-    ~BCCompatibleDC() {
-        if (m_dc)
-            DeleteDC(m_dc);
-    }
-    BCCompatibleDC(const BCCompatibleDC&) = delete;
-    BCCompatibleDC& operator=(const BCCompatibleDC&) = delete;
-    HDC Get() const { return m_dc; }
-
-  private:
-    HDC m_dc;
-};
