@@ -172,6 +172,7 @@ TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
     auto* child = new BCChildWindow(&frame.main, 3, &App());
     ASSERT_TRUE(child->Create("doomed"));
     HWND handle = child->GetHandle();
+    EXPECT_TRUE(child->EnableRedraw(0) && child->EnableRedraw(1));
     BCSetCreateWindow(child); // as if it went while being made
     delete child;             // the object goes first: its window goes with it
     EXPECT_TRUE(!IsWindow(handle) && !BCGetCreateWindow());
@@ -179,7 +180,8 @@ TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
     BCChildWindow survivor(&frame.main, 4, &App());
     ASSERT_TRUE(survivor.Create("survivor"));
     DestroyWindow(survivor.GetHandle()); // the window goes first
-    EXPECT_TRUE(!survivor.HandleCheck() && !survivor.GetHandle() && !survivor.Enable());
+    EXPECT_TRUE(!survivor.HandleCheck() && !survivor.GetHandle() && !survivor.Enable() &&
+                !survivor.EnableRedraw(1));
     EXPECT_TRUE(survivor.GetVertThumb() == -1 && !survivor.SetHorizScrollRange(0, 9));
     EXPECT_EQ(0, survivor.Attach(reinterpret_cast<HWND>(0x1234))); // no such window
     BCListBox list(20, &frame.main, BCPosition(0, 0), BCSize(50, 50), "", &App());
@@ -273,6 +275,12 @@ TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
     EXPECT_TRUE(sub.Delete(2) && sub.GetItemCount() == 2);
     EXPECT_EQ(1, BCMenu(&bar, 1, nullptr).GetItemCount()); // a wrapper leaves the menu be
     EXPECT_TRUE(IsMenu(GetSubMenu(bar.GetHandle(), 1)));
+    // Only the menu-opening messages carry a menu to wrap.
+    BCEvent opening(nullptr, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(bar.GetHandle()), 0),
+        other(nullptr, WM_COMMAND, reinterpret_cast<WPARAM>(bar.GetHandle()), 0);
+    ASSERT_NE(nullptr, opening.GetMenu());
+    EXPECT_EQ(bar.GetHandle(), opening.GetMenu()->GetHandle());
+    EXPECT_EQ(nullptr, other.GetMenu());
 
     MsgRecorder recorder;
     BCMenu missing(BCResID("NOSUCHMENU"));
