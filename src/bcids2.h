@@ -53,3 +53,13 @@ constexpr unsigned int kTypeBitmapData = 102;
 constexpr unsigned int kMsgUnknownGraphicType = 10079;
 } // namespace bcids
 // ---- end of graphics ----
+
+// ---- clipboard ----
+namespace bcids {
+} // namespace bcids
+// ---- end of clipboard ----
+
+// ---- text editor ----
+namespace bcids {
+} // namespace bcids
+// ---- end of text editor ----
