@@ -74,11 +74,24 @@ size_t FindNul(const char* text, size_t limit) {
     return i;
 }
 
+// Another program (a clipboard manager most often) opens the clipboard for a moment after
+// every change: a busy clipboard is tried again for a short while before the call fails.
+constexpr int kOpenAttempts = 40;
+constexpr DWORD kOpenRetryMs = 5;
+
+bool OpenWithRetry(HWND owner) {
+    for (int attempt = 1; attempt < kOpenAttempts; ++attempt) {
+        if (OpenClipboard(owner))
+            return true;
+        Sleep(kOpenRetryMs);
+    }
+    return BCTraced(OpenClipboard(owner), "OpenClipboard") != 0;
+}
+
 // Opens the clipboard for one scope.
 class ClipboardSession {
   public:
-    explicit ClipboardSession(HWND owner)
-        : m_open(BCTraced(OpenClipboard(owner), "OpenClipboard") != 0) {}
+    explicit ClipboardSession(HWND owner) : m_open(OpenWithRetry(owner)) {}
     ~ClipboardSession() {
         if (m_open && !CloseClipboard())
             BCTraceFailure("CloseClipboard");
@@ -91,12 +104,13 @@ class ClipboardSession {
     bool m_open;
 };
 
-// A global block that is freed at the end of the scope unless it was handed over.
+// A global block that is freed at the end of the scope unless it was handed over. Blocks
+// are limited to what the library's memory helpers address (a long), on every build alike.
 class OwnedBlock {
   public:
     explicit OwnedBlock(unsigned long long size)
-        : m_block(size <= ULONG_MAX ? BCTraced(GlobalAlloc(kClipboardAlloc, size), "GlobalAlloc")
-                                    : nullptr) {}
+        : m_block(size <= LONG_MAX ? BCTraced(GlobalAlloc(kClipboardAlloc, size), "GlobalAlloc")
+                                   : nullptr) {}
     ~OwnedBlock() {
         if (m_block && GlobalFree(m_block))
             BCTraceFailure("GlobalFree");
