@@ -44,6 +44,12 @@ void Win32Put(UINT format, const std::string& bytes) {
     CloseClipboard();
 }
 
+// An object that claims more than a block may hold.
+struct Huge : BCRenderableData {
+    Huge() : BCRenderableData(1, 0) {}
+    unsigned long GetLen(BCFormat&) override { return 0x80000000ul; }
+} huge;
+
 class ClipboardTest : public ::testing::Test {
   protected:
     void SetUp() override { ASSERT_EQ(clip.Clear(), 1); }
@@ -55,8 +61,8 @@ TEST_F(ClipboardTest, PlainProgramsAndTheClassReadEachOthersData) {
     Win32Put(CF_TEXT, std::string("from win32\0", 11));
     char buffer[16] = "GGGGGGGGGGGGGGG";
     EXPECT_EQ(clip.GetTextLen(), 10u);
-    ASSERT_EQ(clip.GetText(buffer, 10), 1);
-    EXPECT_EQ(std::string(buffer, 11), std::string("from win3\0G", 11));
+    ASSERT_EQ(clip.GetText(buffer, 10) + clip.GetText(buffer + 12, 0), 2);
+    EXPECT_EQ(std::string(buffer, 13), std::string("from win3\0GGG", 13));
     // A private format put by name elsewhere is found under its library number.
     Win32Put(RegisterClipboardFormatA("Norlib2 Private Binary"), "abc");
     EXPECT_EQ(clip.IsType(BCFormat(0x8002)), 1);
@@ -129,6 +135,8 @@ TEST_F(ClipboardTest, EdgeBlocksEmptyTextNullDataAndObjectsThatRenderNothing) {
     ASSERT_EQ(clip.SetText("keep"), 1);
     BCMemoryData empty(nullptr, 0, 0);
     EXPECT_EQ(clip.SetObject(BCFormat(0x8002), empty), 0);
+    EXPECT_EQ(clip.SetObject(BCFormat(0x8002), huge), 0); // refused without a message
+    EXPECT_TRUE(messages.NumberedIds().empty());
     EXPECT_EQ(clip.IsType(BCFormat(0x8002)), 0);
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("keep\0", 5));
 }

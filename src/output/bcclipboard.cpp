@@ -5,6 +5,7 @@
 #include "bcmsg.h"
 #include "bcwindow.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <cstdint>
@@ -129,8 +130,7 @@ class OwnedBlock {
 class ClipboardBlock {
   public:
     ClipboardBlock(HWND owner, UINT format)
-        : m_session(owner),
-          m_handle(m_session.IsOpen() && format ? GetClipboardData(format) : nullptr),
+        : m_session(owner), m_handle(m_session.IsOpen() ? GetClipboardData(format) : nullptr),
           m_lock(m_handle) {}
     const char* Data() const { return m_lock.As<const char>(); }
     size_t Size() const { return m_lock.Data() ? GlobalSize(m_handle) : 0; }
@@ -245,7 +245,7 @@ BCFormat BCClipboard::GetType(const BCFormat& previous) {
 int BCClipboard::GetHandle(const BCFormat& format, void*& handle) {
     UINT number = SystemFormat(format);
     ClipboardSession session(OwnerHandle());
-    handle = number && session.IsOpen() ? GetClipboardData(number) : nullptr;
+    handle = session.IsOpen() ? GetClipboardData(number) : nullptr;
     return handle != nullptr;
 }
 
@@ -255,7 +255,7 @@ int BCClipboard::GetData(const BCFormat& format, void* buffer, unsigned long siz
     ClipboardBlock block(OwnerHandle(), SystemFormat(format));
     if (!block.Data() || (size && !buffer))
         return 0;
-    size_t held = block.Size() < size ? block.Size() : size;
+    size_t held = std::min<size_t>(block.Size(), size);
     BCCopyMem(buffer, block.Data(), held);
     if (held < size)
         std::memset(static_cast<char*>(buffer) + held, 0, size - held);
@@ -269,7 +269,7 @@ int BCClipboard::GetText(char* buffer, unsigned long max) {
         return 0;
     if (max == 0)
         return 1;
-    size_t limit = block.Size() < max - 1 ? block.Size() : max - 1;
+    size_t limit = std::min<size_t>(block.Size(), max - 1);
     size_t length = FindNul(block.Data(), limit);
     BCCopyMem(buffer, block.Data(), length);
     buffer[length] = '\0';
