@@ -66,9 +66,9 @@ TEST_F(ClipboardTest, PlainProgramsAndTheClassReadEachOthersData) {
     // A private format put by name elsewhere is found under its library number.
     Win32Put(RegisterClipboardFormatA("Norlib2 Private Binary"), "abc");
     EXPECT_EQ(clip.IsType(BCFormat(0x8002)), 1);
-    char bytes[6] = "xxxxx";
+    char bytes[9] = "xxxxxxxx";
     ASSERT_EQ(clip.GetData(BCFormat(0x8002), bytes, 5), 1);
-    EXPECT_EQ(std::string(bytes, 5), std::string("abc\0\0", 5));
+    EXPECT_EQ(std::string(bytes, 8), std::string("abc\0\0xxx", 8));
     EXPECT_EQ(clip.GetData(BCFormat(0x8001), bytes, 5) + clip.GetData(BCFormat(0x8002), nullptr, 5),
               0);
     EXPECT_EQ(clip.GetTextLen() + clip.GetText(buffer, sizeof buffer), 0u); // no text now
@@ -150,7 +150,7 @@ TEST_F(ClipboardTest, TextObjectsGoThroughInTheirFormats) {
         EXPECT_STREQ(static_cast<char*>(back.GetDataPtr(BCGetTextFormat())),
                      "line one\r\nline two");
     }
-    EXPECT_EQ(Win32Read(RegisterClipboardFormatA("Norlib2 Private Text")).substr(0, 20),
+    EXPECT_EQ(Win32Read(RegisterClipboardFormatA("Norlib2 Private Text")),
               std::string("line one\r\nline two\0\0", 20));
     BCText none;
     EXPECT_EQ(clip.GetObject(BCFormat(0x8002), none), 0u);
@@ -173,6 +173,11 @@ TEST_F(ClipboardTest, BitmapsRoundTripWithTheirPixelsAndHandleFlags) {
     delete back;
     // A null bitmap lists the format with no picture behind it.
     EXPECT_EQ(clip.SetBitmap(nullptr) + clip.IsType(BCGetBitmapFormat()), 2);
+    EXPECT_EQ(clip.GetBitmap(back), 0);
+    EXPECT_EQ(back, nullptr);
+    // A picture too wide for the library is refused and left to the clipboard.
+    ASSERT_EQ(clip.Clear(), 1);
+    ASSERT_EQ(clip.SetHandle(BCGetBitmapFormat(), CreateBitmap(16385, 1, 1, 32, nullptr)), 1);
     EXPECT_EQ(clip.GetBitmap(back), 0);
     EXPECT_EQ(back, nullptr);
 }
