@@ -17,6 +17,33 @@ std::ostringstream OutStream();
 class BCObject;
 // The record `object` saves; empty when Save fails.
 std::string SavedBytes(BCObject& object);
+
+// What loading `record` into `object` answers.
+template <class T> int LoadFrom(T&& object, const std::string& record) {
+    std::istringstream is = InStream(record);
+    return object.Load(is);
+}
+
+// A stream that cannot tell its size or seek, as a pipe cannot.
+struct UnseekableBuf : std::stringbuf {
+    explicit UnseekableBuf(const std::string& bytes) : std::stringbuf(bytes, std::ios::in) {}
+    pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override { return -1; }
+    pos_type seekpos(pos_type, std::ios::openmode) override { return -1; }
+};
+
+// What loading `record` from a pipe-like stream answers.
+template <class T> int LoadPiped(T&& object, const std::string& record) {
+    UnseekableBuf buf(record);
+    std::istream piped(&buf);
+    return object.Load(piped);
+}
+
+// Results joined by spaces, so that a row of them is checked at once.
+template <class... T> std::string Nums(T... values) {
+    std::string out;
+    ((out += std::to_string(values) + " "), ...);
+    return out;
+}
 // Feeds every proper prefix of `record` (each cut shorter than the whole) to `load`, which
 // loads it into a fresh object and returns what Load said. Returns the first length that
 // loaded, or std::string::npos when every short record failed as it should.
