@@ -44,6 +44,19 @@ template <class... T> std::string Nums(T... values) {
     ((out += std::to_string(values) + " "), ...);
     return out;
 }
+
+// A row of results made in the order written (braces fix the order of the calls), joined as
+// Nums joins them, for steps whose results are checked at once: EXPECT_EQ((Seq{1, 2}), (Seq{...})).
+struct Seq {
+    template <class... T> explicit Seq(T... values) : text(Nums(values...)) {}
+    std::string text;
+};
+inline bool operator==(const Seq& a, const Seq& b) {
+    return a.text == b.text;
+}
+inline std::ostream& operator<<(std::ostream& os, const Seq& row) {
+    return os << row.text;
+}
 // Feeds every proper prefix of `record` (each cut shorter than the whole) to `load`, which
 // loads it into a fresh object and returns what Load said. Returns the first length that
 // loaded, or std::string::npos when every short record failed as it should.
