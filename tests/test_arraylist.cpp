@@ -19,10 +19,6 @@ struct Record {
     int payload, key;
 };
 
-void* Key(long value) {
-    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
-}
-
 std::vector<int> Payloads(BCArrayList& list) {
     std::vector<int> out;
     for (int more = list.Home(); more; more = list.Next()) {

@@ -14,10 +14,6 @@ namespace {
 
 [[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();
 
-void* Key(long value) {
-    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
-}
-
 // Items of size 0 are the caller's: here, pointers into a fixed array of ints.
 int g_items[10] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
 int ItemNo(void* item) {
@@ -105,10 +101,9 @@ TEST(IteratorTest, ArrayIndexesAreNotCorrectedAndDumpAndRecordAreTheLists) {
 TEST(DoubleLinkedListTest, InsertWithoutCurrentAppendsAndLinksStayTwoWay) {
     BCDoubleLinkedList list(0, 0);
     AddAll(list, {1, 2, 3});
-    ASSERT_TRUE(list.Delete(Key(3))); // the current node: none is left current
-    ASSERT_TRUE(list.Insert(Key(4), &g_items[4]));
-    ASSERT_TRUE(list.Home());
-    ASSERT_TRUE(list.Delete(Key(2))); // another node: current stays
+    // Deleting the current node leaves none current; deleting another keeps it.
+    ASSERT_TRUE(list.Delete(Key(3)) && list.Insert(Key(4), &g_items[4]) && list.Home() &&
+                list.Delete(Key(2)));
     EXPECT_EQ(1, ItemNo(list.GetCrntItem()));
     EXPECT_EQ((std::vector<int>{1, 4}), Walk(list));
     EXPECT_EQ((std::vector<int>{4, 1}), Walk(list, true));

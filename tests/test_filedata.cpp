@@ -192,10 +192,6 @@ char* Item(const char* text) {
     return std::strncpy(new char[8](), text, 7);
 }
 
-void* Key(long key) {
-    return reinterpret_cast<void*>(key);
-}
-
 TEST(ListDataTest, ChangesThroughTheDocumentAreReported) {
     int gone = 0;
     {

@@ -16,10 +16,6 @@ namespace {
 
 constexpr unsigned long kNone = 0xFFFFFFFFul;
 
-void* Key(long value) {
-    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
-}
-
 // Items of size 0 are the caller's: pointers into this array.
 int g_values[10] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
 
@@ -313,8 +309,8 @@ TEST(ListBaseTest, NodeItemsChangeInPlaceAndSingleLinkedRelocationSorts) {
     ASSERT_TRUE(list.Append(Key(1), &g_values[1]));
     EXPECT_EQ(&g_values[1], list.Lock()); // no copy: the item itself
     ASSERT_TRUE(list.Unlock(Key(1), &g_values[2]));
-    EXPECT_EQ(&g_values[2], list.SetCrntItem(&g_values[3]));
-    EXPECT_EQ(&g_values[3], list.GetCrntItem());
+    EXPECT_TRUE(list.SetCrntItem(&g_values[3]) == &g_values[2] &&
+                list.GetCrntItem() == &g_values[3]);
     EXPECT_EQ(0, list.SetItemSize(4)); // refused while items are held
     EXPECT_TRUE(list.Relocate(Key(9), Key(1), nullptr) && list.GetHead()->lpKey == Key(1))
         << "unsorted: nothing moves";
@@ -323,8 +319,8 @@ TEST(ListBaseTest, NodeItemsChangeInPlaceAndSingleLinkedRelocationSorts) {
     for (int k : {10, 20, 30})
         ASSERT_TRUE(sorted.Append(Key(k), &g_values[k / 10]));
     ASSERT_TRUE(sorted.Relocate(Key(40), Key(10), nullptr));
-    EXPECT_EQ((std::vector<int>{2, 3, 1}), Values<StackKind>(sorted));
-    EXPECT_EQ(Key(40), sorted.GetTail()->lpKey);
+    EXPECT_TRUE(Values<StackKind>(sorted) == std::vector<int>({2, 3, 1}) &&
+                sorted.GetTail()->lpKey == Key(40));
     EXPECT_EQ(0, sorted.Relocate(Key(50), Key(77), nullptr)); // neither key present
 }
 

@@ -18,6 +18,11 @@ class BCObject;
 // The record `object` saves; empty when Save fails.
 std::string SavedBytes(BCObject& object);
 
+// A number given to a list as its key.
+inline void* Key(long value) {
+    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
+}
+
 // What loading `record` into `object` answers.
 template <class T> int LoadFrom(T&& object, const std::string& record) {
     std::istringstream is = InStream(record);
