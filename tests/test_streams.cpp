@@ -12,16 +12,10 @@ namespace {
 
 TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
     std::ostringstream os = OutStream();
-    ASSERT_TRUE(BCSaveWord(os, 0x11223344u));
-    ASSERT_TRUE(BCSaveDblWord(os, 0xA1B2C3D4ul));
-    ASSERT_TRUE(BCSaveCoord(os, -2));
-    ASSERT_TRUE(BCSaveByte(os, 0x7F));
-    ASSERT_TRUE(BCSavePtr(os, &os));
-    ASSERT_TRUE(BCSavePtr(os, nullptr));
-    ASSERT_TRUE(BCSaveStringPtr(os, "hi"));
-    ASSERT_TRUE(BCSaveStringPtr(os, ""));
-    ASSERT_TRUE(BCSaveStringPtr(os, nullptr));
-    ASSERT_TRUE(BCSaveFarBlk(os, "xyz", 3));
+    ASSERT_TRUE(BCSaveWord(os, 0x11223344u) && BCSaveDblWord(os, 0xA1B2C3D4ul) &&
+                BCSaveCoord(os, -2) && BCSaveByte(os, 0x7F) && BCSavePtr(os, &os) &&
+                BCSavePtr(os, nullptr) && BCSaveStringPtr(os, "hi") && BCSaveStringPtr(os, "") &&
+                BCSaveStringPtr(os, nullptr) && BCSaveFarBlk(os, "xyz", 3));
     const std::string expected =
         Bytes({0x44, 0x33, 0x22, 0x11, 0xD4, 0xC3, 0xB2, 0xA1, 0xFE, 0xFF, 0x7F}) + LE32(1) +
         LE32(0) + LE32(2) + "hi" + LE32(0) + LE32(0xFFFFFFFF) + "xyz";
