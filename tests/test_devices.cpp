@@ -50,20 +50,20 @@ TEST_F(DrawingTest, ClosedShapesHaveThePenOnTheEdgeAndTheBrushInside) {
     Tools tools;
     BCMemoryDevice dev(200, 120);
     // Set before the context is selected: the settings must reach it.
-    EXPECT_EQ(BCGetBlackPen(), dev.SetPen(&tools.red));
-    EXPECT_EQ(BCGetWhiteBrush(), dev.SetBrush(&tools.blue));
-    ASSERT_TRUE(dev.SelectDC());
-    ASSERT_TRUE(dev.PutRect(BCRectangle(10, 10, 30, 30), BC_DRAW_FILLED));
-    EXPECT_EQ(18 * 18, CountColor(dev, BCRectangle(11, 11, 29, 29), kBlue));
-    EXPECT_EQ(20 * 20, CountNotWhite(dev)); // right and bottom edges lie just outside
-    ASSERT_TRUE(dev.PutRect(BCRectangle(40, 10, 60, 30), BC_DRAW_OUTLINE));
-    ASSERT_TRUE(dev.PutRect(BCRectangle(70, 10, 90, 30), BC_DRAW_INTERIOR));
-    EXPECT_FALSE(dev.PutRect(BCRectangle(100, 10, 120, 30), 7));
-    ASSERT_TRUE(dev.PutEllipse(BCRectangle(130, 10, 190, 40), BC_DRAW_FILLED));
-    // A circle in a wide box: centred, as wide as the box is high.
-    ASSERT_TRUE(dev.PutCircle(BCRectangle(0, 50, 60, 70), BC_DRAW_FILLED));
-    // Arc over the upper right quarter of a circle centred at (100, 80).
+    EXPECT_TRUE(dev.SetPen(&tools.red) == BCGetBlackPen() &&
+                dev.SetBrush(&tools.blue) == BCGetWhiteBrush());
+    ASSERT_TRUE(dev.SelectDC() && dev.PutRect(BCRectangle(10, 10, 30, 30), BC_DRAW_FILLED));
+    // The right and bottom edges lie just outside.
+    EXPECT_EQ(Nums(18 * 18, 20 * 20),
+              Nums(CountColor(dev, BCRectangle(11, 11, 29, 29), kBlue), CountNotWhite(dev)));
+    // A circle in a wide box: centred, as wide as the box is high; an arc over the upper
+    // right quarter of a circle centred at (100, 80). Drawing mode 7 is none.
     ASSERT_TRUE(
+        dev.PutRect(BCRectangle(40, 10, 60, 30), BC_DRAW_OUTLINE) &&
+        dev.PutRect(BCRectangle(70, 10, 90, 30), BC_DRAW_INTERIOR) &&
+        !dev.PutRect(BCRectangle(100, 10, 120, 30), 7) &&
+        dev.PutEllipse(BCRectangle(130, 10, 190, 40), BC_DRAW_FILLED) &&
+        dev.PutCircle(BCRectangle(0, 50, 60, 70), BC_DRAW_FILLED) &&
         dev.PutArc(BCRectangle(80, 60, 120, 100), BCPosition(120, 80), BCPosition(100, 60)));
     const unsigned long expected[][3] = {{40, 20, kRed},   {50, 20, kWhite},  {80, 20, kBlue},
                                          {70, 20, kBlue},  {110, 20, kWhite}, {160, 25, kBlue},

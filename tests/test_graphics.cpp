@@ -127,8 +127,7 @@ TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) 
     EXPECT_EQ(0, CountColor(c, BCRectangle(0, 0, 100, 60), kRed));
     // A line with a negative size runs up and to the left.
     BCLineGraphic line(5, BCPosition(60, 60), BCSize(-40, -40), &t.red);
-    EXPECT_EQ(1, line.Draw(&l));
-    EXPECT_EQ(40, CountColor(l, BCRectangle(21, 21, 61, 61), kRed));
+    EXPECT_TRUE(line.Draw(&l) && CountColor(l, BCRectangle(21, 21, 61, 61), kRed) == 40);
     EXPECT_TRUE(circle.UnDraw(&c) && line.UnDraw(&l));
     EXPECT_EQ(0, CountNotWhite(c) + CountNotWhite(l));
     for (BCGraphicObject* g :
@@ -290,8 +289,7 @@ TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
     EXPECT_EQ(nullptr, closed.SetPolyline(&line));
     EXPECT_EQ(1, LoadFrom(closed, Head(75, 1, 0, 0, 1, 1) + flags + RecordOf(line)));
     std::unique_ptr<BCPolyline> made(closed.GetPolyline());
-    ASSERT_NE(&line, made.get());
-    EXPECT_EQ(BCPosition(3, 4), made->GetPoint(1));
+    EXPECT_TRUE(made.get() != &line && made->GetPoint(1) == BCPosition(3, 4));
     EXPECT_EQ(0, LoadFrom(back, Head(73, 1, 0, 0, 1, 1) + flags)); // the polyline is missing
     delete back.GetPolyline();
 }

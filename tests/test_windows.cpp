@@ -271,8 +271,8 @@ TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
     ASSERT_TRUE(sub.SetCheck(1, 1) && sub.SetExclCheck(1, 3, 3));
     EXPECT_TRUE(!sub.IsChecked(1) && !sub.IsChecked(2) && sub.IsChecked(3));
     EXPECT_TRUE(sub.Delete(2) && sub.GetItemCount() == 2);
-    EXPECT_EQ(1, BCMenu(&bar, 1, nullptr).GetItemCount()); // a wrapper leaves the menu be
-    EXPECT_TRUE(IsMenu(GetSubMenu(bar.GetHandle(), 1)));
+    EXPECT_TRUE(BCMenu(&bar, 1, nullptr).GetItemCount() == 1 && // a wrapper leaves the menu be
+                IsMenu(GetSubMenu(bar.GetHandle(), 1)));
     // Only the menu-opening messages carry a menu to wrap.
     BCEvent opening(nullptr, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(bar.GetHandle()), 0),
         other(nullptr, WM_COMMAND, reinterpret_cast<WPARAM>(bar.GetHandle()), 0);
@@ -358,12 +358,10 @@ TEST(ControlTest, ListBoxEntries) {
         return std::to_string(list.GetCrntInd()) + (list.GetCrntItem(text) ? text : "-");
     };
     EXPECT_EQ("-1-", selected());
-    EXPECT_EQ(1, list.GoTo(1));
-    EXPECT_EQ("1beta", selected());
-    EXPECT_EQ(0, list.GoTo(9) + list.Delete(5)); // no such entries
-    EXPECT_EQ(1, list.Delete(-1));               // the last
-    EXPECT_EQ("beta none", item(1) + " " + item(2));
-    EXPECT_TRUE(list.DeleteAll() && !list.Delete(-1)); // then nothing is last
+    EXPECT_TRUE(list.GoTo(1) == 1 && selected() == "1beta");
+    EXPECT_EQ(0, list.GoTo(9) + list.Delete(5));                     // no such entries
+    EXPECT_TRUE(list.Delete(-1) && item(1) + item(2) == "betanone"); // the last
+    EXPECT_TRUE(list.DeleteAll() && !list.Delete(-1));               // then nothing is last
     EXPECT_TRUE(list.Append(empty) == 0 && list.GoTo(0));
     EXPECT_EQ("0-", selected()); // an empty text is no text
 
