@@ -53,7 +53,7 @@ TEST_F(GraphicObjectTest, TypeCodesNamesAndDumps) {
     BCGraphicList maker;
     for (unsigned code = 70; code <= 83; ++code) {
         BCGraphicObject* made = nullptr;
-        ASSERT_TRUE(maker.MakeEmptyObject(code, made));
+        ASSERT_EQ(1, maker.MakeEmptyObject(code, made));
         std::unique_ptr<BCGraphicObject> shape(made);
         EXPECT_EQ(code, shape->GetObjectType());
         EXPECT_EQ(std::string("BC") + names[code - 70], shape->GetObjectTypeStr());
@@ -251,7 +251,14 @@ TEST_F(StreamTest, DrawGraphicSaveAndLoadAreDifferentRecords) {
     EveryShortRecordFails<BCBoxGraphic>(good, [] { return new BCBoxGraphic(); });
     std::ostringstream bad = OutStream();
     bad.setstate(std::ios::badbit);
-    EXPECT_EQ(0, full.Save(bad) + BCGraphicObject(70).Save(bad));
+    EXPECT_EQ(0, full.Save(bad) + BCGraphicObject(70).Save(bad) + BCBitmapGraphic().Save(bad));
+    // A disk that fills up inside the pen's record fails the save too.
+    struct FullDisk : std::streambuf {
+        int room = 30;
+        int overflow(int c) override { return room-- > 0 ? c : EOF; }
+    } disk;
+    std::ostream filled(&disk);
+    EXPECT_EQ(0, full.Save(filled));
 }
 
 TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
@@ -291,6 +298,7 @@ TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
     std::unique_ptr<BCPolyline> made(closed.GetPolyline());
     EXPECT_TRUE(made.get() != &line && made->GetPoint(1) == BCPosition(3, 4));
     EXPECT_EQ(0, LoadFrom(back, Head(73, 1, 0, 0, 1, 1) + flags)); // the polyline is missing
+    EXPECT_EQ(0, LoadFrom(BCPolygonGraphic(), Head(73, 1, 0, 0, 1, 1) + flags)); // not a polygon
     delete back.GetPolyline();
 }
 
