@@ -78,8 +78,8 @@ TEST(IteratorTest, IteratorsWalkIndependentlyAndChangeAtTheirOwnPosition) {
     ASSERT_TRUE(it.GoToIndex(3) && it.Insert(Key(9), &g_items[9]));
     EXPECT_EQ(Nums(3, 5), Nums(it.GetCrntInd(), ItemNo(linked.GetCrntItem())));
     EXPECT_EQ((std::vector<int>{5, 1, 4, 9, 2, 3}), Walk(linked));
-    EXPECT_EQ(0, none.Home() + none.Insert(Key(1), &g_items[1]));
-    EXPECT_EQ(0xFFFFFFFFul, none.GetCrntInd());
+    EXPECT_TRUE(!none.Home() && !none.Insert(Key(1), &g_items[1]) &&
+                none.GetCrntInd() == 0xFFFFFFFFul); // an iterator of no list
 }
 
 TEST(IteratorTest, ArrayIndexesAreNotCorrectedAndDumpAndRecordAreTheLists) {
@@ -168,10 +168,8 @@ TEST(HashListTest, DownwardWalksStopAtBucket0xFFFF) {
     std::string high(541, 'z'); // 541 * 122 = bucket 66002
     ASSERT_TRUE(list.Insert(low, &g_items[1]) && list.Insert(&high[0], &g_items[2]));
     EXPECT_EQ((std::vector<int>{1, 2}), Walk(list));
-    ASSERT_TRUE(list.End());
-    EXPECT_EQ(0, list.Prev()); // bucket 100 lies beyond the sentinel
-    ASSERT_TRUE(list.Delete(&high[0]));
-    EXPECT_EQ(0, list.End());
+    EXPECT_TRUE(list.End() && !list.Prev()); // bucket 100 lies beyond the sentinel
+    EXPECT_TRUE(list.Delete(&high[0]) && !list.End());
 }
 
 TEST(HashListTest, RecordsLoadIntoTheListsOwnBucketsAndItGrowsLarge) {
