@@ -41,10 +41,10 @@ TEST(UpdaterListTest, OrderRefusalDuplicatesAndOwnership) {
         BCUpdaterList list;
         EXPECT_EQ("149 1 ", Nums(list.GetObjectType(), list.UpdateAll(nullptr, 4, nullptr)));
         BCDependentData source(new BCText(Str("x"), 0), BC_FLAG_NOTIFY, &list);
-        ASSERT_EQ(1, list.InsertUpdater(new Probe(&ta, &log, 'a', 1, &gone), 1));
-        ASSERT_EQ(1, list.InsertUpdater(new Probe(&tc, &log, 'c', 1, &gone), 1));
-        ASSERT_TRUE(list.Home()); // not appended: goes in at the current position
-        ASSERT_EQ(1, list.InsertUpdater(new Probe(&tb, &log, 'b', 1, &gone), 0));
+        // Not appended: goes in at the current position.
+        ASSERT_TRUE(list.InsertUpdater(new Probe(&ta, &log, 'a', 1, &gone), 1) &&
+                    list.InsertUpdater(new Probe(&tc, &log, 'c', 1, &gone), 1) && list.Home() &&
+                    list.InsertUpdater(new Probe(&tb, &log, 'b', 1, &gone), 0));
         EXPECT_EQ(1, source.UpdateDependents(4, nullptr));
         Probe duplicate(&ta, &log, 'A'); // refused: the caller keeps it
         EXPECT_EQ(1, list.InsertUpdater(&duplicate, 1) + list.GetCount() - 3);
