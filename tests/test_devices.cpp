@@ -142,8 +142,7 @@ TEST_F(DrawingTest, ClearToolsPaintNothingAndNullToolsPutBackTheDefaults) {
     // The background brush clears; without one, clearing paints white.
     BCMemoryDevice back(20, 20);
     BCBrush green{BCColor(BC_COLOR_GREEN)};
-    EXPECT_EQ(nullptr, back.SetBackground(&green));
-    ASSERT_TRUE(back.Clear(BCRectangle(0, 0, 10, 20)));
+    ASSERT_TRUE(!back.SetBackground(&green) && back.Clear(BCRectangle(0, 0, 10, 20)));
     EXPECT_EQ(200, CountColor(back, BCRectangle(0, 0, 20, 20), kGreen));
     EXPECT_TRUE(back.SetBackground(nullptr) == &green && back.Clear(BCRectangle(0, 0, 5, 20)));
     EXPECT_EQ(100, CountColor(back, BCRectangle(0, 0, 20, 20), kGreen));
@@ -157,15 +156,14 @@ TEST_F(DrawingTest, TheOriginShiftsEverythingDrawnAndOutlivesTheContext) {
     ASSERT_TRUE(dev.PutRect(BCRectangle(40, 10, 50, 20), BC_DRAW_FILLED)); // a pair of its own
     EXPECT_EQ(100, CountColor(dev, BCRectangle(10, 5, 20, 15), kRed) +
                        CountColor(dev, BCRectangle(10, 5, 20, 15), kBlue));
-    ASSERT_TRUE(dev.SelectDC());
-    EXPECT_EQ(BCPosition(30, 5), dev.SetOrigin(BCPosition(-10, 0))); // while selected
-    ASSERT_TRUE(dev.PosStr(BCPosition(-10, 20), "H"));
+    ASSERT_TRUE(dev.SelectDC() && dev.SetOrigin(BCPosition(-10, 0)) == BCPosition(30, 5) &&
+                dev.PosStr(BCPosition(-10, 20), "H"));    // moved while selected
     const int ink = ColumnsOf(dev, 20, 40, kBlack).first; // at 0, give or take the bearing
     EXPECT_TRUE(ink >= 0 && ink < 3) << ink;
     ASSERT_TRUE(dev.ReleaseDC());
     dev.SetOrigin(BCPosition(0, 0));
-    ASSERT_TRUE(dev.PutRect(BCRectangle(90, 0, 100, 10), BC_DRAW_FILLED));
-    EXPECT_EQ(kRed, dev.GetPixel(90, 0));
+    EXPECT_TRUE(dev.PutRect(BCRectangle(90, 0, 100, 10), BC_DRAW_FILLED) &&
+                dev.GetPixel(90, 0) == kRed);
 }
 
 TEST_F(TextTest, BackModeDecidesWhetherTheBackgroundIsPainted) {
