@@ -12,25 +12,85 @@
 #include <ostream>
 #include <vector>
 
-// Line feeds counted per stretch of text, in text order. The stretches start at 64 KB; an
-// insert grows the stretch it falls in, which is cut again when it gets four times as long;
-// a delete shrinks the stretches it covers and drops the empty ones.
+// Line feeds counted per stretch of text, in text order, with running sums over the
+// stretches in a binary indexed tree, so that finding the stretch of an offset or of a line
+// and changing one stretch's counts take a number of steps that grows with the logarithm of
+// the text's size. The stretches start at 4 KB; an insert grows the stretch it falls in,
+// which is cut again when it gets four times as long; a delete shrinks the stretches it
+// covers and drops the empty ones.
 struct BCLineIndex {
     struct Stretch {
         unsigned long bytes;
         unsigned long lfs;
     };
+    // Where a stretch lies: its number, and the bytes and line feeds before it.
+    struct Place {
+        std::size_t i;
+        unsigned long start;
+        unsigned long lines;
+    };
+
     std::vector<Stretch> parts;
+    // sums[k] holds the stretches (k - lowest bit of k, k], counted from 1.
+    std::vector<Stretch> sums;
     bool valid = false;
+
+    static std::size_t LowBit(std::size_t k) { return k & (~k + 1); }
+
+    void MakeSums() {
+        sums.assign(parts.size() + 1, Stretch{0, 0});
+        for (std::size_t k = 1; k <= parts.size(); ++k) {
+            sums[k].bytes += parts[k - 1].bytes;
+            sums[k].lfs += parts[k - 1].lfs;
+            std::size_t up = k + LowBit(k);
+            if (up <= parts.size()) {
+                sums[up].bytes += sums[k].bytes;
+                sums[up].lfs += sums[k].lfs;
+            }
+        }
+    }
+
+    // Adds to stretch `i`; the counts wrap, so taking off is adding the negation.
+    void Add(std::size_t i, unsigned long bytes, unsigned long lfs) {
+        parts[i].bytes += bytes;
+        parts[i].lfs += lfs;
+        for (std::size_t k = i + 1; k < sums.size(); k += LowBit(k)) {
+            sums[k].bytes += bytes;
+            sums[k].lfs += lfs;
+        }
+    }
+
+    // The first stretch for which `before(sum so far + its sum)` fails: the stretch that
+    // holds the offset or the line sought, or one past the last.
+    template <class Before> Place Find(Before before) const {
+        std::size_t top = 1;
+        while (top * 2 <= parts.size())
+            top *= 2;
+        Place place{0, 0, 0};
+        for (std::size_t step = parts.empty() ? 0 : top; step; step /= 2) {
+            std::size_t k = place.i + step;
+            if (k <= parts.size() &&
+                before(place.start + sums[k].bytes, place.lines + sums[k].lfs)) {
+                place = {k, place.start + sums[k].bytes, place.lines + sums[k].lfs};
+            }
+        }
+        return place;
+    }
+    Place ByOffset(unsigned long offset) const {
+        return Find([offset](unsigned long bytes, unsigned long) { return bytes <= offset; });
+    }
+    Place ByLine(unsigned long nth) const {
+        return Find([nth](unsigned long, unsigned long lfs) { return lfs < nth; });
+    }
 };
 
 namespace {
 
 constexpr unsigned long kNoLine = 0xFFFFFFFFul;
-constexpr unsigned long kStretch = 64 * 1024;
+constexpr unsigned long kStretch = 4 * 1024;
 constexpr unsigned long kLongest = 4 * kStretch;
 // A line start is first looked for this far back, before the counts are consulted.
-constexpr unsigned long kNearby = 4096;
+constexpr unsigned long kNearby = kStretch;
 
 // Only the ASCII letters fold; other bytes compare as they are.
 char Upper(char c) {
@@ -113,8 +173,10 @@ int BCText::LoadLines(std::istream& is, int& lfOnly) {
         return is.bad() ? 0 : -1;
     const unsigned char* raw = read.Contiguous();
     unsigned long length = read.Held();
-    unsigned long lfs = static_cast<unsigned long>(bcscan::Count(raw, length, '\n'));
-    lfOnly = lfs && !bcscan::Find(raw, length, '\r');
+    // A CR anywhere settles it without counting the line feeds.
+    bool hasCR = bcscan::Find(raw, length, '\r') != nullptr;
+    unsigned long lfs = hasCR ? 0 : static_cast<unsigned long>(bcscan::Count(raw, length, '\n'));
+    lfOnly = lfs != 0;
     if (!lfOnly) {
         Adopt(read.lpData, length, read.dwBufLen);
         read.lpData = nullptr;
@@ -228,9 +290,9 @@ void BCText::BuildIndex() {
             unsigned long end = Min(static_cast<unsigned long long>(at) + kStretch, held);
             opLines->parts.push_back({end - at, CountLF(at, end)});
         }
+        opLines->MakeSums();
         opLines->valid = true;
     } catch (const std::bad_alloc&) {
-        opLines->parts.clear();
         opLines->valid = false;
     }
 }
@@ -245,6 +307,7 @@ void BCText::SplitStretch(unsigned long i, unsigned long start) {
     auto& parts = opLines->parts;
     parts.erase(parts.begin() + i);
     parts.insert(parts.begin() + i, pieces.begin(), pieces.end());
+    opLines->MakeSums();
 }
 
 void BCText::Replaced() {
@@ -256,46 +319,55 @@ void BCText::Replaced() {
 void BCText::Removing(unsigned long offset, unsigned long count) {
     if (!opLines || !opLines->valid || count == 0)
         return;
-    auto& parts = opLines->parts;
-    unsigned long i = 0;
-    unsigned long start = 0;
-    for (; i < parts.size() && offset >= start + parts[i].bytes; ++i)
-        start += parts[i].bytes;
-    for (unsigned long at = offset, left = count; left; ++i) {
-        if (i == parts.size()) {
-            opLines->valid = false;
+    BCLineIndex& index = *opLines;
+    BCLineIndex::Place place = index.ByOffset(offset);
+    bool emptied = false;
+    for (unsigned long at = offset, left = count, i = place.i; left; ++i) {
+        if (i == index.parts.size()) {
+            index.valid = false;
             return;
         }
-        unsigned long end = start + parts[i].bytes;
+        unsigned long end = place.start + index.parts[i].bytes;
         unsigned long take = std::min(left, end - at);
-        parts[i].lfs -= CountLF(at, at + take);
-        parts[i].bytes -= take;
+        index.Add(i, 0 - take, 0 - CountLF(at, at + take));
+        emptied = emptied || index.parts[i].bytes == 0;
         left -= take;
-        at = start = end;
+        at = place.start = end;
     }
-    parts.erase(std::remove_if(parts.begin(), parts.end(),
-                               [](const BCLineIndex::Stretch& part) { return part.bytes == 0; }),
-                parts.end());
+    if (!emptied)
+        return;
+    try {
+        auto& parts = index.parts;
+        parts.erase(
+            std::remove_if(parts.begin(), parts.end(),
+                           [](const BCLineIndex::Stretch& part) { return part.bytes == 0; }),
+            parts.end());
+        index.MakeSums();
+    } catch (const std::bad_alloc&) {
+        index.valid = false;
+    }
 }
 
 // An insert at the boundary of two stretches goes to the later one; at the end, to the last.
 void BCText::Inserted(unsigned long offset, unsigned long count) {
     if (!opLines || !opLines->valid || count == 0)
         return;
+    BCLineIndex& index = *opLines;
     try {
-        auto& parts = opLines->parts;
-        if (parts.empty())
-            parts.push_back({0, 0});
-        unsigned long i = 0;
-        unsigned long start = 0;
-        for (; i + 1 < parts.size() && offset >= start + parts[i].bytes; ++i)
-            start += parts[i].bytes;
-        parts[i].bytes += count;
-        parts[i].lfs += CountLF(offset, offset + count);
-        if (parts[i].bytes > kLongest)
-            SplitStretch(i, start);
+        if (index.parts.empty()) {
+            index.parts.push_back({0, 0});
+            index.MakeSums();
+        }
+        BCLineIndex::Place place = index.ByOffset(offset);
+        if (place.i == index.parts.size()) {
+            place.i = index.parts.size() - 1;
+            place.start -= index.parts[place.i].bytes;
+        }
+        index.Add(place.i, count, CountLF(offset, offset + count));
+        if (index.parts[place.i].bytes > kLongest)
+            SplitStretch(static_cast<unsigned long>(place.i), place.start);
     } catch (const std::bad_alloc&) {
-        opLines->valid = false;
+        index.valid = false;
     }
 }
 
@@ -303,61 +375,39 @@ void BCText::Inserted(unsigned long offset, unsigned long count) {
 unsigned long BCText::LinesBefore(unsigned long offset) {
     if (!Indexed())
         return CountLF(0, offset);
-    unsigned long start = 0;
-    unsigned long lines = 0;
-    for (const BCLineIndex::Stretch& part : opLines->parts) {
-        if (offset < start + part.bytes) {
-            return offset - start <= part.bytes / 2
-                       ? lines + CountLF(start, offset)
-                       : lines + part.lfs - CountLF(offset, start + part.bytes);
-        }
-        start += part.bytes;
-        lines += part.lfs;
-    }
-    return lines;
+    BCLineIndex::Place place = opLines->ByOffset(offset);
+    if (place.i == opLines->parts.size())
+        return place.lines;
+    const BCLineIndex::Stretch& part = opLines->parts[place.i];
+    unsigned long end = place.start + part.bytes;
+    return offset - place.start <= part.bytes / 2 ? place.lines + CountLF(place.start, offset)
+                                                  : place.lines + part.lfs - CountLF(offset, end);
 }
 
 unsigned long BCText::AfterNthLF(unsigned long line) {
     unsigned long nth = line;
+    unsigned long lf = kNoLine;
     if (!Indexed()) {
-        unsigned long lf = NthLF(0, Held(), nth);
-        return lf == kNoLine ? kNoLine : lf + 1;
-    }
-    unsigned long start = 0;
-    for (const BCLineIndex::Stretch& part : opLines->parts) {
-        if (nth <= part.lfs) {
-            unsigned long lf = NthLF(start, start + part.bytes, nth);
-            return lf == kNoLine ? kNoLine : lf + 1;
+        lf = NthLF(0, Held(), nth);
+    } else {
+        BCLineIndex::Place place = opLines->ByLine(nth);
+        if (place.i < opLines->parts.size()) {
+            nth -= place.lines;
+            lf = NthLF(place.start, place.start + opLines->parts[place.i].bytes, nth);
         }
-        nth -= part.lfs;
-        start += part.bytes;
     }
-    return kNoLine;
+    return lf == kNoLine ? kNoLine : lf + 1;
 }
 
-// Lines are short as a rule: the bytes just before are searched first. Beyond them the
-// stretches without a line feed are passed over whole.
+// Lines are short as a rule: the bytes just before are searched first; beyond them the last
+// line feed is found by its number.
 unsigned long BCText::LineStart(unsigned long offset) {
     unsigned long near = offset > kNearby ? offset - kNearby : 0;
     unsigned long lf = LastLF(near, offset);
-    if (lf != kNoLine || near == 0)
-        return lf == kNoLine ? 0 : lf + 1;
-    if (!Indexed()) {
-        lf = LastLF(0, near);
-        return lf == kNoLine ? 0 : lf + 1;
-    }
-    const auto& parts = opLines->parts;
-    unsigned long i = 0;
-    unsigned long start = 0;
-    for (; i < parts.size() && start + parts[i].bytes < near; ++i)
-        start += parts[i].bytes;
-    for (unsigned long end = near; i < parts.size(); --i, end = start, start -= parts[i].bytes) {
-        if (parts[i].lfs && (lf = LastLF(start, end)) != kNoLine)
-            return lf + 1;
-        if (i == 0)
-            break;
-    }
-    return 0;
+    if (lf != kNoLine)
+        return lf + 1;
+    unsigned long before = near ? LinesBefore(near) : 0;
+    return before ? AfterNthLF(before) : 0;
 }
 
 bool BCText::MatchesAt(const char* pattern, unsigned long length, unsigned long at,
