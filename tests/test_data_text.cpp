@@ -43,10 +43,10 @@ TEST(TextTest, SearchFoldsOnlyLettersAndFindsWholeWords) {
     EXPECT_EQ("0 ", Nums(text.GetText(out, 9, 2)) + out);
 
     BCText words(Str("other the"), 0); // "the" is inside "other" too
-    EXPECT_EQ(Nums(1, 6, 6, kNone, kNone),
+    EXPECT_EQ(Nums(1, 6, 6, kNone, kNone, kNone),
               Nums(Find(words, "the", 0, 1, 0), Find(words, "the", 0, 1, 1),
                    Find(words, "THE", 0, 0, 1), Find(words, "THE", 0, 1, 0),
-                   Find(words, "", 0, 0, 0)));
+                   Find(words, "", 0, 0, 0), Find(words, "thex", 0, 1, 0)));
     unsigned long at = 2;
     EXPECT_EQ(0, words.Search("xyz", at, 0, 0));
     EXPECT_EQ(2ul, at); // a failed search leaves the position
@@ -288,7 +288,7 @@ TEST(TextTest, EditedTextAnswersLineQueriesAsItsBytesSay) {
     auto piece = [&](unsigned long size) {
         std::string bytes(size, 'x');
         for (char& c : bytes)
-            c = "ab \r\n\r\n"[below(7)];
+            c = "abcdefghijklmnop\r\n\r\n"[below(20)];
         return bytes;
     };
     LineModel model{piece(300000)};
@@ -320,7 +320,8 @@ TEST(TextTest, EditedTextAnswersLineQueriesAsItsBytesSay) {
         if (step % 97 == 0)
             model.s = Contents(text);
         std::vector<unsigned long> after = model.AfterLFs();
-        unsigned long probe = below(model.Len() + 2), line = 1 + below(after.size() + 3);
+        unsigned long probe = step % 2 ? below(model.Len() + 2) : std::min(at, model.Len()),
+                      line = 1 + below(after.size() + 3);
         long lines = static_cast<long>(below(9)) - 4;
         unsigned long from = below(model.Len()), to = from + below(400000);
         unsigned long inRange = static_cast<unsigned long>(
@@ -337,6 +338,15 @@ TEST(TextTest, EditedTextAnswersLineQueriesAsItsBytesSay) {
     std::vector<unsigned long> after = model.AfterLFs();
     for (unsigned long line = 1; line <= after.size(); ++line)
         ASSERT_EQ(after[line - 1], text.GetLineOfs(line)) << line;
+
+    // A delete reaching past the end keeps only the bytes before it: no line lies beyond.
+    unsigned long keep = model.Len() / 2;
+    ASSERT_EQ(model.Len() - keep, text.DeleteText(keep + 1, model.Len() - keep));
+    model.s.resize(keep);
+    after = model.AfterLFs();
+    EXPECT_EQ(Nums(keep, after.size(), after.back(), kNone),
+              Nums(text.GetLen(gText), text.GetNumLines(0, kNone), text.GetLineOfs(after.size()),
+                   text.GetLineOfs(after.size() + 1)));
 }
 
 } // namespace

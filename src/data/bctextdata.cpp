@@ -113,5 +113,5 @@ int BCTextData::ReadDocument(std::istream& is) {
 
 int BCTextData::WriteDocument(std::ostream& os) {
     BCText* text = GetTextObject();
-    return text ? text->SaveLines(os, blLfOnly) : BCFileData::WriteDocument(os);
+    return text && blLfOnly ? text->SaveLines(os, blLfOnly) : BCFileData::WriteDocument(os);
 }
