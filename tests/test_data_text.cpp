@@ -347,6 +347,13 @@ TEST(TextTest, EditedTextAnswersLineQueriesAsItsBytesSay) {
     EXPECT_EQ(Nums(keep, after.size(), after.back(), kNone),
               Nums(text.GetLen(gText), text.GetNumLines(0, kNone), text.GetLineOfs(after.size()),
                    text.GetLineOfs(after.size() + 1)));
+
+    // Borrowing turned on by hand while the free bytes lie inside: growing keeps the text.
+    ASSERT_EQ(1u, text.SetText("y", 1, 1, 1));
+    text.SetFlags(BC_FLAG_BORROW, 1);
+    std::string more(text.GetBufLen(), 'z');
+    ASSERT_EQ(more.size(), text.SetText(more.data(), 0, more.size(), 1));
+    EXPECT_EQ(more + model.s.insert(1, "y"), Contents(text));
 }
 
 } // namespace
