@@ -269,6 +269,9 @@ TEST(MemoryDataTest, BlocksGivenUpAreFreed) {
         data.Clear(1);
         data = other;
         ASSERT_EQ(0, LoadPiped(data, cut)); // and so does the piece read of a short record
+        BCMemoryData wrapped(&bytes[0], bytes.size(), 0);
+        wrapped.DeleteData(2, 0xFFFFFFFFul);          // the length wraps to one past the block
+        ASSERT_EQ(1u, wrapped.SetData(0, "x", 1, 1)); // growing lets the old block go
     }
     EXPECT_LT(MemoryInUse(), before + (8u << 20)); // leaking would take over 60 MiB
 }
