@@ -20,3 +20,4 @@
 #include "bcshapes.h"
 #include "bctextgfx.h"
 #include "bcgfxlist.h"
+#include "bctextedit.h"
