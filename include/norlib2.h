@@ -21,3 +21,4 @@
 #include "bctextgfx.h"
 #include "bcgfxlist.h"
 #include "bctextedit.h"
+#include "bcclipboard.h"

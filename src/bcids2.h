@@ -56,6 +56,8 @@ constexpr unsigned int kMsgUnknownGraphicType = 10079;
 
 // ---- clipboard ----
 namespace bcids {
+constexpr unsigned int kTypeClipboard = 103;
+constexpr unsigned int kMsgClipboardBuffer = 10069;
 } // namespace bcids
 // ---- end of clipboard ----
 
