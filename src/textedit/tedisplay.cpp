@@ -595,6 +595,9 @@ long BCTextEdit::VertScroll(BCEvent* e) {
     }
     SetPagePos(opText ? opText->GetLineRelOfs(dwPageTop, amount) : 0);
     dwState &= ~static_cast<unsigned long>(BC_TE_IN_SCROLL_BAR);
+    // The bar was left alone while it spoke; now its thumb shows where the page went.
+    if (HasVertBar())
+        SetVertThumb(static_cast<int>(dwFirstLine));
     return 0;
 }
 
