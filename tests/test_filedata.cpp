@@ -121,6 +121,52 @@ TEST(FileDataTest, SavedDocumentsArePlainTextFiles) {
               Nums(reader.data.LoadFile(), reader.data.GetTextLen(), Document().data.DeleteFile()));
 }
 
+std::string TextOf(BCTextData& data) {
+    std::string out(data.GetTextLen(), '\0');
+    return out.substr(0, data.GetText(&out[0], 0, data.GetTextLen()));
+}
+
+// Lines ending in LF alone open as lines and are written back so, new lines too; anything
+// else (lone LFs among CR LF, NUL, bytes 128-255) goes back byte for byte.
+TEST(FileDataTest, FilesFromOtherSystemsGoBackAsTheyCame) {
+    struct Case {
+        std::string file, text, saved;
+        unsigned long lines;
+    } const cases[] = {
+        {"one\ntwo\n\nthree", "one\r\ntwo\r\n\r\nthree\r\nx", "one\ntwo\n\nthree\nx", 4},
+        {std::string("a\0b\r\n\xff\xe9\ny\rz", 11), std::string("a\0b\r\n\xff\xe9\ny\rz\r\nx", 14),
+         std::string("a\0b\r\n\xff\xe9\ny\rz\r\nx", 14), 3},
+    };
+    for (const Case& c : cases) {
+        std::string path = TempFile("nlf", c.file);
+        Document doc(path.c_str());
+        ASSERT_EQ(1, doc.data.LoadFile());
+        doc.Type("\r\nx");
+        EXPECT_EQ(Nums(c.lines, 1), Nums(doc.data.GetNumLines(0, 999), doc.data.SaveFile()));
+        EXPECT_EQ(c.text, TextOf(doc.data));
+        EXPECT_EQ(c.saved, ReadFile(path));
+        std::remove(path.c_str());
+    }
+}
+
+TEST(FileDataTest, AFileTooLargeForMemoryLeavesTheDocument) {
+    std::string path = TempFile("nbig");
+    HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    LARGE_INTEGER size;
+    size.QuadPart = 0x80000001ll; // sparse: beyond any block this library allocates
+    ASSERT_TRUE(SetFilePointerEx(file, size, nullptr, FILE_BEGIN) && SetEndOfFile(file));
+    CloseHandle(file);
+    Document doc(path.c_str());
+    doc.Type("kept");
+    doc.data.SetModified(0);
+    MsgRecorder messages;
+    EXPECT_EQ(0, doc.data.LoadFile());
+    EXPECT_EQ("Can't allocate enough memory!", messages.Last().text);
+    EXPECT_EQ(Nums(0, 0), Nums(messages.NumberedIds().size(), doc.data.IsModified()));
+    EXPECT_EQ("kept", TextOf(doc.data));
+    std::remove(path.c_str());
+}
+
 // Writes part of its record, then fails, as a full disk would.
 struct FailingData : BCRenderableData {
     FailingData() : BCRenderableData(155, 0) {}
