@@ -563,37 +563,37 @@ long BCTextEdit::ReSize(BCEvent*) {
     return 0;
 }
 
-long BCTextEdit::VertScroll(BCEvent* e) {
-    dwState |= BC_TE_IN_SCROLL_BAR;
+unsigned long BCTextEdit::ScrollTarget(BCEvent* e) {
+    // Far moves go by line number, which the text answers without walking the lines between.
     long page = static_cast<long>(LinesShown() * 3 / 4);
-    long amount = 0;
     switch (e->GetScrollType()) {
     case SB_LINEUP:
-        amount = -1;
-        break;
+        return opText->GetLineRelOfs(dwPageTop, -1);
     case SB_LINEDOWN:
-        amount = 1;
-        break;
+        return opText->GetLineRelOfs(dwPageTop, 1);
     case SB_PAGEUP:
-        amount = -page;
-        break;
+        return opText->GetLineRelOfs(dwPageTop, -page);
     case SB_PAGEDOWN:
-        amount = page;
-        break;
-    case SB_THUMBPOSITION:
-        amount = static_cast<long>(e->GetThumbPos()) - static_cast<long>(dwFirstLine);
-        break;
-    case SB_TOP:
-        amount = -static_cast<long>(dwFirstLine);
-        break;
-    case SB_BOTTOM:
-        amount = static_cast<long>(dwLineCnt);
-        break;
-    default:
-        dwState &= ~static_cast<unsigned long>(BC_TE_IN_SCROLL_BAR);
-        return 0;
+        return opText->GetLineRelOfs(dwPageTop, page);
+    case SB_THUMBPOSITION: {
+        unsigned long ofs = opText->GetLineOfs(static_cast<unsigned long>(e->GetThumbPos()));
+        return ofs == 0xFFFFFFFFul ? GetTextLen() : ofs;
     }
-    SetPagePos(opText ? opText->GetLineRelOfs(dwPageTop, amount) : 0);
+    case SB_TOP:
+        return 0;
+    case SB_BOTTOM:
+        return GetTextLen();
+    default:
+        return 0xFFFFFFFFul;
+    }
+}
+
+long BCTextEdit::VertScroll(BCEvent* e) {
+    unsigned long target = opText ? ScrollTarget(e) : 0xFFFFFFFFul;
+    if (target == 0xFFFFFFFFul)
+        return 0;
+    dwState |= BC_TE_IN_SCROLL_BAR;
+    SetPagePos(target);
     dwState &= ~static_cast<unsigned long>(BC_TE_IN_SCROLL_BAR);
     // The bar was left alone while it spoke; now its thumb shows where the page went.
     if (HasVertBar())
