@@ -178,7 +178,25 @@ TEST_F(Edit, UndoMergesTypingAndDeletingAtOnePlace) {
     EXPECT_EQ("ab\r\nhello", Text());
     e.Undo();
     EXPECT_EQ("hello", Text());
-    e.Redo();
+    for (auto [key, ctrl] : {std::pair<UINT, bool>{VK_HOME, false},
+                             {VK_HOME, true},
+                             {VK_LEFT, false},
+                             {VK_LEFT, true},
+                             {VK_UP, false},
+                             {VK_UP, true},
+                             {VK_PRIOR, false},
+                             {VK_CLEAR, false},
+                             {VK_F8, false}}) {
+        e.SetText("abcd"); // Delete, a key that ends the step without moving, Delete
+        Key(VK_DELETE);
+        Key(key, ctrl);
+        Key(VK_DELETE);
+        e.Undo();
+        EXPECT_EQ("bcd", Text()) << key << ctrl;
+    }
+    e.SetText("hello");
+    Type("ab\rcd");
+    e.Undo();
     Type("z"); // a change after Undo ends Redo
     EXPECT_FALSE(e.CanRedo());
     EXPECT_EQ(0, e.Redo());
@@ -219,6 +237,9 @@ TEST_F(Edit, SelectionIsReplacedInTwoStepsAndPastesStaySelected) {
     EXPECT_EQ("alongd", Text());
     EXPECT_EQ(BCLimits(1, 5), e.GetCrntSelection());
     EXPECT_EQ(1u, e.GetCaretOfs());
+    e.ReplaceSelectedText("X"); // replacements never merge
+    e.Undo();
+    EXPECT_EQ("alongd", Text());
     Input::Char(H(), 27); // Escape only collapses
     EXPECT_EQ("alongd", Text());
     EXPECT_TRUE(e.GetCrntSelection().IsEmpty());
@@ -258,6 +279,8 @@ TEST_F(Edit, SelectionIsDrawnInverseIncludingSelectedLineBreaks) {
     EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, 13, 1)); // the selected empty line
     EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 15, 1));
     e.SetCrntSelection(BCLimits(2, 5)); // shrinking redraws the rest plain
+    e.Repaint();                        // and a whole repaint draws the same
+    UpdateWindow(H());
     EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, 3, 1));
     EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 6, 1));
     EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 11, 1));
@@ -265,6 +288,10 @@ TEST_F(Edit, SelectionIsDrawnInverseIncludingSelectedLineBreaks) {
     Key(VK_RIGHT); // any key collapses it
     Input::Pump();
     EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 3, 1));
+    e.SetCrntSelection(BCLimits(0, 5));
+    EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, 2, 1));
+    SendMessageA(H(), WM_HSCROLL, SB_PAGERIGHT, 0); // the text moves left, repainted
+    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 2, 1));
 }
 
 TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
@@ -287,16 +314,28 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     EXPECT_EQ(0u, e.GetCaretOfs());
     Key(VK_UP, true);
     EXPECT_EQ(1u, e.GetFirstLine());
+    e.SetTextPos(e.GetText()->GetLineOfs(3), -1);
+    for (UINT key : {VK_RIGHT, VK_LEFT, VK_END, VK_HOME, VK_DOWN, VK_UP}) {
+        Key(key); // the caret stays on the page: the page stays
+        EXPECT_EQ(1u, e.GetFirstLine()) << key;
+    }
+    Key(VK_CLEAR); // the caret's line three below the top
+    EXPECT_EQ(0u, e.GetFirstLine());
+    e.SetTextPos(0, -1);
+    Key(VK_DOWN, true);
+    EXPECT_EQ(1u, e.GetFirstLine());
     auto scroll = [&](int type, int thumb = 0) {
         SetScrollPos(H(), SB_VERT, thumb, FALSE);
         SendMessageA(H(), WM_VSCROLL, MAKEWPARAM(type, thumb), 0);
         return e.GetFirstLine();
     };
     EXPECT_EQ(2u, scroll(SB_LINEDOWN));
+    EXPECT_EQ(-1, e.GetCaretPos().GetX()); // the caret's line went off the page
     EXPECT_EQ(2 + shown * 3 / 4, scroll(SB_PAGEDOWN));
     EXPECT_EQ(40u, scroll(SB_THUMBPOSITION, 40));
     EXPECT_EQ(39u, scroll(SB_LINEUP));
     EXPECT_EQ(0u, scroll(SB_TOP));
+    EXPECT_EQ(e.GetTextRect().GetLeft(), e.GetCaretPos().GetX());
     scroll(SB_BOTTOM);
     EXPECT_EQ(text.size(), e.GetPageEnd());
     EXPECT_EQ(0u, e.GetCaretOfs());
@@ -315,16 +354,21 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     }
 }
 
-// The click rule the editor keeps: a point lands on the nearer side of a character's middle.
-unsigned long SlowColumn(BCTextEdit& e, unsigned long start, unsigned int len, int x) {
-    int run = e.GetTextRect().GetLeft();
-    for (unsigned int i = 0; i < len; ++i) {
-        int w = e.GetLineSize(start + i, 1).GetWidth();
-        if (x + w / 2 <= run + w)
-            return start + i;
-        run += w;
+// The click rule the editor keeps, from each character's own measure: a point lands on the
+// nearer side of a character's middle.
+void CheckClicks(BCTextEdit& e, unsigned long start, unsigned int len) {
+    std::vector<int> widths;
+    for (unsigned int i = 0; i < len; ++i)
+        widths.push_back(e.GetLineSize(start + i, 1).GetWidth());
+    short y = e.GetOfsPos(start).GetY();
+    for (int x = 0; x < 300; ++x) {
+        int run = e.GetTextRect().GetLeft(), logical = x + e.GetOrigin().GetX();
+        unsigned long want = start;
+        while (want < start + len &&
+               logical + widths[want - start] / 2 > run + widths[want - start])
+            run += widths[want++ - start];
+        ASSERT_EQ(want, e.GetPosOfs(BCPosition(static_cast<short>(x), y))) << x;
     }
-    return start + len;
 }
 
 TEST_F(Edit, PointToOffsetFollowsCharacterMiddlesWithTabsInAProportionalFont) {
@@ -334,17 +378,16 @@ TEST_F(Edit, PointToOffsetFollowsCharacterMiddlesWithTabsInAProportionalFont) {
     e.SetFont(&font);
     ASSERT_NE(e.GetChrWidth('i'), e.GetChrWidth('W'));
     e.SetTabWidth(30);
-    for (unsigned long line : {0ul, 14ul}) {
-        unsigned long start = 0;
-        unsigned int len = 0;
-        e.GetText()->GetLineStartLen(line, start, len);
-        short y = e.GetOfsPos(start).GetY();
-        for (int x = 0; x < 300; ++x)
-            ASSERT_EQ(SlowColumn(e, start, len, x), e.GetPosOfs(BCPosition(x, y))) << x;
-    }
+    CheckClicks(e, 0, 12);
+    CheckClicks(e, 14, 20);
     EXPECT_EQ(e.GetLineSize(0, 2).GetWidth() + 30 - e.GetLineSize(0, 2).GetWidth() % 30,
               e.GetLineSize(0, 3).GetWidth());
-    std::string wide(2000, 'a');
+    std::string wide(1030, 'i');
+    e.SetText((wide + "\t\tWx").c_str()); // TABs past the measured part
+    e.SetOrigin(BCPosition(static_cast<short>(e.GetLineSize(0, 1024).GetWidth() - 100), 0));
+    CheckClicks(e, 0, 1034);
+    e.SetOrigin(BCPosition(0, 0));
+    wide.assign(2000, 'a');
     e.SetText(wide.c_str()); // lines are measured up to their 1024th character
     EXPECT_EQ(e.GetLineSize(0, 1024), e.GetLineSize(0, 2000));
     EXPECT_LT(e.GetLineSize(0, 1000).GetWidth(), e.GetLineSize(0, 1024).GetWidth());
@@ -401,6 +444,10 @@ TEST_F(Edit, QueriesDumpAndOwnershipOfTheDocument) {
     EXPECT_EQ(0, buf[2]); // the terminator follows the max characters
     EXPECT_EQ(0u, e.GetTextLine(7, buf, 7));
     EXPECT_STREQ("", buf);
+    EXPECT_EQ(0u, e.GetTextLine(0, nullptr, 7) + e.GetSelectedText(nullptr, 7) +
+                      e.GetText(nullptr, 7) + e.InsertText(nullptr) +
+                      e.ReplaceSelectedText(nullptr));
+    EXPECT_EQ("one\r\ntwo", Text());
     EXPECT_EQ(3u, e.GetLineLen(1));
     EXPECT_EQ(0u, e.GetLineLen(7));
     e.SetModified(0);
