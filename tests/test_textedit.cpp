@@ -336,9 +336,11 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     EXPECT_EQ(39u, scroll(SB_LINEUP));
     EXPECT_EQ(0u, scroll(SB_TOP));
     EXPECT_EQ(e.GetTextRect().GetLeft(), e.GetCaretPos().GetX());
-    scroll(SB_BOTTOM);
+    e.SetTextPos(e.GetText()->GetLineOfs(2), 0); // on the page, put at the top
+    EXPECT_EQ(2u, e.GetFirstLine());
+    scroll(SB_BOTTOM); // scrolling leaves the caret where it is
     EXPECT_EQ(text.size(), e.GetPageEnd());
-    EXPECT_EQ(0u, e.GetCaretOfs());
+    EXPECT_EQ(e.GetText()->GetLineOfs(2), e.GetCaretOfs());
     EXPECT_EQ(GetScrollPos(H(), SB_VERT), static_cast<int>(e.GetFirstLine()));
     Key(VK_END, true);
     unsigned long top = e.GetPageTop();

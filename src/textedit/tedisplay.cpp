@@ -63,7 +63,8 @@ BCSize BCTextEdit::GetLineSize(unsigned long ofs, unsigned int len) {
     unsigned long start = ofs;
     unsigned int lineLen = 0;
     int x = 0;
-    if (opText->GetLineStartLen(ofs, start, lineLen) && start < ofs)
+    // TAB stops count from the line's start: the part before `ofs` sets where they fall.
+    if (opText->GetLineStartLen(ofs, start, lineLen))
         x = GetLineSize(start, static_cast<unsigned int>(ofs - start)).GetWidth();
     char text[kMeasured + 1];
     unsigned long n = opText->GetText(text, ofs, Min(len, kMeasured));
@@ -134,9 +135,7 @@ unsigned long BCTextEdit::NextStart(unsigned long start) {
 }
 
 unsigned long BCTextEdit::PrevStart(unsigned long start) {
-    unsigned long s = 0;
-    unsigned int len = 0;
-    return start && opText && opText->GetLineStartLen(start - 1, s, len) ? s : 0;
+    return opText ? opText->GetLineRelOfs(start, -1) : 0;
 }
 
 unsigned long BCTextEdit::PageLines() {
@@ -213,7 +212,8 @@ void BCTextEdit::SetTextPos(unsigned long ofs, int linesAbove) {
     opText->GetLineStartLen(ofs, start, lineLen);
     unsigned long above = ofs >= dwPageTop ? opText->GetNumLines(dwPageTop, start) : 0;
     bool onPage = dwPageTop <= ofs && ofs <= dwPageEnd && !(ofs == dwPageEnd && ofs == start);
-    if (!onPage || (linesAbove != -1 && static_cast<unsigned long>(linesAbove) != above)) {
+    bool keep = linesAbove < 0 || static_cast<unsigned long>(linesAbove) == above;
+    if (!onPage || !keep) {
         CaretOff();
         FillPage(start, linesAbove == -1 ? above : static_cast<unsigned long>(linesAbove));
         Update();

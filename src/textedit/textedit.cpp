@@ -458,7 +458,7 @@ int BCTextEdit::Redo() {
     if (!opUndo || !opText || !opUndo->CanRedo())
         return 0;
     BCUndoRecord* r = opUndo->TakeRedo();
-    if (!Unreachable(r != nullptr, __LINE__) || !Unreachable(IsKnown(r->dwType), __LINE__))
+    if (!Unreachable(r && IsKnown(r->dwType), __LINE__))
         return 0;
     unsigned long ofs = r->dwOfs;
     ApplyUndo(*r, 1, ofs);
