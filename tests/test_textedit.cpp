@@ -154,6 +154,7 @@ TEST_F(Edit, MouseSelectsByPointLineAndWordUnlessForbidden) {
 TEST_F(Edit, UndoMergesTypingAndDeletingAtOnePlace) {
     BCTextEdit& e = Make("hello");
     Type("abc"); // one step
+    EXPECT_EQ(32u, e.GetUndoList()->GetCrntRecord()->bfInserted.GetCapacity());
     EXPECT_EQ(0, e.Undo());
     EXPECT_EQ("hello", Text());
     EXPECT_FALSE(e.CanUndo());
@@ -195,6 +196,12 @@ TEST_F(Edit, UndoMergesTypingAndDeletingAtOnePlace) {
         EXPECT_EQ("bcd", Text()) << key << ctrl;
     }
     e.SetText("hello");
+    std::string typed(40, 'q'); // a long step grows its buffer by the step rule
+    Type(typed.c_str());
+    const BCUndoBuffer& in = e.GetUndoList()->GetCrntRecord()->bfInserted;
+    EXPECT_EQ(typed, in.GetData());
+    EXPECT_EQ(64u, in.GetCapacity());
+    e.Undo();
     Type("ab\rcd");
     e.Undo();
     Type("z"); // a change after Undo ends Redo
@@ -247,6 +254,13 @@ TEST_F(Edit, SelectionIsReplacedInTwoStepsAndPastesStaySelected) {
     EXPECT_EQ("axyzlongd", Text());
     e.AppendText("!");
     EXPECT_EQ("axyzlongd!", Text());
+    EXPECT_EQ(1, e.ReplaceTextA(1, 3, "Q", 1));
+    EXPECT_EQ("aQlongd!", Text());
+    EXPECT_EQ(1, e.ReplaceTextA(0, 1, nullptr, 0));
+    EXPECT_EQ("Qlongd!", Text());
+    e.Undo();
+    e.Undo();
+    EXPECT_EQ("axyzlongd!", Text());
 }
 
 TEST_F(Edit, ExtendedSelectionGrowsByWordLineAndText) {
@@ -269,8 +283,22 @@ COLORREF PixelAt(EditFixture& f, unsigned long ofs, int dx) {
     return c;
 }
 
+// Black pixels in the cells of the characters from..to of one line.
+int DarkIn(EditFixture& f, unsigned long from, unsigned long to) {
+    BCPosition a = f.edit->GetOfsPos(from), b = f.edit->GetOfsPos(to);
+    HDC dc = GetDC(f.H());
+    int n = 0;
+    for (int x = a.GetX(); x < b.GetX(); ++x)
+        for (int y = a.GetY(); y < a.GetY() + f.edit->GetChrHeight('H'); ++y)
+            n += GetPixel(dc, x, y) == RGB(0, 0, 0);
+    ReleaseDC(f.H(), dc);
+    return n;
+}
+
 TEST_F(Edit, SelectionIsDrawnInverseIncludingSelectedLineBreaks) {
     BCTextEdit& e = Make("Hello world\r\n\r\nnext");
+    e.SetCrntSelection(BCLimits(2, 11)); // up to the line's end, not its break
+    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 11, 1));
     e.SetCrntSelection(BCLimits(2, 15)); // to the start of "next"
     Input::Pump();
     EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 1, 1));
@@ -285,7 +313,10 @@ TEST_F(Edit, SelectionIsDrawnInverseIncludingSelectedLineBreaks) {
     EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 6, 1));
     EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 11, 1));
     EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 13, 1));
-    Key(VK_RIGHT); // any key collapses it
+    EXPECT_GT(DarkIn(*this, 0, 2), 0); // the text around the selection is drawn too
+    EXPECT_GT(DarkIn(*this, 6, 11), 0);
+    EXPECT_GT(DarkIn(*this, 15, 19), 0); // and the lines the selection leaves alone
+    Key(VK_RIGHT);                       // any key collapses it
     Input::Pump();
     EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 3, 1));
     e.SetCrntSelection(BCLimits(0, 5));
@@ -301,6 +332,11 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     for (unsigned long o = 0; o < e.GetPageEnd(); ++o)
         shown += text[o] == '\n';
     ASSERT_GT(shown, 4u);
+    BCSize h(e.GetChrWidth('H'), e.GetChrHeight('H'));
+    BCRectangle c = e.GetClientRect();
+    EXPECT_EQ(BCRectangle(h.GetWidth(), h.GetHeight() / 4, c.GetRight() - h.GetWidth() / 2,
+                          c.GetBottom() - h.GetHeight() / 4),
+              e.GetTextRect());
     unsigned long page = shown * 3 / 4;
     Key(VK_NEXT);
     EXPECT_EQ(e.GetText()->GetLineOfs(page), e.GetCaretOfs());
@@ -354,6 +390,12 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
         SendMessageA(H(), WM_HSCROLL, MAKEWPARAM(type, 0), 0);
         EXPECT_EQ(x, e.GetOrigin().GetX());
     }
+    e.SetTextPos(e.GetText()->GetLineOfs(5), 0);
+    Type("x"); // typing at the top line's start keeps that line at the top
+    EXPECT_EQ(e.GetText()->GetLineOfs(5), e.GetPageTop());
+    unsigned long deep = e.GetText()->GetLineOfs(60);
+    e.SetCrntSelection(BCLimits(0, static_cast<long>(deep + 3))); // the page follows its end
+    EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, deep, 1));
 }
 
 // The click rule the editor keeps, from each character's own measure: a point lands on the

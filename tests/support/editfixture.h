@@ -20,6 +20,8 @@ class EditFixture : public ::testing::Test {
     void SetUp() override {
         ASSERT_TRUE(main.Create("editor"));
         main.Show(SW_SHOWNORMAL);
+        // Pixels are read from the screen: no other window may cover this one.
+        SetWindowPos(main.GetHandle(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
     }
     // A 300 x 200 editor (client) holding `text`, with the focus.
     BCTextEdit& Make(const char* text, unsigned int mode = 0, unsigned int depth = 64,
