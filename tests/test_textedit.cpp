@@ -492,6 +492,13 @@ TEST_F(Edit, QueriesDumpAndOwnershipOfTheDocument) {
                       e.GetText(nullptr, 7) + e.InsertText(nullptr) +
                       e.ReplaceSelectedText(nullptr));
     EXPECT_EQ("one\r\ntwo", Text());
+    unsigned long start = 0;
+    unsigned int len = 0;
+    BCSize size;
+    EXPECT_EQ(0, e.GetLineParms(99, start, len, size)); // past the end
+    EXPECT_EQ(1, e.GetLineParms(6, start, len, size));
+    EXPECT_EQ(5u, start);
+    EXPECT_EQ(e.GetLineSize(5, 3), size);
     EXPECT_EQ(3u, e.GetLineLen(1));
     EXPECT_EQ(0u, e.GetLineLen(7));
     e.SetModified(0);
