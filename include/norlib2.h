@@ -20,4 +20,5 @@
 #include "bcshapes.h"
 #include "bctextgfx.h"
 #include "bcgfxlist.h"
+#include "bctextedit.h"
 #include "bcclipboard.h"

@@ -63,5 +63,18 @@ constexpr unsigned int kMsgClipboardBuffer = 10069;
 
 // ---- text editor ----
 namespace bcids {
+constexpr unsigned int kTypeTextEdit = 51;
+constexpr unsigned int kCmdNewFile = 101;
+constexpr unsigned int kCmdOpenFile = 102;
+constexpr unsigned int kCmdSaveFile = 103;
+constexpr unsigned int kCmdSaveAsFile = 104;
+constexpr unsigned int kCmdUndo = 111;
+constexpr unsigned int kCmdCut = 112;
+constexpr unsigned int kCmdCopy = 113;
+constexpr unsigned int kCmdPaste = 114;
+constexpr unsigned int kCmdRedo = 116;
+constexpr unsigned int kCmdFind = 120;
+constexpr unsigned int kCmdFindNext = 121;
+constexpr unsigned int kCmdReplace = 122;
 } // namespace bcids
 // ---- end of text editor ----
