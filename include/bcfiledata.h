@@ -32,7 +32,8 @@ class NORLIB2_API BCFileData : public BCDependentData {
     virtual int QuerySaveFile();
 
     // Reads the named file into the wrapped object: what open does once a name is chosen.
-    // A file that cannot be opened gives 0 silently; a read failure shows message 10075.
+    // A file that cannot be opened gives 0 silently; a read failure shows message 10075, a
+    // file too large for memory the library's memory message.
     int LoadFile();
     // Copies of the strings; null stores null. 0 when the copy could not be made.
     int SetFileName(const char* fileName);
@@ -42,6 +43,11 @@ class NORLIB2_API BCFileData : public BCDependentData {
     BCWindow* GetWindow() const { return opWindow; }
 
   protected:
+    // How a file's content becomes the document and back: by default the wrapped object's
+    // record after emptying the document. Reading returns a BCReadResult.
+    virtual int ReadDocument(std::istream& is);
+    virtual int WriteDocument(std::ostream& os);
+
     // Notifies `code` when notification is on.
     void Notify(unsigned int code);
     // The module whose resources and owner the boxes use.
@@ -56,6 +62,14 @@ class NORLIB2_API BCFileData : public BCDependentData {
     int Restart(unsigned int code);
     // Writes the record to `path`; 1 when all of it was written.
     int WriteRecord(const char* path);
+};
+
+// Results of reading a document.
+enum BCReadResult : int {
+    BC_READ_FAILED = 0,     // a read error, reported by the caller
+    BC_READ_DONE = 1,       // the document holds the file
+    BC_READ_NO_MEMORY = 2,  // the file does not fit in memory; the document is as it was
+    BC_READ_NOT_CLEARED = 3 // the document could not be emptied: nothing read, nothing said
 };
 
 // Notification codes of the document commands.

@@ -7,6 +7,9 @@
 // A block of bytes as renderable data: a copy of what it is given, or (flag 0x0020) the
 // caller's own buffer. Bytes can be inserted, overwritten and deleted at any offset; the
 // block grows and shrinks in steps. Flag 0x0008 or 0x0020 keeps the bytes from being freed.
+// The free bytes of an owned block lie at the place of the last edit, so that editing at one
+// place moves only the bytes between the old and the new place; whatever hands out the block
+// (the data pointer, a record) first moves them back to the end.
 class NORLIB2_API BCMemoryData : public BCRenderableData {
   public:
     BCMemoryData(void* buffer, unsigned long length, unsigned int flags);
@@ -26,6 +29,7 @@ class NORLIB2_API BCMemoryData : public BCRenderableData {
     int IsRenderable(BCFormat& format) override;
     // Copies from the start, at most `size` bytes; returns the number copied.
     unsigned long GetData(void* buffer, unsigned long size, BCFormat& format) override;
+    // The bytes in one piece. Writing through the pointer is allowed until the next call.
     void* GetDataPtr(BCFormat& format) override;
     unsigned long GetLen(BCFormat& format) override;
     // Replaces the contents (borrowing the buffer with flag 0x0020); returns the length.
@@ -48,12 +52,39 @@ class NORLIB2_API BCMemoryData : public BCRenderableData {
     unsigned long SetGrowStep(unsigned long step);
 
   protected:
+    // Bytes lying together in the block.
+    struct Run {
+        const unsigned char* bytes;
+        unsigned long size;
+    };
+
+    // The bytes [from, to) (within those held) as they lie: the second run is empty unless
+    // the free bytes lie between.
+    void Runs(unsigned long from, unsigned long to, Run& first, Run& second) const;
+    // The byte at `offset` (below the bytes held).
+    unsigned char At(unsigned long offset) const {
+        return lpData[offset < dwGapAt ? offset : offset + Free()];
+    }
+    // The bytes held, in one piece (the free bytes moved to the end); null when empty.
+    const unsigned char* Contiguous() const;
+
+    // Told before the bytes [offset, offset + count) are removed or overwritten.
+    virtual void Removing(unsigned long offset, unsigned long count);
+    // Told after `count` new bytes were placed at `offset`.
+    virtual void Inserted(unsigned long offset, unsigned long count);
+    // Told when the bytes changed in a way the two above do not describe, or may change
+    // behind the object's back.
+    virtual void Replaced();
+
     // The bytes that really exist: the length, bounded by the allocation (a delete past the
     // end leaves the length larger than the block).
     unsigned long Held() const;
     // Replaces the contents with bytes read from the stream: `count` of them, or all that
     // are left when `toEnd` is non-zero. On failure the contents stay as they were.
     int LoadBytes(std::istream& is, unsigned long count, int toEnd);
+    // Takes `block` (from the far-memory allocator) as the bytes: `length` of `capacity` in
+    // use, the rest free at the end.
+    void Adopt(unsigned char* block, unsigned long length, unsigned long capacity);
 
     unsigned char* lpData;
     unsigned long dwLen;
@@ -61,6 +92,19 @@ class NORLIB2_API BCMemoryData : public BCRenderableData {
     unsigned long dwGrowStep;
 
   private:
+    // Where the free bytes start; the bytes after them follow the ones before.
+    mutable unsigned long dwGapAt;
+
+    unsigned long Free() const { return lpData ? dwBufLen - Held() : 0; }
+    // Moves the free bytes to start at `offset`.
+    void MoveGap(unsigned long offset) const;
+    // Places `count` bytes at `offset`, `removed` of them over old ones.
+    void WriteAtGap(unsigned long offset, const void* source, unsigned long count,
+                    unsigned long removed);
+    // Inserts or overwrites in place, for a buffer that must stay in one piece.
+    void WriteInPlace(unsigned long offset, const void* source, unsigned long count, int insert);
+    // The shrinking step of a delete; 0 when the block was lost.
+    int ShrinkAfterDelete(unsigned long count);
     bool OwnsBytes() const;
     void FreeBytes();
     // Fills an empty object as the constructor does: borrowing or copying.

@@ -4,6 +4,11 @@
 
 // The document of the text editor: a file data object wrapping a BCText, so that every
 // change is reported to its updaters. Saved alone it is a plain text file.
+// Files from other systems: a file whose lines end in LF alone (it holds no CR at all) is
+// read with CR LF line ends and written back with LF alone. Any other file, including one
+// that mixes CR LF with lone LFs, NUL bytes or bytes 128-255, is taken and written back byte
+// for byte; a lone LF then stays inside its line. A file too large for memory is refused and
+// the document kept as it was.
 class NORLIB2_API BCTextData : public BCFileData {
   public:
     // A null text gets an empty one.
@@ -30,6 +35,15 @@ class NORLIB2_API BCTextData : public BCFileData {
     // The wrapped text, null when the wrapped object is none or not a text.
     BCText* GetTextObject() const;
 
+    // Whether the document's file had lines ending in LF alone, as it will be written.
+    int HasLfOnlyLines() const { return blLfOnly; }
+
+  protected:
+    int ReadDocument(std::istream& is) override;
+    int WriteDocument(std::ostream& os) override;
+
   private:
     unsigned long Changed(unsigned long result);
+
+    int blLfOnly;
 };

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,10 +18,6 @@ namespace {
 struct Record {
     int payload, key;
 };
-
-void* Key(long value) {
-    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
-}
 
 std::vector<int> Payloads(BCArrayList& list) {
     std::vector<int> out;
@@ -43,17 +40,13 @@ void AppendAll(BCArrayList& list, std::initializer_list<Record> records) {
 
 TEST(ArrayListTest, IndexesAreNotCheckedAndFailedSearchesKeepThePosition) {
     BCArrayList list = MakeList();
-    EXPECT_STREQ("BCArrayList", list.GetObjectTypeStr());
     EXPECT_EQ(static_cast<unsigned long>(BC_FLAG_ARRAY), list.GetFlags());
     AppendAll(list, {{1, 10}, {2, 20}, {3, 30}});
-    EXPECT_EQ(1, list.GoToIndex(1000));
-    EXPECT_EQ(1000u, list.GetCrntInd());
-    EXPECT_EQ(nullptr, list.GetCrntItem()); // but nothing is read past the items
-    EXPECT_EQ(nullptr, list.GetCrntKey());
-    EXPECT_EQ(0, list.Update(nullptr, &list));
-    unsigned char* copy = new unsigned char[sizeof(Record)]();
-    EXPECT_EQ(0, list.Unlock(nullptr, copy)); // nothing stored: the copy stays the caller's
-    delete[] copy;
+    EXPECT_TRUE(list.GoToIndex(1000) && list.GetCrntInd() == 1000u);
+    // But nothing is read or written past the items; the copy stays the caller's.
+    auto copy = std::make_unique<unsigned char[]>(sizeof(Record));
+    EXPECT_FALSE(list.GetCrntItem() || list.GetCrntKey() || list.Update(nullptr, &list) ||
+                 list.Unlock(nullptr, copy.get()));
     ASSERT_TRUE(list.GoToItem(Key(25))); // CmpKey(25, k) is negative first for 30
     EXPECT_EQ(0, list.GoToItem(Key(30)));
     EXPECT_EQ(2u, list.GetCrntInd());
@@ -77,12 +70,10 @@ TEST(ArrayListTest, CopiesAreIndependentUntilUpdateOrUnlock) {
 
 TEST(ArrayListTest, GrowsByGrowBySlotsAndClearReturnsZero) {
     BCArrayList list = MakeList(0, 0, 3), preset = MakeList(0, 5, 2), stuck = MakeList(0, 1, 0);
-    EXPECT_EQ(5u, preset.GetLength());
-    EXPECT_EQ(0, preset.SetItemSize(0x40000000)); // a block past 2 GiB: refused, size kept
-    EXPECT_EQ(sizeof(Record), preset.GetItemSize());
-    ASSERT_TRUE(list.LockList()); // the first lock makes grow-by slots
-    EXPECT_EQ(3u, list.GetLength());
-    ASSERT_TRUE(list.UnlockList());
+    // A block past 2 GiB is refused, the size kept; the first lock makes grow-by slots.
+    EXPECT_EQ((Seq{5, 0, sizeof(Record), 1, 3, 1}),
+              (Seq{preset.GetLength(), preset.SetItemSize(0x40000000), preset.GetItemSize(),
+                   list.LockList() != 0, list.GetLength(), list.UnlockList() != 0}));
     AppendAll(list, {{1, 1}, {2, 2}, {3, 3}});
     EXPECT_EQ(3u, list.GetLength());
     AppendAll(list, {{4, 4}});
@@ -106,12 +97,9 @@ TEST(ArrayListTest, LockNestingAndTheUnbalancedUnlockMessage) {
     EXPECT_EQ(2u, list.GetLockCount());
     list.UnlockList();
     list.UnlockList();
-    EXPECT_EQ(0u, recorder.Count());
-    EXPECT_EQ(0, list.UnlockList());
-    ASSERT_EQ(1u, recorder.Count());
-    EXPECT_EQ(BC_MSG_NUMBERED, recorder.Last().kind);
-    EXPECT_EQ(10068u, recorder.Last().id);
-    EXPECT_EQ("Internal error-Array List:UnlockList nesting error.", recorder.Last().text);
+    EXPECT_TRUE(!recorder.Count() && !list.UnlockList()); // one unlock too many is reported
+    EXPECT_EQ((std::vector<unsigned int>{10068}), recorder.NumberedIds());
+    EXPECT_EQ("Internal error-Array List:UnlockList nesting error.|", recorder.Texts());
     EXPECT_EQ(&list, recorder.Last().object);
     EXPECT_EQ((std::vector<int>{1, 2}), Payloads(list));
 }
@@ -138,8 +126,7 @@ TEST(ArrayListTest, StringKeysComeBackInTheKeyBufferAndKeylessItemsCompareAsZero
     for (int x : {1, 2})
         ASSERT_TRUE(keyless.Append(nullptr, &x));
     EXPECT_EQ(nullptr, keyless.GetCrntKey());
-    ASSERT_TRUE(keyless.GoToItem(Key(-1)));
-    EXPECT_EQ(0u, keyless.GetCrntInd());
+    EXPECT_TRUE(keyless.GoToItem(Key(-1)) && keyless.GetCrntInd() == 0u);
     EXPECT_EQ(0, keyless.GoToItem(Key(5)));
 }
 
@@ -158,19 +145,15 @@ TEST(ArrayListStreamTest, RecordIsHeaderThenRawItemsSavedStraightFromTheBlock) {
     AppendAll(list, {{0x0A0B0C0D, 2}, {0x01020304, 1}});
     ASSERT_TRUE(list.GoToIndex(1));
     const std::string record = SavedBytes(list);
-    EXPECT_EQ(0, list.calls);
-    EXPECT_EQ(1u, list.GetCrntInd());
-    EXPECT_EQ(0u, list.GetLockCount());
+    EXPECT_EQ(Nums(0, 1, 0), Nums(list.calls, list.GetCrntInd(), list.GetLockCount()));
     EXPECT_EQ(LE32(86) + LE32(BC_FLAG_ARRAY | BC_FLAG_SORTED) + LE32(4) + LE32(2) +
                   LE32(sizeof(Record)) + LE32(4) + LE32(4) + LE32(4) + LE32(0x01020304) + LE32(1) +
                   LE32(0x0A0B0C0D) + LE32(2),
               record);
     BCArrayList loaded = MakeList(0, 0, 9);
-    std::istringstream is = InStream(record);
-    ASSERT_EQ(1, loaded.Load(is));
-    EXPECT_EQ(4u, loaded.GetLength());
-    EXPECT_EQ(4u, loaded.GetGrowBy());
-    EXPECT_TRUE(loaded.GetFlags() & BC_FLAG_SORTED);
+    ASSERT_EQ(1, LoadFrom(loaded, record));
+    EXPECT_EQ(Nums(4, 4, BC_FLAG_SORTED),
+              Nums(loaded.GetLength(), loaded.GetGrowBy(), loaded.GetFlags() & BC_FLAG_SORTED));
     std::ostringstream bad = OutStream();
     bad.setstate(std::ios::badbit);
     EXPECT_EQ(0, loaded.Save(bad));
@@ -194,11 +177,10 @@ TEST(ArrayListStreamTest, CorruptRecordsFailAndLeaveTheListUsable) {
     for (const std::string& bytes : cases) {
         BCArrayList list = MakeList();
         AppendAll(list, {{1, 1}});
-        std::istringstream is = InStream(bytes);
-        EXPECT_EQ(0, list.Load(is));
+        EXPECT_EQ(0, LoadFrom(list, bytes));
         AppendAll(list, {{2, 2}, {3, 3}}); // usable afterwards
-        ASSERT_FALSE(Payloads(list).empty());
-        EXPECT_EQ(3, Payloads(list).back());
+        const std::vector<int> payloads = Payloads(list);
+        EXPECT_TRUE(!payloads.empty() && payloads.back() == 3);
         EXPECT_EQ(sizeof(Record), list.GetItemSize());
     }
 }

@@ -19,13 +19,6 @@ inline char* Str(const char* text) {
     return const_cast<char*>(text);
 }
 
-// Results joined by spaces, so that a row of them is checked at once.
-template <class... T> std::string Nums(T... values) {
-    std::string out;
-    ((out += std::to_string(values) + " "), ...);
-    return out;
-}
-
 inline std::string Contents(BCMemoryData& data) {
     std::string out(data.GetBufLen(), '\0');
     return out.substr(0, data.GetData(0, &out[0], data.GetBufLen()));
@@ -50,23 +43,4 @@ inline std::string TypeAndFormats(BCRenderableData& data) {
 inline std::string Saved(BCObject& object) {
     std::ostringstream os(std::ios::binary);
     return object.Save(os) ? os.str() : "failed";
-}
-
-inline int LoadFrom(BCObject& object, const std::string& bytes) {
-    std::istringstream is(bytes, std::ios::binary);
-    return object.Load(is);
-}
-
-// A stream that cannot tell its size, as a pipe cannot.
-struct UnseekableBuf : std::stringbuf {
-    explicit UnseekableBuf(const std::string& bytes) : std::stringbuf(bytes, std::ios::in) {}
-    pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override { return -1; }
-    pos_type seekpos(pos_type, std::ios::openmode) override { return -1; }
-};
-
-// Loads `bytes` from a pipe-like stream.
-inline int LoadPiped(BCObject& object, const std::string& bytes) {
-    UnseekableBuf buf(bytes);
-    std::istream piped(&buf);
-    return object.Load(piped);
 }

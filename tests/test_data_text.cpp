@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <climits>
+#include <random>
 
 #include "test_data.h"
 
@@ -42,10 +43,10 @@ TEST(TextTest, SearchFoldsOnlyLettersAndFindsWholeWords) {
     EXPECT_EQ("0 ", Nums(text.GetText(out, 9, 2)) + out);
 
     BCText words(Str("other the"), 0); // "the" is inside "other" too
-    EXPECT_EQ(Nums(1, 6, 6, kNone, kNone),
+    EXPECT_EQ(Nums(1, 6, 6, kNone, kNone, kNone),
               Nums(Find(words, "the", 0, 1, 0), Find(words, "the", 0, 1, 1),
                    Find(words, "THE", 0, 0, 1), Find(words, "THE", 0, 1, 0),
-                   Find(words, "", 0, 0, 0)));
+                   Find(words, "", 0, 0, 0), Find(words, "thex", 0, 1, 0)));
     unsigned long at = 2;
     EXPECT_EQ(0, words.Search("xyz", at, 0, 0));
     EXPECT_EQ(2ul, at); // a failed search leaves the position
@@ -218,6 +219,141 @@ TEST(NumberDataTest, RecordsAndCorruptRecords) {
         EXPECT_EQ(0, LoadFrom(loaded, bytes));
         EXPECT_EQ(" 77", TextForm(loaded));
     }
+}
+
+} // namespace
+
+namespace {
+
+// The line queries worked out naively on a plain string.
+struct LineModel {
+    std::string s;
+    static constexpr size_t npos = std::string::npos;
+
+    unsigned long Len() const { return static_cast<unsigned long>(s.size()); }
+    unsigned long LineStart(unsigned long at) const {
+        size_t lf = at ? s.rfind('\n', at - 1) : npos;
+        return lf == npos ? 0 : static_cast<unsigned long>(lf + 1);
+    }
+    unsigned long NextCR(unsigned long at, unsigned long to) const {
+        size_t cr = s.find('\r', at);
+        return cr == npos || cr >= to ? std::max(at, to) : static_cast<unsigned long>(cr);
+    }
+    // Offsets just after each line feed.
+    std::vector<unsigned long> AfterLFs() const {
+        std::vector<unsigned long> after;
+        for (size_t i = 0; i < s.size(); ++i) {
+            if (s[i] == '\n')
+                after.push_back(static_cast<unsigned long>(i + 1));
+        }
+        return after;
+    }
+    std::string StartLen(unsigned long at) const {
+        if (at > Len() || s.empty())
+            return Nums(0, Len(), 0);
+        unsigned long start = LineStart(at);
+        char c = at < Len() ? s[at] : 0;
+        unsigned long end = c == '\n'   ? std::max(start, at - 1)
+                            : c == '\r' ? at
+                                        : NextCR(at, Len());
+        return Nums(1, start, end - start);
+    }
+    unsigned long RelOfs(unsigned long at, long lines) const {
+        at = std::min(at, Len());
+        if (s.empty() || (at == 0 && lines < 1))
+            return 0;
+        unsigned long start = LineStart(at), column = at - start;
+        for (; lines < 0 && start > 0; ++lines)
+            start = LineStart(start >= 2 ? start - 2 : 0);
+        for (; lines > 0 && start < Len(); --lines) {
+            unsigned long cr = NextCR(start, Len());
+            start = cr < Len() ? std::min(cr + 2, Len()) : Len();
+        }
+        return NextCR(start, std::min(start + column, Len()));
+    }
+};
+
+std::string StartLen(BCText& text, unsigned long at) {
+    unsigned long start = 0;
+    unsigned int length = 0;
+    int ok = text.GetLineStartLen(at, start, length);
+    return Nums(ok, start, length);
+}
+
+// Inserts, overwrites and deletes of CR LF text at random places, large enough to cut and
+// merge the stretches the line feeds are counted in, and to move the free bytes about.
+TEST(TextTest, EditedTextAnswersLineQueriesAsItsBytesSay) {
+    std::mt19937 random(20261124);
+    auto below = [&](unsigned long n) { return n ? static_cast<unsigned long>(random() % n) : 0; };
+    auto piece = [&](unsigned long size) {
+        std::string bytes(size, 'x');
+        for (char& c : bytes)
+            c = "abcdefghijklmnop\r\n\r\n"[below(20)];
+        return bytes;
+    };
+    LineModel model{piece(300000)};
+    BCText text;
+    text.SetText(model.s.data(), 0, model.Len(), 1);
+    for (int step = 0; step < 400; ++step) {
+        unsigned long at = below(model.Len() + 1);
+        unsigned long size = 1 + (step % 50 == 7 ? below(300000) : below(step % 3 ? 3 : 2000));
+        std::string bytes = piece(size);
+        switch (step % 4) {
+        case 0:
+        case 1:
+            ASSERT_EQ(size, text.SetText(bytes.data(), at, size, 1));
+            model.s.insert(at, bytes);
+            break;
+        case 2:
+            ASSERT_EQ(size, text.SetText(bytes.data(), at, size, 0));
+            model.s.replace(at, size, bytes);
+            break;
+        default:
+            size = std::min(size, model.Len() - at);
+            if (at < model.Len() && size < model.Len()) {
+                ASSERT_EQ(size, text.DeleteText(at, size));
+                model.s.erase(at, size);
+            }
+        }
+        if (step % 97 == 0) // a pointer handed out makes the counts untrusted
+            static_cast<char*>(text.GetDataPtr(gText))[below(model.Len())] = '\n';
+        if (step % 97 == 0)
+            model.s = Contents(text);
+        std::vector<unsigned long> after = model.AfterLFs();
+        unsigned long probe = step % 2 ? below(model.Len() + 2) : std::min(at, model.Len()),
+                      line = 1 + below(after.size() + 3);
+        long lines = static_cast<long>(below(9)) - 4;
+        unsigned long from = below(model.Len()), to = from + below(400000);
+        unsigned long inRange = static_cast<unsigned long>(
+            std::count(model.s.begin() + from, model.s.begin() + std::min(to, model.Len()), '\n'));
+        ASSERT_EQ(Nums(model.Len(), after.size(), inRange,
+                       line <= after.size() ? after[line - 1] : kNone, model.RelOfs(probe, lines)) +
+                      model.StartLen(probe),
+                  Nums(text.GetLen(gText), text.GetNumLines(0, kNone), text.GetNumLines(from, to),
+                       text.GetLineOfs(line), text.GetLineRelOfs(probe, lines)) +
+                      StartLen(text, probe))
+            << "step " << step << " at " << probe;
+    }
+    ASSERT_EQ(model.s, Contents(text));
+    std::vector<unsigned long> after = model.AfterLFs();
+    for (unsigned long line = 1; line <= after.size(); ++line)
+        ASSERT_EQ(after[line - 1], text.GetLineOfs(line)) << line;
+
+    // A delete reaching past the end keeps only the bytes before it: no line lies beyond.
+    unsigned long keep = model.Len() / 2;
+    ASSERT_EQ(model.Len() - keep, text.DeleteText(keep + 1, model.Len() - keep));
+    model.s.resize(keep);
+    after = model.AfterLFs();
+    EXPECT_EQ(Nums(keep, after.size(), after.back(), kNone),
+              Nums(text.GetLen(gText), text.GetNumLines(0, kNone), text.GetLineOfs(after.size()),
+                   text.GetLineOfs(after.size() + 1)));
+
+    // Borrowing turned on by hand while the free bytes lie inside: growing keeps the text.
+    ASSERT_EQ(1u, text.SetText("y", 1, 1, 1));
+    text.SetFlags(BC_FLAG_BORROW, 1);
+    std::string more(text.GetBufLen(), 'z');
+    ASSERT_EQ(more.size(), text.SetText(more.data(), 0, more.size(), 1));
+    EXPECT_EQ(more + model.s.insert(1, "y"), Contents(text));
 }
 
 } // namespace

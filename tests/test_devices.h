@@ -60,12 +60,6 @@ inline std::string RecordOf(BCObject& object) {
     return os.str();
 }
 
-// What loading `record` into `object` answers.
-template <class T> int LoadFrom(T&& object, const std::string& record) {
-    std::istringstream is = InStream(record);
-    return object.Load(is);
-}
-
 // The record of `object` once it has loaded `record`.
 template <class T> std::string Reloaded(T&& object, const std::string& record) {
     EXPECT_TRUE(LoadFrom(object, record));

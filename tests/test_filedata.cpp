@@ -51,30 +51,27 @@ TEST(TextDataTest, EditsAreForwardedAndReported) {
     EXPECT_STREQ("BCTextData", doc.data.GetObjectTypeStr());
     doc.Type("one\r\ntwo\r\n");
     EXPECT_TRUE(doc.data.GetTextObject()->IsModified());
-    ASSERT_EQ(3u, doc.data.DeleteText(0, 3));
-    EXPECT_EQ(2u, doc.data.GetLineOfs(1));
-    EXPECT_EQ(0u, doc.data.DeleteText(100, 3)); // nothing there: no code
+    // Nothing there to delete: no code.
+    EXPECT_EQ((Seq{3, 2, 0}), (Seq{doc.data.DeleteText(0, 3), doc.data.GetLineOfs(1),
+                                   doc.data.DeleteText(100, 3)}));
     EXPECT_EQ((Codes{4, 4}), doc.Taken());
 
     BCTextData empty(nullptr, nullptr, nullptr);
     delete empty.SetObject(new BCMemoryData(nullptr, 0, 0));
     EXPECT_EQ(nullptr, empty.GetTextObject()); // not a text: forwarding gives nothing
-    EXPECT_EQ(0u, empty.SetText("x", 0, 1, 1));
-    EXPECT_EQ(0xFFFFFFFFul, empty.GetLineOfs(0));
+    EXPECT_EQ(Nums(0, 0xFFFFFFFF), Nums(empty.SetText("x", 0, 1, 1), empty.GetLineOfs(0)));
 }
 
 TEST(FileDataTest, QuestionAnsweredYesNoAndCancel) {
     MsgRecorder boxes;
     Document doc;
-    ASSERT_EQ(1, doc.data.NewFile()); // not modified: no question
-    EXPECT_EQ(0u, boxes.Count());
+    EXPECT_TRUE(doc.data.NewFile() && !boxes.Count()); // not modified: no question
     EXPECT_EQ((Codes{6, 7}), doc.Taken());
 
     doc.Type("draft");
     boxes.Answer(IDCANCEL);
-    EXPECT_EQ(0, doc.data.CloseFile());
+    EXPECT_TRUE(!doc.data.CloseFile() && doc.data.GetTextLen() == 5u); // nothing lost
     EXPECT_EQ("Save current changes?35", boxes.Last().text + std::to_string(boxes.Last().style));
-    EXPECT_EQ(5u, doc.data.GetTextLen()); // nothing lost
 
     // An error left behind by others does not spoil the question, and none is left behind.
     KoErrorHook::RaiseProcError(KO_ERR_FORMAT);
@@ -110,15 +107,58 @@ TEST(FileDataTest, SavedDocumentsArePlainTextFiles) {
     std::ofstream(path, std::ios::binary) << "made\r\nelsewhere"; // loads as it is
     Document reader(path.c_str());
     ASSERT_EQ(1, reader.data.LoadFile());
-    EXPECT_EQ(15u, reader.data.GetTextLen());
+    EXPECT_TRUE(reader.data.GetTextLen() == 15u && !reader.data.IsModified());
     EXPECT_EQ((Codes{6, 8}), reader.Taken());
-    EXPECT_FALSE(reader.data.IsModified());
-
-    ASSERT_EQ(1, reader.data.DeleteFile());
-    EXPECT_FALSE(Exists(path));
+    EXPECT_TRUE(reader.data.DeleteFile() && !Exists(path));
     // Gone: no message, nothing changed.
     EXPECT_EQ(Nums(0, 15, 0),
               Nums(reader.data.LoadFile(), reader.data.GetTextLen(), Document().data.DeleteFile()));
+}
+
+std::string TextOf(BCTextData& data) {
+    std::string out(data.GetTextLen(), '\0');
+    return out.substr(0, data.GetText(&out[0], 0, data.GetTextLen()));
+}
+
+// Lines ending in LF alone open as lines and are written back so, new lines too; anything
+// else (lone LFs among CR LF, NUL, bytes 128-255) goes back byte for byte.
+TEST(FileDataTest, FilesFromOtherSystemsGoBackAsTheyCame) {
+    struct Case {
+        std::string file, text, saved;
+        unsigned long lines;
+    } const cases[] = {
+        {"one\ntwo\n\nthree", "one\r\ntwo\r\n\r\nthree\r\nx", "one\ntwo\n\nthree\nx", 4},
+        {std::string("a\0b\r\n\xff\xe9\ny\rz", 11), std::string("a\0b\r\n\xff\xe9\ny\rz\r\nx", 14),
+         std::string("a\0b\r\n\xff\xe9\ny\rz\r\nx", 14), 3},
+    };
+    for (const Case& c : cases) {
+        std::string path = TempFile("nlf", c.file);
+        Document doc(path.c_str());
+        ASSERT_EQ(1, doc.data.LoadFile());
+        doc.Type("\r\nx");
+        EXPECT_EQ(Nums(c.lines, 1), Nums(doc.data.GetNumLines(0, 999), doc.data.SaveFile()));
+        EXPECT_EQ(c.text, TextOf(doc.data));
+        EXPECT_EQ(c.saved, ReadFile(path));
+        std::remove(path.c_str());
+    }
+}
+
+TEST(FileDataTest, AFileTooLargeForMemoryLeavesTheDocument) {
+    std::string path = TempFile("nbig");
+    HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    LARGE_INTEGER size;
+    size.QuadPart = 0x80000001ll; // sparse: beyond any block this library allocates
+    ASSERT_TRUE(SetFilePointerEx(file, size, nullptr, FILE_BEGIN) && SetEndOfFile(file));
+    CloseHandle(file);
+    Document doc(path.c_str());
+    doc.Type("kept");
+    doc.data.SetModified(0);
+    MsgRecorder messages;
+    EXPECT_EQ(0, doc.data.LoadFile());
+    EXPECT_EQ("Can't allocate enough memory!", messages.Last().text);
+    EXPECT_EQ(Nums(0, 0), Nums(messages.NumberedIds().size(), doc.data.IsModified()));
+    EXPECT_EQ("kept", TextOf(doc.data));
+    std::remove(path.c_str());
 }
 
 // Writes part of its record, then fails, as a full disk would.
@@ -134,14 +174,12 @@ TEST(FileDataTest, FailedWritesKeepThePreviousFileAndFailedReadsAreShown) {
     data.SetModified(1);
     EXPECT_EQ(Nums(151, 0), Nums(data.GetObjectType(), data.SaveFile()));
     EXPECT_EQ("the user's work", ReadFile(path));
-    EXPECT_FALSE(Exists(path + ".~sv"));
-    EXPECT_EQ("Error writing file " + path, messages.Last().text);
-    EXPECT_TRUE(data.IsModified());
+    EXPECT_TRUE(!Exists(path + ".~sv") && data.IsModified());
     BCFileData memory(new BCMemoryData(nullptr, 0, 0), nullptr, nullptr, path.c_str(), 0, nullptr);
-    EXPECT_EQ(0, memory.LoadFile()); // not a record of the object
-    EXPECT_EQ("Error reading file " + path + ".", messages.Last().text);
+    EXPECT_TRUE(!memory.LoadFile() && memory.IsModified()); // not a record of the object
+    EXPECT_EQ("Error writing file " + path + "|Error reading file " + path + ".|",
+              messages.Texts());
     EXPECT_EQ((Codes{10074, 10075}), messages.NumberedIds());
-    EXPECT_TRUE(memory.IsModified());
 
     // A target that cannot be written leads to save-as (0 without the dialogs), silently.
     messages.Clear();
@@ -166,8 +204,7 @@ TEST(FileDataTest, TheWindowGetsAnUpdaterAtTheEnd) {
     BCUpdaterList* list = data.GetUpdaters();
     ASSERT_NE(nullptr, list);
     window.codes.clear();
-    data.SetText("abc", 0, 3, 1);
-    EXPECT_EQ((Codes{4}), window.codes);
+    EXPECT_TRUE(data.SetText("abc", 0, 3, 1) && window.codes == Codes{4});
 
     // Another document on the list adds none for the same window, and one for another at
     // the end whatever the list's position.
@@ -187,8 +224,7 @@ TEST(BitmapDataTest, ANewPictureDocumentLetsGoOfThePicture) {
     BCBitmapData document(picture, nullptr, ".bmd", nullptr, 0, nullptr);
     EXPECT_STREQ("BCBitmapData", document.GetObjectTypeStr());
     ASSERT_EQ(picture, document.GetBitmap());
-    ASSERT_EQ(1, document.NewFile());
-    EXPECT_TRUE(picture->IsEmpty());
+    EXPECT_TRUE(document.NewFile() && picture->IsEmpty());
 }
 
 // A list of eight-byte owned items that counts its own end.
@@ -202,32 +238,23 @@ char* Item(const char* text) {
     return std::strncpy(new char[8](), text, 7);
 }
 
-void* Key(long key) {
-    return reinterpret_cast<void*>(key);
-}
-
 TEST(ListDataTest, ChangesThroughTheDocumentAreReported) {
     int gone = 0;
     {
         Doc<BCListData> doc(new CountedList(&gone));
         BCListData& data = doc.data;
         EXPECT_EQ("97BCListData", std::to_string(data.GetObjectType()) + data.GetObjectTypeStr());
-        ASSERT_EQ(1, data.Append(Key(1), Item("one")));
-        EXPECT_TRUE(data.IsModified());
-        ASSERT_EQ(1, data.Append(Key(3), Item("three")));
-        ASSERT_TRUE(data.GetList()->Home());
-        ASSERT_EQ(1, data.Insert(Key(0), Item("zero")));
+        ASSERT_TRUE(data.Append(Key(1), Item("one")) && data.IsModified());
+        ASSERT_TRUE(data.Append(Key(3), Item("three")) && data.GetList()->Home() &&
+                    data.Insert(Key(0), Item("zero")));
         EXPECT_STREQ("three", static_cast<char*>(data.Find(Key(3))));
         delete[] static_cast<char*>(data.SetCrntItem(Item("drei")));
         ASSERT_EQ(1, data.Delete(Key(1)));
         data.SetModified(0);
-        EXPECT_EQ(0, data.Delete(Key(9))); // nothing there: no code, not modified
-        EXPECT_FALSE(data.IsModified());
+        EXPECT_FALSE(data.Delete(Key(9)) || data.IsModified()); // nothing there: no code
         EXPECT_EQ("zero\r\ndrei\r\n", TextForm(data));
         EXPECT_EQ((Codes{4, 4, 4, 4, 4}), doc.Taken());
-        ASSERT_TRUE(data.GetList()->Home());
-        ASSERT_EQ(1, data.DeleteCrnt());
-        ASSERT_EQ(1, data.Clear(1));
+        ASSERT_TRUE(data.GetList()->Home() && data.DeleteCrnt() == 1 && data.Clear(1) == 1);
         EXPECT_EQ(0u, data.GetCount());
         EXPECT_EQ((Codes{4, 6}), doc.Taken());
         EXPECT_EQ(nullptr, data.Dup()); // a list that cannot be duplicated makes no copy
@@ -254,8 +281,7 @@ TEST(ListDataTest, TheDocumentFileIsTheListRecord) {
     ASSERT_EQ(1, doc.SaveFile());
     EXPECT_EQ(record, ReadFile(path));
     BCListData reader(new BCDoubleLinkedList(0, 8), nullptr, ".lst", path.c_str(), 0, nullptr);
-    ASSERT_EQ(1, reader.LoadFile());
-    EXPECT_EQ("alpha\r\nbeta\r\n", TextForm(reader));
+    EXPECT_TRUE(reader.LoadFile() && TextForm(reader) == "alpha\r\nbeta\r\n");
     std::remove(path.c_str());
 }
 

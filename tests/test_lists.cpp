@@ -16,10 +16,6 @@ namespace {
 
 constexpr unsigned long kNone = 0xFFFFFFFFul;
 
-void* Key(long value) {
-    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
-}
-
 // Items of size 0 are the caller's: pointers into this array.
 int g_values[10] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
 
@@ -149,19 +145,16 @@ TYPED_TEST(ListProtocolTest, WalksIndexesAndSearchesAgree) {
 TYPED_TEST(ListProtocolTest, InsertPlacesTheNewItemAndMakesItCurrent) {
     this->Fill({1, 2, 3});
     BCList& list = *this->list;
-    ASSERT_TRUE(list.GoToIndex(1));
-    ASSERT_TRUE(Add<TypeParam>(list, 9, 9, true));
-    EXPECT_EQ(9, Value<TypeParam>(list));
-    EXPECT_EQ(TypeParam::kHash ? 3u : 1u, list.GetCrntInd());
+    ASSERT_TRUE(list.GoToIndex(1) && Add<TypeParam>(list, 9, 9, true));
+    EXPECT_EQ(Nums(9, TypeParam::kHash ? 3 : 1), Nums(Value<TypeParam>(list), list.GetCrntInd()));
     using V = std::vector<int>;
     EXPECT_EQ((TypeParam::kHash ? V{1, 2, 3, 9} : V{1, 9, 2, 3}), Values<TypeParam>(list));
     if constexpr (TypeParam::kOwns) {
         std::unique_ptr<BCList> sorted(TypeParam::Make(BC_FLAG_SORTED));
         for (int k : {3, 1, 2})
             ASSERT_TRUE(Add<TypeParam>(*sorted, k, k));
-        ASSERT_TRUE(Add<TypeParam>(*sorted, 2, 5, true));
-        ASSERT_TRUE(Add<TypeParam>(*sorted, -4, 6));
-        ASSERT_TRUE(Add<TypeParam>(*sorted, -4, 7)); // after an equal head, too
+        ASSERT_TRUE(Add<TypeParam>(*sorted, 2, 5, true) && Add<TypeParam>(*sorted, -4, 6) &&
+                    Add<TypeParam>(*sorted, -4, 7)); // after an equal head, too
         EXPECT_EQ(7, Value<TypeParam>(*sorted));
         // The hash list's buckets follow the keys, except -4, whose low bits land last.
         EXPECT_EQ((TypeParam::kHash ? V{1, 2, 5, 3, 6, 7} : V{6, 7, 1, 2, 5, 3}),
@@ -172,17 +165,15 @@ TYPED_TEST(ListProtocolTest, InsertPlacesTheNewItemAndMakesItCurrent) {
 TYPED_TEST(ListProtocolTest, DeletingMovesOnOrLeavesNoCurrentItem) {
     this->Fill({1, 2, 3, 4});
     BCList& list = *this->list;
-    ASSERT_TRUE(list.GoToIndex(1));
-    ASSERT_EQ(1, list.DeleteCrnt());
     // The successor, or the predecessor at the end; a hash list keeps none.
-    EXPECT_EQ(TypeParam::kHash ? -1 : 3, Value<TypeParam>(list));
-    ASSERT_TRUE(list.End());
-    ASSERT_TRUE(list.DeleteCrnt());
-    EXPECT_EQ(TypeParam::kHash ? -1 : 3, Value<TypeParam>(list));
+    const int next = TypeParam::kHash ? -1 : 3;
+    ASSERT_TRUE(list.GoToIndex(1) && list.DeleteCrnt() == 1);
+    EXPECT_EQ(next, Value<TypeParam>(list));
+    ASSERT_TRUE(list.End() && list.DeleteCrnt());
+    EXPECT_EQ(next, Value<TypeParam>(list));
     ASSERT_EQ(1, list.Delete(TypeParam::Probe(1)));
     EXPECT_EQ((std::vector<int>{3}), Values<TypeParam>(list));
     EXPECT_EQ(0, list.Delete(TypeParam::Probe(7)));
-    EXPECT_EQ(1u, list.GetCount());
 }
 
 TYPED_TEST(ListProtocolTest, ClearLetsDeleteItemFreeOnlyWhenAsked) {
@@ -193,9 +184,7 @@ TYPED_TEST(ListProtocolTest, ClearLetsDeleteItemFreeOnlyWhenAsked) {
             ASSERT_TRUE(Add<TypeParam>(*list, k, k));
         EXPECT_EQ(1, list->Clear(0));
         EXPECT_EQ((std::vector<bool>{true, true}), list->keepFlagSeen);
-        EXPECT_FALSE(list->GetFlags() & BC_FLAG_KEEP_ITEMS);
-        EXPECT_EQ(0u, list->GetCount());
-        EXPECT_EQ(0, list->Home());
+        EXPECT_FALSE((list->GetFlags() & BC_FLAG_KEEP_ITEMS) || list->GetCount() || list->Home());
         list->SetFlags(BC_FLAG_KEEP_ITEMS, 1);
         list->keepFlagSeen.clear();
         ASSERT_TRUE(Add<TypeParam>(*list, 3, 3));
@@ -249,14 +238,11 @@ TYPED_TEST(ListProtocolTest, IteratorsSurviveDeletionsByOtherCursors) {
         BCIterator deleter(&list), watcher(&list);
         EXPECT_EQ(2u, list.GetIterCount());
         EXPECT_EQ(2, list.SwapState(&watcher) + list.SwapState(&watcher)); // there and back
-        ASSERT_TRUE(deleter.GoToIndex(1));
-        ASSERT_TRUE(watcher.GoToIndex(1));
-        ASSERT_TRUE(list.GoToIndex(1));
-        ASSERT_TRUE(deleter.DeleteCrnt());
+        ASSERT_TRUE(deleter.GoToIndex(1) && watcher.GoToIndex(1) && list.GoToIndex(1) &&
+                    deleter.DeleteCrnt());
         ExpectValidPosition<TypeParam>(watcher, list);
         ExpectValidPosition<TypeParam>(deleter, list);
-        ASSERT_TRUE(watcher.GoToIndex(0));
-        ASSERT_TRUE(list.Delete(TypeParam::Probe(1)));
+        ASSERT_TRUE(watcher.GoToIndex(0) && list.Delete(TypeParam::Probe(1)));
         ExpectValidPosition<TypeParam>(watcher, list);
         ASSERT_TRUE(watcher.GoToIndex(1));
         list.Clear(1);
@@ -280,8 +266,7 @@ TYPED_TEST(ListProtocolTest, RecordsLoadBackAndShortOnesFail) {
             ASSERT_TRUE(kind ? list->Append(&keys[kind - 1][i][0], NewInt(i))
                              : Add<TypeParam>(*list, i * 7 - 4, i));
         const std::string record = SavedBytes(*list);
-        std::istringstream is = InStream(record);
-        ASSERT_EQ(1, loaded->Load(is));
+        ASSERT_EQ(1, LoadFrom(*loaded, record));
         EXPECT_EQ(Values<TypeParam>(*list), Values<TypeParam>(*loaded));
         EXPECT_EQ(record, SavedBytes(*loaded));
         for (int i = 0; kind && i < 3; ++i) {
@@ -300,29 +285,23 @@ TYPED_TEST(ListProtocolTest, RecordsLoadBackAndShortOnesFail) {
 TEST(ListBaseTest, CmpKeyForEachKeyKindAndTheBaseListHoldsNothing) {
     BlockKeyed<BCSingleLinkedList> values(0u, 0u), strings(BC_FLAG_STRING_KEY, 0u),
         blocks(BC_FLAG_BLOCK_KEY, 0u);
-    EXPECT_LT(values.CmpKey(Key(-1), Key(5)), 0); // signed, as the numbers they are
-    EXPECT_GT(values.CmpKey(Key(7), Key(5)), 0);
-    EXPECT_EQ(0, values.CmpKey(Key(5), Key(5)));
+    // Numbers compare signed; strings by contents, not address; blocks over the key size.
     char a[] = "apple", b[] = "apple", c[] = "pear";
-    EXPECT_EQ(0, strings.CmpKey(a, b)); // by contents, not address
-    EXPECT_LT(strings.CmpKey(a, c), 0);
-    EXPECT_GT(strings.CmpKey(c, nullptr), 0);
     unsigned char x[] = {1, 2, 3, 9}, y[] = {1, 2, 3, 0}, z[] = {1, 2, 4, 0};
-    EXPECT_EQ(0, blocks.CmpKey(x, y)); // only key-size bytes count
-    EXPECT_LT(blocks.CmpKey(x, z), 0);
+    auto sign = [](int n) { return (n > 0) - (n < 0); };
+    EXPECT_EQ(Nums(-1, 1, 0, 0, -1, 1, 0, -1),
+              Nums(sign(values.CmpKey(Key(-1), Key(5))), sign(values.CmpKey(Key(7), Key(5))),
+                   values.CmpKey(Key(5), Key(5)), strings.CmpKey(a, b), sign(strings.CmpKey(a, c)),
+                   sign(strings.CmpKey(c, nullptr)), blocks.CmpKey(x, y),
+                   sign(blocks.CmpKey(x, z))));
     // The base list holds nothing and swaps nothing without an iterator.
     BCList list(7, 0, 4);
-    EXPECT_EQ(85u, list.GetObjectType());
-    EXPECT_EQ(7u, list.GetLength());
-    for (int result : {list.Insert(Key(1), g_values), list.Append(Key(1), g_values),
-                       list.Relocate(Key(1), nullptr, nullptr), list.Update(nullptr, g_values),
-                       list.SwapState(nullptr)})
-        EXPECT_EQ(0, result);
+    EXPECT_EQ(Nums(85, 7), Nums(list.GetObjectType(), list.GetLength()));
+    EXPECT_FALSE(list.Insert(Key(1), g_values) || list.Append(Key(1), g_values) ||
+                 list.Relocate(Key(1), nullptr, nullptr) || list.Update(nullptr, g_values) ||
+                 list.SwapState(nullptr) || list.SetCrntItem(g_values) || list.Dup());
     EXPECT_EQ(kNone, list.GetCrntInd());
-    EXPECT_EQ(nullptr, list.SetCrntItem(g_values));
-    EXPECT_EQ(nullptr, list.Dup());
-    EXPECT_EQ(1, list.SetItemSize(8));
-    EXPECT_EQ(8u, list.GetItemSize());
+    EXPECT_TRUE(list.SetItemSize(8) && list.GetItemSize() == 8u);
 }
 
 TEST(ListBaseTest, NodeItemsChangeInPlaceAndSingleLinkedRelocationSorts) {
@@ -330,18 +309,18 @@ TEST(ListBaseTest, NodeItemsChangeInPlaceAndSingleLinkedRelocationSorts) {
     ASSERT_TRUE(list.Append(Key(1), &g_values[1]));
     EXPECT_EQ(&g_values[1], list.Lock()); // no copy: the item itself
     ASSERT_TRUE(list.Unlock(Key(1), &g_values[2]));
-    EXPECT_EQ(&g_values[2], list.SetCrntItem(&g_values[3]));
-    EXPECT_EQ(&g_values[3], list.GetCrntItem());
-    EXPECT_EQ(0, list.SetItemSize(4));                    // refused while items are held
-    EXPECT_EQ(1, list.Relocate(Key(9), Key(1), nullptr)); // unsorted: nothing moves
-    EXPECT_EQ(Key(1), list.GetHead()->lpKey);
+    EXPECT_TRUE(list.SetCrntItem(&g_values[3]) == &g_values[2] &&
+                list.GetCrntItem() == &g_values[3]);
+    EXPECT_EQ(0, list.SetItemSize(4)); // refused while items are held
+    EXPECT_TRUE(list.Relocate(Key(9), Key(1), nullptr) && list.GetHead()->lpKey == Key(1))
+        << "unsorted: nothing moves";
 
     BCSingleLinkedList sorted(BC_FLAG_SORTED, 0);
     for (int k : {10, 20, 30})
         ASSERT_TRUE(sorted.Append(Key(k), &g_values[k / 10]));
     ASSERT_TRUE(sorted.Relocate(Key(40), Key(10), nullptr));
-    EXPECT_EQ((std::vector<int>{2, 3, 1}), Values<StackKind>(sorted));
-    EXPECT_EQ(Key(40), sorted.GetTail()->lpKey);
+    EXPECT_TRUE(Values<StackKind>(sorted) == std::vector<int>({2, 3, 1}) &&
+                sorted.GetTail()->lpKey == Key(40));
     EXPECT_EQ(0, sorted.Relocate(Key(50), Key(77), nullptr)); // neither key present
 }
 
@@ -351,21 +330,18 @@ TEST(ListBaseTest, OwnedItemsRenderAsLinesOfText) {
     EXPECT_FALSE(list.IsRenderable(BCGetBitmapFormat()));
     const char source[] = "one\r\ntwo\nlonger-than-eight\r\n";
     ASSERT_EQ(sizeof source - 1, list.SetData(const_cast<char*>(source), sizeof source - 1, text));
-    EXPECT_EQ(3u, list.GetCount());
-    EXPECT_TRUE(list.IsModified());
+    EXPECT_TRUE(list.GetCount() == 3u && list.IsModified());
     const std::string expected = "one\r\ntwo\r\nlonger-\r\n"; // cut to the item size
-    EXPECT_EQ(expected.size() + 1, list.GetLen(text));
-    char buffer[64], small[6], seven[7];
-    EXPECT_EQ(expected.size() + 1, list.GetData(buffer, sizeof buffer, text));
-    EXPECT_EQ(expected, buffer);
-    EXPECT_EQ(6u, list.GetData(small, sizeof small, text));
-    EXPECT_STREQ("one\r\n", small);
-    EXPECT_EQ(7u, list.GetData(seven, sizeof seven, text)); // cut inside the next item
-    EXPECT_STREQ("one\r\nt", seven);
+    char buffer[64], small[6], seven[7];                      // the last cuts inside the next item
+    EXPECT_EQ(Nums(expected.size() + 1, expected.size() + 1, 6, 7),
+              Nums(list.GetLen(text), list.GetData(buffer, sizeof buffer, text),
+                   list.GetData(small, sizeof small, text),
+                   list.GetData(seven, sizeof seven, text)));
+    EXPECT_EQ(expected + "|one\r\n|one\r\nt", std::string(buffer) + "|" + small + "|" + seven);
     // Items of size 0 are not the list's to render.
     BCSingleLinkedList foreign(0, 0);
-    EXPECT_FALSE(foreign.IsRenderable(text));
-    EXPECT_EQ(0, foreign.SetItemData(const_cast<char*>("x"), 1, text));
+    EXPECT_FALSE(foreign.IsRenderable(text) ||
+                 foreign.SetItemData(const_cast<char*>("x"), 1, text));
 }
 
 TEST(ListStreamTest, ItemRecordsCarryValueStringAndBlockKeys) {
@@ -402,8 +378,7 @@ TEST(ListStreamTest, ShortAndAbsurdRecordsFailAndLeaveTheListUsable) {
     };
     for (const std::string& bytes : cases) {
         BlockKeyed<BCSingleLinkedList> list(0u, 4u);
-        std::istringstream is = InStream(bytes);
-        EXPECT_EQ(0, list.Load(is));
+        EXPECT_EQ(0, LoadFrom(list, bytes));
         char key[] = "key"; // good for every key kind the record may have set
         ASSERT_TRUE(list.Append(key, std::memcpy(new char[4], "ok", 3)));
         EXPECT_STREQ("ok", static_cast<char*>(list.Find(key)));

@@ -3,9 +3,12 @@
 #include <windows.h>
 
 #include <cstring>
+#include <string>
+#include <utility>
 
 #include "msgrecorder.h"
 #include "norlib2.h"
+#include "streambytes.h"
 
 namespace {
 
@@ -23,8 +26,7 @@ TEST(FarMemTest, AllocatesZeroedMovableBlocksAndKeepsContentsOnRealloc) {
     ASSERT_NE(nullptr, block);
     EXPECT_TRUE(AllZero(block, 100));
     HGLOBAL handle = GlobalHandle(block);
-    ASSERT_NE(nullptr, handle);
-    EXPECT_NE(0u, GlobalFlags(handle) & GMEM_LOCKCOUNT); // handed out locked
+    EXPECT_TRUE(handle && (GlobalFlags(handle) & GMEM_LOCKCOUNT)); // handed out locked
 
     std::memcpy(block, "payload", 8);
     char* grown = static_cast<char*>(BCReallocFarMem(block, 100000));
@@ -34,9 +36,7 @@ TEST(FarMemTest, AllocatesZeroedMovableBlocksAndKeepsContentsOnRealloc) {
     EXPECT_GE(GlobalSize(GlobalHandle(grown)), 100000u);
 
     SetLastError(ERROR_ACCESS_DENIED); // an earlier call's failure is not the free's
-    EXPECT_EQ(1, BCFreeFarMem(grown));
-    EXPECT_EQ(0u, recorder.Count());
-    EXPECT_EQ(nullptr, BCAllocFarMem(-1));
+    EXPECT_TRUE(BCFreeFarMem(grown) && !recorder.Count() && !BCAllocFarMem(-1));
 }
 
 TEST(FarMemTest, NullArgumentsAreReportedWithTheirMessages) {
@@ -57,13 +57,12 @@ TEST(FarMemTest, UnlockingCountsDownAndReportsAnUnlockedBlock) {
     ASSERT_NE(nullptr, block);
     HGLOBAL handle = GlobalHandle(block);
     ASSERT_EQ(block, BCLockFarMem(handle)); // a second lock
-    EXPECT_EQ(1, BCUnlockFarMem(block));    // still locked once
-    EXPECT_EQ(0, BCUnlockFarMem(block));    // now unlocked
-    EXPECT_EQ(0u, recorder.Count());
-    EXPECT_EQ(0, BCUnlockFarMem(block)); // nothing left to unlock
+    // Still locked once, then unlocked, then nothing is left to unlock, which is reported.
+    EXPECT_EQ((Seq{1, 0, 0, 0, 1}),
+              (Seq{BCUnlockFarMem(block), BCUnlockFarMem(block), recorder.Count(),
+                   BCUnlockFarMem(block), recorder.Count()}));
     EXPECT_EQ((std::vector<unsigned int>{10047}), recorder.NumberedIds());
-    EXPECT_EQ(block, BCLockFarMem(handle));
-    EXPECT_EQ(1, BCFreeFarMem(block));
+    EXPECT_TRUE(BCLockFarMem(handle) == block && BCFreeFarMem(block));
 }
 
 TEST(MemHelperTest, CopiesAndBoundedStrings) {
@@ -72,19 +71,17 @@ TEST(MemHelperTest, CopiesAndBoundedStrings) {
     EXPECT_STREQ("ababcdef", text);
     BCCopyMem(nullptr, text, 4); // ignored
 
+    // Copied and cut to the buffer; no text is an empty one; a buffer of no bytes is left.
+    const std::pair<const char*, const char*> copies[] = {
+        {"truncated", "trunc"}, {"ok", "ok"}, {nullptr, ""}};
     char out[6];
-    EXPECT_EQ(5u, BCCopyLimStr(out, "truncated", sizeof out));
-    EXPECT_STREQ("trunc", out);
-    EXPECT_EQ(2u, BCCopyLimStr(out, "ok", sizeof out));
-    EXPECT_STREQ("ok", out);
-    EXPECT_EQ(0u, BCCopyLimStr(out, nullptr, sizeof out));
-    EXPECT_STREQ("", out);
+    for (const auto& [from, to] : copies)
+        EXPECT_TRUE(BCCopyLimStr(out, from, sizeof out) == std::strlen(to) &&
+                    std::string(out) == to)
+            << to;
     out[0] = 'x';
-    EXPECT_EQ(0u, BCCopyLimStr(out, "abc", 0));
-    EXPECT_EQ('x', out[0]);
-
-    EXPECT_EQ(0u, BCGetStrLen(nullptr));
-    EXPECT_EQ(3u, BCGetStrLen("abc"));
+    EXPECT_TRUE(BCCopyLimStr(out, "abc", 0) == 0u && out[0] == 'x');
+    EXPECT_EQ(Nums(0, 3), Nums(BCGetStrLen(nullptr), BCGetStrLen("abc")));
 
     char buffer[136];
     EXPECT_EQ(22, BCFrmtStr(buffer, sizeof buffer, "%sblFrame=%d, blFill=%d, ", "", -1, 0));

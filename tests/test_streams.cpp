@@ -12,16 +12,10 @@ namespace {
 
 TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
     std::ostringstream os = OutStream();
-    ASSERT_TRUE(BCSaveWord(os, 0x11223344u));
-    ASSERT_TRUE(BCSaveDblWord(os, 0xA1B2C3D4ul));
-    ASSERT_TRUE(BCSaveCoord(os, -2));
-    ASSERT_TRUE(BCSaveByte(os, 0x7F));
-    ASSERT_TRUE(BCSavePtr(os, &os));
-    ASSERT_TRUE(BCSavePtr(os, nullptr));
-    ASSERT_TRUE(BCSaveStringPtr(os, "hi"));
-    ASSERT_TRUE(BCSaveStringPtr(os, ""));
-    ASSERT_TRUE(BCSaveStringPtr(os, nullptr));
-    ASSERT_TRUE(BCSaveFarBlk(os, "xyz", 3));
+    ASSERT_TRUE(BCSaveWord(os, 0x11223344u) && BCSaveDblWord(os, 0xA1B2C3D4ul) &&
+                BCSaveCoord(os, -2) && BCSaveByte(os, 0x7F) && BCSavePtr(os, &os) &&
+                BCSavePtr(os, nullptr) && BCSaveStringPtr(os, "hi") && BCSaveStringPtr(os, "") &&
+                BCSaveStringPtr(os, nullptr) && BCSaveFarBlk(os, "xyz", 3));
     const std::string expected =
         Bytes({0x44, 0x33, 0x22, 0x11, 0xD4, 0xC3, 0xB2, 0xA1, 0xFE, 0xFF, 0x7F}) + LE32(1) +
         LE32(0) + LE32(2) + "hi" + LE32(0) + LE32(0xFFFFFFFF) + "xyz";
@@ -40,16 +34,9 @@ TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
                 BCLoadByte(is, byte) && BCLoadPtr(is, set) && BCLoadPtr(is, unset) &&
                 BCLoadStringPtr(is, hi) && BCLoadStringPtr(is, empty) &&
                 BCLoadStringPtr(is, none) && BCLoadFarBlk(is, block, 3));
-    EXPECT_EQ(0x11223344u, word);
-    EXPECT_EQ(0xA1B2C3D4ul, dbl);
-    EXPECT_EQ(-2, coord);
-    EXPECT_EQ(0x7F, byte);
-    EXPECT_NE(nullptr, set); // only a presence mark
-    EXPECT_EQ(nullptr, unset);
-    EXPECT_STREQ("hi", hi);
-    EXPECT_STREQ("", empty);
-    EXPECT_EQ(nullptr, none);
-    EXPECT_EQ(0, std::memcmp(block, "xyz", 3));
+    EXPECT_EQ(Nums(0x11223344u, 0xA1B2C3D4ul, -2, 0x7F), Nums(word, dbl, coord, byte));
+    EXPECT_TRUE(set && !unset && !none); // a pointer is only a presence mark
+    EXPECT_EQ("hi||xyz", std::string(hi) + "|" + empty + "|" + std::string(block, 3));
     delete[] hi;
     delete[] empty;
 }
@@ -62,22 +49,21 @@ TEST(StreamPrimitiveTest, ShortStreamsAndAbsurdLengthsFail) {
     std::istringstream three = InStream(std::string(3, '\x01')), one = InStream("x"),
                        five = InStream("12345"), cut = InStream(LE32(10) + "abc"),
                        absurd = InStream(LE32(0xFFFFFFFE) + std::string(100, 'a'));
-    EXPECT_EQ(0, BCLoadWord(three, word));
-    EXPECT_FALSE(BCStreamOK(three));
-    EXPECT_EQ(0, BCLoadCoord(one, coord));
-    EXPECT_EQ(0, BCLoadFarBlk(five, nullptr, 2));
-    EXPECT_EQ(1, BCLoadFarBlk(five, nullptr, 0)); // nothing to read is no failure
-    EXPECT_EQ(0, BCLoadFarBlk(five, block, -1));
-    EXPECT_EQ(0, BCLoadFarBlk(five, block, 8));
-    EXPECT_EQ(0, BCLoadStringPtr(cut, text)); // more bytes claimed than follow
-    EXPECT_EQ(nullptr, text);
-    EXPECT_EQ(0, BCLoadStringPtr(absurd, text)); // refused at the end, not allocated
-    EXPECT_EQ(nullptr, text);
     unsigned char byte = 9;
     std::istringstream empty = InStream("");
-    EXPECT_EQ(0, BCLoadByte(empty, byte));
     std::ostringstream os = OutStream();
-    EXPECT_EQ(1, BCSaveFarBlk(os, nullptr, 0)); // nothing to write is no failure
+    EXPECT_EQ(0, BCLoadWord(three, word));
+    EXPECT_EQ(0, BCStreamOK(three) + BCLoadCoord(one, coord) + BCLoadByte(empty, byte));
+    // Nothing to read or write is no failure; a block past the stream's end is one.
+    EXPECT_EQ((Seq{0, 1, 1, 0, 0}),
+              (Seq{BCLoadFarBlk(five, nullptr, 2), BCLoadFarBlk(five, nullptr, 0),
+                   BCSaveFarBlk(os, nullptr, 0), BCLoadFarBlk(five, block, -1),
+                   BCLoadFarBlk(five, block, 8)}));
+    // More bytes claimed than follow, or absurdly many: refused at the end, not allocated.
+    for (std::istringstream* in : {&cut, &absurd}) {
+        EXPECT_EQ(0, BCLoadStringPtr(*in, text));
+        EXPECT_EQ(nullptr, text);
+    }
 }
 
 TEST(StreamPrimitiveTest, LongStringsLoadWholeAndSeekableStreamsTellWhatRemains) {
@@ -94,24 +80,10 @@ TEST(StreamPrimitiveTest, LongStringsLoadWholeAndSeekableStreamsTellWhatRemains)
     is.read(two, 2);
     EXPECT_EQ(4, BCStreamRemaining(is));
     EXPECT_TRUE(BCLoadFarBlk(is, rest, 4)); // the position was kept
-    EXPECT_EQ(0, std::memcmp(rest, "cdef", 4));
-}
-
-// A stream that cannot seek, as a pipe or a socket would be.
-class UnseekableBuffer : public std::stringbuf {
-  public:
-    using std::stringbuf::stringbuf;
-
-  protected:
-    pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override {
-        return pos_type(off_type(-1));
-    }
-};
-
-TEST(StreamPrimitiveTest, UnseekableStreamsCannotTellWhatRemains) {
-    UnseekableBuffer buffer("abc");
-    std::istream pipe(&buffer);
-    EXPECT_EQ(-1, BCStreamRemaining(pipe));
+    EXPECT_EQ("cdef", std::string(rest, 4));
+    UnseekableBuf pipe("abc"); // a pipe cannot tell
+    std::istream piped(&pipe);
+    EXPECT_EQ(-1, BCStreamRemaining(piped));
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "guidriver.h"
 #include "msgrecorder.h"
 #include "norlib2.h"
+#include "streambytes.h"
 
 namespace {
 
@@ -124,15 +125,14 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
     EXPECT_EQ(std::vector<std::string>{"Paint"}, child.calls);
     EXPECT_TRUE(child.paintHadDC && !child.GetDC()); // the paint context went with the event
 
-    const UINT keys[] = {VK_HOME, VK_END, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN};
-    for (unsigned i = 0; i < 6; ++i) { // Ctrl with the movement keys has codes of its own
+    // Ctrl with the movement keys has codes of its own; Ctrl+A is plain A.
+    const UINT keys[] = {VK_HOME, VK_END, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, 'A'};
+    for (unsigned i = 0; i < 7; ++i) {
         Input::Key(w, keys[i], true);
-        EXPECT_EQ(144u + i, child.lastKey);
+        const unsigned int withCtrl = child.lastKey;
         Input::Key(w, keys[i], false);
-        EXPECT_EQ(keys[i], child.lastKey);
+        EXPECT_EQ(Nums(i < 6 ? 144 + i : 65, keys[i]), Nums(withCtrl, child.lastKey));
     }
-    Input::Key(w, 'A', true);
-    EXPECT_EQ(65u, child.lastKey);
     child.SetFocus(); // the loop translates keys; a frame is no dialog to take them
     PostMessageA(w, WM_KEYDOWN, VK_ESCAPE, 1);
     App().ProcessPending();
@@ -181,8 +181,8 @@ TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
     ASSERT_TRUE(survivor.Create("survivor"));
     DestroyWindow(survivor.GetHandle()); // the window goes first
     EXPECT_TRUE(!survivor.HandleCheck() && !survivor.GetHandle() && !survivor.Enable() &&
-                !survivor.EnableRedraw(1));
-    EXPECT_TRUE(survivor.GetVertThumb() == -1 && !survivor.SetHorizScrollRange(0, 9));
+                !survivor.EnableRedraw(1) && survivor.GetVertThumb() == -1 &&
+                !survivor.SetHorizScrollRange(0, 9));
     EXPECT_EQ(0, survivor.Attach(reinterpret_cast<HWND>(0x1234))); // no such window
     BCListBox list(20, &frame.main, BCPosition(0, 0), BCSize(50, 50), "", &App());
     DestroyWindow(list.GetHandle()); // behind the object's back: not taken for alive
@@ -231,8 +231,8 @@ TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
     char title[16];
     EXPECT_TRUE(status.GetTitle(title, sizeof title) && std::string(title) == "Status");
     Input::Char(edit->GetHandle(), 'w');
-    EXPECT_EQ(1, edit->chars);
     App().ProcessPending();
+    EXPECT_EQ(1, edit->chars);
     EXPECT_TRUE(IsWindowVisible(status.GetHandle())); // shown though its template is not
     EXPECT_EQ(0, status.Create("again"));             // one window per dialog
     EXPECT_TRUE(status.EndDlg(2) && status.GetResult() == 2 && !status.HandleCheck());
@@ -262,24 +262,21 @@ TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
         ASSERT_TRUE(file->Append(id, "&Open"));
     ASSERT_TRUE(bar.Append(file, "&File") && window->Append(10, "&Tile") &&
                 bar.Append(window, "&Window"));
-    EXPECT_EQ(1u, bar.FindItem("&Window", 0));
-    EXPECT_EQ(0xFFFFu, bar.FindItem("&File", 1));
+    EXPECT_EQ(Nums(1, 0xFFFF), Nums(bar.FindItem("&Window", 0), bar.FindItem("&File", 1)));
 
     BCMenu sub(&bar, 0, nullptr);
-    EXPECT_TRUE(sub.Disable(2, 1, 1) && !sub.IsEnabled(2));
-    EXPECT_TRUE(GetMenuState(sub.GetHandle(), 2, MF_BYCOMMAND) & MF_GRAYED);
+    EXPECT_TRUE(sub.Disable(2, 1, 1) && !sub.IsEnabled(2) &&
+                (GetMenuState(sub.GetHandle(), 2, MF_BYCOMMAND) & MF_GRAYED));
     EXPECT_TRUE(sub.Enable(2, 1, 1) && sub.IsEnabled(2));
     ASSERT_TRUE(sub.SetCheck(1, 1) && sub.SetExclCheck(1, 3, 3));
-    EXPECT_EQ(0, sub.IsChecked(1) + sub.IsChecked(2));
-    EXPECT_TRUE(sub.IsChecked(3));
+    EXPECT_TRUE(!sub.IsChecked(1) && !sub.IsChecked(2) && sub.IsChecked(3));
     EXPECT_TRUE(sub.Delete(2) && sub.GetItemCount() == 2);
-    EXPECT_EQ(1, BCMenu(&bar, 1, nullptr).GetItemCount()); // a wrapper leaves the menu be
-    EXPECT_TRUE(IsMenu(GetSubMenu(bar.GetHandle(), 1)));
+    EXPECT_TRUE(BCMenu(&bar, 1, nullptr).GetItemCount() == 1 && // a wrapper leaves the menu be
+                IsMenu(GetSubMenu(bar.GetHandle(), 1)));
     // Only the menu-opening messages carry a menu to wrap.
     BCEvent opening(nullptr, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(bar.GetHandle()), 0),
         other(nullptr, WM_COMMAND, reinterpret_cast<WPARAM>(bar.GetHandle()), 0);
-    ASSERT_NE(nullptr, opening.GetMenu());
-    EXPECT_EQ(bar.GetHandle(), opening.GetMenu()->GetHandle());
+    EXPECT_TRUE(opening.GetMenu() && opening.GetMenu()->GetHandle() == bar.GetHandle());
     EXPECT_EQ(nullptr, other.GetMenu());
 
     MsgRecorder recorder;
@@ -299,8 +296,7 @@ TEST(MenuTest, OnlyTheWindowShowingAMenuBarOwnsIt) {
         }
         frame.main.SetID(99); // a top-level window has no id: its menu stays
         EXPECT_TRUE(bar.GetHandle() && bar.GetHandle() == GetMenu(frame.main.GetHandle()));
-        EXPECT_EQ(&bar, frame.main.SetMenu(other));
-        EXPECT_EQ(other, frame.main.SetMenu(&bar));
+        EXPECT_TRUE(frame.main.SetMenu(other) == &bar && frame.main.SetMenu(&bar) == other);
     }
     EXPECT_EQ(nullptr, bar.GetHandle()); // went with the frame's window
     HMENU taken = other->GetHandle();    // taken off the frame before: still ours to destroy
@@ -310,11 +306,9 @@ TEST(MenuTest, OnlyTheWindowShowingAMenuBarOwnsIt) {
 
 TEST(CursorTest, CursorsIconsAndTheCaret) {
     MsgRecorder recorder;
-    BCCursor bad(99);
-    EXPECT_EQ("Invalid cursor type:  99", recorder.Last().text);
+    BCCursor bad(99), missing(BCResID("NOCURSOR"));
+    EXPECT_EQ("Invalid cursor type:  99|Unable to load cursor NOCURSOR|", recorder.Texts());
     EXPECT_TRUE(!bad.GetHandle() && !bad.Set() && !bad.Restore());
-    BCCursor missing(BCResID("NOCURSOR"));
-    EXPECT_EQ("Unable to load cursor NOCURSOR", recorder.Last().text);
     EXPECT_NE(nullptr, BCIcon(BC_ICON_APPLICATION).GetHandle());
 
     BCCursor wait(BC_CURSOR_WAIT);
@@ -322,8 +316,7 @@ TEST(CursorTest, CursorsIconsAndTheCaret) {
     HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW);
     SetCursor(arrow);
     EXPECT_TRUE(wait.Set() == arrow && GetCursor() == wait.GetHandle());
-    EXPECT_TRUE(wait.Restore() && GetCursor() == arrow);
-    EXPECT_FALSE(wait.Restore()); // nothing left to put back
+    EXPECT_TRUE(wait.Restore() && GetCursor() == arrow && !wait.Restore()); // once only
 
     Frame frame;
     BCChildWindow child(&frame.main, 2, &App());
@@ -345,8 +338,7 @@ TEST(CursorTest, CursorsIconsAndTheCaret) {
         GUITHREADINFO info = {sizeof(GUITHREADINFO), 0, {}, {}, {}, {}, {}, {}, {}};
         ASSERT_TRUE(GetGUIThreadInfo(GetCurrentThreadId(), &info));
         EXPECT_TRUE(BCRectangle::FromRECT(&info.rcCaret) == BCRectangle(BCPosition(30, 4), made));
-        EXPECT_TRUE(caret.Destroy());
-        EXPECT_FALSE(caret.Destroy());
+        EXPECT_TRUE(caret.Destroy() && !caret.Destroy());
     }
 }
 
@@ -358,9 +350,7 @@ TEST(ControlTest, ListBoxEntries) {
         return list.GetItem(index, text) ? std::string(text) : std::string("none");
     };
     char beta[] = "beta", alpha[] = "alpha", gamma[] = "gamma", empty[] = "";
-    EXPECT_EQ(0, list.Append(beta));
-    EXPECT_EQ(1, list.Insert(alpha, 0));
-    EXPECT_EQ(2, list.Append(gamma));
+    EXPECT_TRUE(list.Append(beta) == 0 && list.Insert(alpha, 0) == 1 && list.Append(gamma) == 2);
     EXPECT_EQ("alpha beta gamma none", item(0) + " " + item(1) + " " + item(2) + " " + item(7));
     EXPECT_EQ(5, list.GetItemLen(0));
     auto selected = [&list] {
@@ -368,13 +358,10 @@ TEST(ControlTest, ListBoxEntries) {
         return std::to_string(list.GetCrntInd()) + (list.GetCrntItem(text) ? text : "-");
     };
     EXPECT_EQ("-1-", selected());
-    EXPECT_EQ(1, list.GoTo(1));
-    EXPECT_EQ("1beta", selected());
-    EXPECT_EQ(0, list.GoTo(9) + list.Delete(5)); // no such entries
-    EXPECT_EQ(1, list.Delete(-1));               // the last
-    EXPECT_EQ("beta none", item(1) + " " + item(2));
-    EXPECT_EQ(1, list.DeleteAll());
-    EXPECT_EQ(0, list.Delete(-1)); // nothing is last
+    EXPECT_TRUE(list.GoTo(1) == 1 && selected() == "1beta");
+    EXPECT_EQ(0, list.GoTo(9) + list.Delete(5));                     // no such entries
+    EXPECT_TRUE(list.Delete(-1) && item(1) + item(2) == "betanone"); // the last
+    EXPECT_TRUE(list.DeleteAll() && !list.Delete(-1));               // then nothing is last
     EXPECT_TRUE(list.Append(empty) == 0 && list.GoTo(0));
     EXPECT_EQ("0-", selected()); // an empty text is no text
 
@@ -408,8 +395,7 @@ TEST(ApplicationTest, TheMainWindowEndsTheLoop) {
     app.SetMainWindow(nullptr); // closing them must not end the loop yet
     BCWindowList list;
     ASSERT_TRUE(list.Append(&a, &a) && list.Append(&b, &b));
-    EXPECT_EQ(1, list.CloseAll());
-    EXPECT_FALSE(a.HandleCheck() || b.HandleCheck());
+    EXPECT_TRUE(list.CloseAll() == 1 && !a.HandleCheck() && !b.HandleCheck());
 
     BCMainWindow main(&app);
     ASSERT_TRUE(main.Create("main") && app.GetMainWindow() == &main);

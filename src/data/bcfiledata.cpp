@@ -21,6 +21,9 @@ namespace {
 
 constexpr unsigned int kYesNoCancelQuestion = 0x23;
 const char kTempSuffix[] = ".~sv";
+// The words of the library's out-of-memory handler, for a document that does not fit.
+const char kNoMemoryText[] = "Can't allocate enough memory!";
+const char kNoMemoryCaption[] = "Attention";
 
 char* CopyString(const char* text, bool& ok) {
     ok = true;
@@ -192,7 +195,7 @@ int BCFileData::WriteRecord(const char* path) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     if (!out)
         return 0;
-    int saved = Save(out);
+    int saved = WriteDocument(out);
     out.flush();
     return saved && BCStreamOK(out);
 }
@@ -239,15 +242,26 @@ int BCFileData::LoadFile() {
     if (!in)
         return 0;
     WaitCursor wait(opWindow);
-    if (!Clear(true))
-        return 0;
-    if (!Load(in)) {
+    int read = ReadDocument(in);
+    if (read == BC_READ_FAILED)
         BCDispAppMsg(Module(), opWindow, bcids::kMsgFileReadError, caFileName);
+    if (read == BC_READ_NO_MEMORY)
+        BCMsgBox(kNoMemoryText, kNoMemoryCaption, MB_OK | MB_ICONSTOP, opWindow, Module());
+    if (read != BC_READ_DONE)
         return 0;
-    }
     SetModified(false);
     Notify(BC_UPDATE_OPENED);
     return 1;
+}
+
+int BCFileData::ReadDocument(std::istream& is) {
+    if (!Clear(true))
+        return BC_READ_NOT_CLEARED;
+    return Load(is) ? BC_READ_DONE : BC_READ_FAILED;
+}
+
+int BCFileData::WriteDocument(std::ostream& os) {
+    return Save(os);
 }
 
 int BCFileData::DeleteFile() {

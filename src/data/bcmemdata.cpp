@@ -88,14 +88,14 @@ int ReadBlock(std::istream& is, unsigned long limit, bool known, unsigned char*&
 
 BCMemoryData::BCMemoryData(void* buffer, unsigned long length, unsigned int flags)
     : BCRenderableData(bcids::kTypeMemoryData, flags), lpData(nullptr), dwLen(0), dwBufLen(0),
-      dwGrowStep(kDefaultStep) {
+      dwGrowStep(kDefaultStep), dwGapAt(0) {
     TakeBytes(buffer, length);
 }
 
 BCMemoryData::BCMemoryData(const BCMemoryData& other)
-    : BCRenderableData(other), lpData(nullptr), dwLen(0), dwBufLen(0),
-      dwGrowStep(other.dwGrowStep) {
-    TakeBytes(other.lpData, other.Held());
+    : BCRenderableData(other), lpData(nullptr), dwLen(0), dwBufLen(0), dwGrowStep(other.dwGrowStep),
+      dwGapAt(0) {
+    TakeBytes(const_cast<unsigned char*>(other.Contiguous()), other.Held());
 }
 
 BCMemoryData& BCMemoryData::operator=(const BCMemoryData& other) {
@@ -104,7 +104,7 @@ BCMemoryData& BCMemoryData::operator=(const BCMemoryData& other) {
     FreeBytes();
     dwFlags = (dwFlags & ~kLowFlags) | other.dwFlags;
     Install(nullptr, 0, 0);
-    TakeBytes(other.lpData, other.Held());
+    TakeBytes(const_cast<unsigned char*>(other.Contiguous()), other.Held());
     return *this;
 }
 
@@ -126,14 +126,17 @@ void BCMemoryData::Install(unsigned char* block, unsigned long length, unsigned 
     lpData = block;
     dwLen = length;
     dwBufLen = capacity;
+    dwGapAt = std::min(length, capacity);
 }
 
 void BCMemoryData::Empty() {
     FreeBytes();
     Install(nullptr, 0, 0);
+    Replaced();
 }
 
 void BCMemoryData::TakeBytes(void* buffer, unsigned long length) {
+    Replaced();
     if (!buffer || !length)
         return;
     if (dwFlags & BC_FLAG_BORROW) {
@@ -148,6 +151,32 @@ unsigned long BCMemoryData::Held() const {
     return lpData ? std::min(dwLen, dwBufLen) : 0;
 }
 
+void BCMemoryData::Removing(unsigned long, unsigned long) {}
+
+void BCMemoryData::Inserted(unsigned long, unsigned long) {}
+
+void BCMemoryData::Replaced() {}
+
+void BCMemoryData::MoveGap(unsigned long offset) const {
+    unsigned long free = Free();
+    if (free && offset < dwGapAt)
+        std::memmove(lpData + offset + free, lpData + offset, dwGapAt - offset);
+    else if (free && offset > dwGapAt)
+        std::memmove(lpData + dwGapAt, lpData + dwGapAt + free, offset - dwGapAt);
+    dwGapAt = offset;
+}
+
+const unsigned char* BCMemoryData::Contiguous() const {
+    MoveGap(Held());
+    return lpData;
+}
+
+void BCMemoryData::Runs(unsigned long from, unsigned long to, Run& first, Run& second) const {
+    unsigned long split = std::max(from, std::min(to, dwGapAt));
+    first = {lpData + from, split - from};
+    second = {lpData + split + Free(), to - split};
+}
+
 unsigned long BCMemoryData::SetGrowStep(unsigned long step) {
     unsigned long previous = dwGrowStep;
     if (step)
@@ -156,10 +185,22 @@ unsigned long BCMemoryData::SetGrowStep(unsigned long step) {
 }
 
 // A borrowed buffer cannot be reallocated: its bytes move into a block of our own and the
-// object stops borrowing.
+// object stops borrowing. An owned block keeps its free bytes where they are: only the
+// bytes after them move, to the new end.
 int BCMemoryData::Reserve(unsigned long long size) {
     if (size > kMaxBlock)
         return 0;
+    if (lpData && !(dwFlags & BC_FLAG_BORROW) && dwLen == Held()) {
+        unsigned long tail = dwLen - dwGapAt;
+        void* grown = BCReallocFarMem(lpData, static_cast<long>(size));
+        if (!grown)
+            return 0;
+        lpData = static_cast<unsigned char*>(grown);
+        std::memmove(lpData + size - tail, lpData + dwBufLen - tail, tail);
+        dwBufLen = static_cast<unsigned long>(size);
+        return 1;
+    }
+    MoveGap(Held());
     void* block = nullptr;
     if (lpData && (dwFlags & BC_FLAG_BORROW)) {
         block = Alloc(size);
@@ -172,8 +213,7 @@ int BCMemoryData::Reserve(unsigned long long size) {
         return 0;
     if (lpData && (dwFlags & BC_FLAG_BORROW))
         dwFlags &= ~static_cast<unsigned long>(BC_FLAG_BORROW);
-    lpData = static_cast<unsigned char*>(block);
-    dwBufLen = static_cast<unsigned long>(size);
+    Install(static_cast<unsigned char*>(block), dwLen, static_cast<unsigned long>(size));
     return 1;
 }
 
@@ -193,14 +233,12 @@ int BCMemoryData::IsRenderable(BCFormat& format) {
 }
 
 unsigned long BCMemoryData::GetData(void* buffer, unsigned long size, BCFormat&) {
-    unsigned long n = Held() < size ? Held() : size;
-    if (!buffer || n == 0)
-        return 0;
-    std::memcpy(buffer, lpData, n);
-    return n;
+    return GetData(0, buffer, size);
 }
 
 void* BCMemoryData::GetDataPtr(BCFormat&) {
+    Contiguous();
+    Replaced();
     return lpData;
 }
 
@@ -242,13 +280,39 @@ unsigned long BCMemoryData::SetData(unsigned long offset, const void* buffer, un
         Empty();
         return 0;
     }
+    // Growing has made every byte of the length held, so the offset lies within them.
     unsigned long held = Held();
+    unsigned long removed = insert ? 0 : std::min(count, held - offset);
+    Removing(offset, removed);
+    bool borrowed = (dwFlags & BC_FLAG_BORROW) != 0;
+    if (borrowed)
+        WriteInPlace(offset, source, count, insert);
+    else
+        WriteAtGap(offset, source, count, removed);
+    dwLen = static_cast<unsigned long>(newLen);
+    if (borrowed)
+        dwGapAt = Held();
+    Inserted(offset, count);
+    Release(own);
+    return count;
+}
+
+void BCMemoryData::WriteInPlace(unsigned long offset, const void* source, unsigned long count,
+                                int insert) {
+    unsigned long held = Held();
+    MoveGap(held);
     if (insert && offset < held)
         std::memmove(lpData + offset + count, lpData + offset, held - offset);
     std::memcpy(lpData + offset, source, count);
-    dwLen = static_cast<unsigned long>(newLen);
-    Release(own);
-    return count;
+}
+
+// The overwritten bytes end where the free bytes start; new bytes beyond them go into the
+// free bytes, which then start after the last byte written.
+void BCMemoryData::WriteAtGap(unsigned long offset, const void* source, unsigned long count,
+                              unsigned long removed) {
+    MoveGap(offset + removed);
+    std::memcpy(lpData + offset, source, count);
+    dwGapAt = offset + count;
 }
 
 unsigned long BCMemoryData::DeleteData(unsigned long offset, unsigned long count) {
@@ -256,27 +320,43 @@ unsigned long BCMemoryData::DeleteData(unsigned long offset, unsigned long count
         return 0;
     unsigned long long end = static_cast<unsigned long long>(offset) + count;
     unsigned long held = Held();
-    if (end < held)
-        std::memmove(lpData + offset, lpData + end, held - end);
     if (count == dwLen) {
         Clear(true);
         SetModified(true);
         return count;
     }
     SetModified(true);
-    dwLen -= count;
-    if (count > dwGrowStep) {
-        unsigned long long target = StepTarget(dwLen, dwGrowStep);
-        if (lpData && !(dwFlags & BC_FLAG_BORROW) && target < dwBufLen) {
-            void* shrunk = BCReallocFarMem(lpData, static_cast<long>(target));
-            if (!shrunk) {
-                Empty();
-                return 0;
-            }
-            Install(static_cast<unsigned char*>(shrunk), dwLen, static_cast<unsigned long>(target));
-        }
+    if (end <= held && dwLen == held && !(dwFlags & BC_FLAG_BORROW)) {
+        // The deleted bytes join the free bytes.
+        Removing(offset, count);
+        MoveGap(offset);
+    } else {
+        // A borrowed buffer stays in one piece; a delete past the end keeps what lies there.
+        MoveGap(held);
+        if (end < held)
+            std::memmove(lpData + offset, lpData + end, held - end);
+        Replaced();
     }
-    return count;
+    dwLen -= count;
+    if (dwGapAt > Held())
+        dwGapAt = Held();
+    return ShrinkAfterDelete(count) ? count : 0;
+}
+
+int BCMemoryData::ShrinkAfterDelete(unsigned long count) {
+    if (count <= dwGrowStep)
+        return 1;
+    unsigned long long target = StepTarget(dwLen, dwGrowStep);
+    if (!lpData || (dwFlags & BC_FLAG_BORROW) || target >= dwBufLen)
+        return 1;
+    MoveGap(Held());
+    void* shrunk = BCReallocFarMem(lpData, static_cast<long>(target));
+    if (!shrunk) {
+        Empty();
+        return 0;
+    }
+    Install(static_cast<unsigned char*>(shrunk), dwLen, static_cast<unsigned long>(target));
+    return 1;
 }
 
 unsigned long BCMemoryData::GetData(unsigned long offset, void* buffer, unsigned long count) {
@@ -284,7 +364,11 @@ unsigned long BCMemoryData::GetData(unsigned long offset, void* buffer, unsigned
     if (!buffer || count == 0 || offset >= held)
         return 0;
     unsigned long n = held - offset < count ? held - offset : count;
-    std::memcpy(buffer, lpData + offset, n);
+    Run first, second;
+    Runs(offset, offset + n, first, second);
+    std::memcpy(buffer, first.bytes, first.size);
+    if (second.size)
+        std::memcpy(static_cast<unsigned char*>(buffer) + first.size, second.bytes, second.size);
     return n;
 }
 
@@ -311,10 +395,15 @@ int BCMemoryData::LoadBytes(std::istream& is, unsigned long count, int toEnd) {
     }
     if (toEnd) // running into the end is how a read to the end finishes
         is.clear(is.rdstate() & ~std::ios::failbit);
+    Adopt(block, got, capacity);
+    return 1;
+}
+
+void BCMemoryData::Adopt(unsigned char* block, unsigned long length, unsigned long capacity) {
     FreeBytes();
     dwFlags &= ~static_cast<unsigned long>(BC_FLAG_BORROW);
-    Install(block, got, capacity);
-    return 1;
+    Install(block, length, capacity);
+    Replaced();
 }
 
 int BCMemoryData::Load(std::istream& is) {
@@ -326,7 +415,7 @@ int BCMemoryData::Load(std::istream& is) {
 
 int BCMemoryData::Save(std::ostream& os) {
     return BCObject::Save(os) && BCSaveDblWord(os, Held()) &&
-           BCSaveFarBlk(os, lpData, static_cast<long>(Held()));
+           BCSaveFarBlk(os, Contiguous(), static_cast<long>(Held()));
 }
 
 void BCMemoryData::Display(const char* prefix) {

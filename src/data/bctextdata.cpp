@@ -10,14 +10,15 @@ constexpr unsigned long kNoLine = 0xFFFFFFFFul;
 
 BCTextData::BCTextData(BCText* text, BCWindow* window, const char* fileExt, const char* fileName,
                        unsigned int flags, BCUpdaterList* updaters)
-    : BCFileData(text, window, fileExt, fileName, flags, updaters) {
+    : BCFileData(text, window, fileExt, fileName, flags, updaters), blLfOnly(0) {
     SetObjectType(bcids::kTypeTextData);
     if (!text)
         SetObject(new (std::nothrow) BCText(nullptr, 0));
 }
 
 BCTextData::BCTextData(BCWindow* window, const char* fileExt, const char* fileName)
-    : BCFileData(new (std::nothrow) BCText(nullptr, 0), window, fileExt, fileName, 0, nullptr) {
+    : BCFileData(new (std::nothrow) BCText(nullptr, 0), window, fileExt, fileName, 0, nullptr),
+      blLfOnly(0) {
     SetObjectType(bcids::kTypeTextData);
 }
 
@@ -91,4 +92,26 @@ unsigned long BCTextData::DeleteText(unsigned long offset, unsigned long count) 
         return 0;
     SetModified(true);
     return Changed(text->DeleteText(offset, count));
+}
+
+// The text is replaced only once the whole file is in memory.
+int BCTextData::ReadDocument(std::istream& is) {
+    BCText* text = GetTextObject();
+    if (!text)
+        return BCFileData::ReadDocument(is);
+    int lfOnly = 0;
+    int read = text->LoadLines(is, lfOnly);
+    if (read > 0) {
+        // Views hear of the old contents going as they did when the document was emptied
+        // first.
+        blLfOnly = lfOnly;
+        SetModified(true);
+        Notify(BC_UPDATE_CLEARED);
+    }
+    return read > 0 ? BC_READ_DONE : read < 0 ? BC_READ_NO_MEMORY : BC_READ_FAILED;
+}
+
+int BCTextData::WriteDocument(std::ostream& os) {
+    BCText* text = GetTextObject();
+    return text && blLfOnly ? text->SaveLines(os, blLfOnly) : BCFileData::WriteDocument(os);
 }

@@ -5,6 +5,7 @@
 #include "bcmsg.h"
 #include "bcwindow.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <cstdint>
@@ -74,11 +75,24 @@ size_t FindNul(const char* text, size_t limit) {
     return i;
 }
 
+// Another program (a clipboard manager most often) opens the clipboard for a moment after
+// every change: a busy clipboard is tried again for a short while before the call fails.
+constexpr int kOpenAttempts = 40;
+constexpr DWORD kOpenRetryMs = 5;
+
+bool OpenWithRetry(HWND owner) {
+    for (int attempt = 1; attempt < kOpenAttempts; ++attempt) {
+        if (OpenClipboard(owner))
+            return true;
+        Sleep(kOpenRetryMs);
+    }
+    return BCTraced(OpenClipboard(owner), "OpenClipboard") != 0;
+}
+
 // Opens the clipboard for one scope.
 class ClipboardSession {
   public:
-    explicit ClipboardSession(HWND owner)
-        : m_open(BCTraced(OpenClipboard(owner), "OpenClipboard") != 0) {}
+    explicit ClipboardSession(HWND owner) : m_open(OpenWithRetry(owner)) {}
     ~ClipboardSession() {
         if (m_open && !CloseClipboard())
             BCTraceFailure("CloseClipboard");
@@ -91,12 +105,13 @@ class ClipboardSession {
     bool m_open;
 };
 
-// A global block that is freed at the end of the scope unless it was handed over.
+// A global block that is freed at the end of the scope unless it was handed over. Blocks
+// are limited to what the library's memory helpers address (a long), on every build alike.
 class OwnedBlock {
   public:
     explicit OwnedBlock(unsigned long long size)
-        : m_block(size <= ULONG_MAX ? BCTraced(GlobalAlloc(kClipboardAlloc, size), "GlobalAlloc")
-                                    : nullptr) {}
+        : m_block(size <= LONG_MAX ? BCTraced(GlobalAlloc(kClipboardAlloc, size), "GlobalAlloc")
+                                   : nullptr) {}
     ~OwnedBlock() {
         if (m_block && GlobalFree(m_block))
             BCTraceFailure("GlobalFree");
@@ -115,8 +130,7 @@ class OwnedBlock {
 class ClipboardBlock {
   public:
     ClipboardBlock(HWND owner, UINT format)
-        : m_session(owner),
-          m_handle(m_session.IsOpen() && format ? GetClipboardData(format) : nullptr),
+        : m_session(owner), m_handle(m_session.IsOpen() ? GetClipboardData(format) : nullptr),
           m_lock(m_handle) {}
     const char* Data() const { return m_lock.As<const char>(); }
     size_t Size() const { return m_lock.Data() ? GlobalSize(m_handle) : 0; }
@@ -231,7 +245,7 @@ BCFormat BCClipboard::GetType(const BCFormat& previous) {
 int BCClipboard::GetHandle(const BCFormat& format, void*& handle) {
     UINT number = SystemFormat(format);
     ClipboardSession session(OwnerHandle());
-    handle = number && session.IsOpen() ? GetClipboardData(number) : nullptr;
+    handle = session.IsOpen() ? GetClipboardData(number) : nullptr;
     return handle != nullptr;
 }
 
@@ -241,7 +255,7 @@ int BCClipboard::GetData(const BCFormat& format, void* buffer, unsigned long siz
     ClipboardBlock block(OwnerHandle(), SystemFormat(format));
     if (!block.Data() || (size && !buffer))
         return 0;
-    size_t held = block.Size() < size ? block.Size() : size;
+    size_t held = std::min<size_t>(block.Size(), size);
     BCCopyMem(buffer, block.Data(), held);
     if (held < size)
         std::memset(static_cast<char*>(buffer) + held, 0, size - held);
@@ -255,7 +269,7 @@ int BCClipboard::GetText(char* buffer, unsigned long max) {
         return 0;
     if (max == 0)
         return 1;
-    size_t limit = block.Size() < max - 1 ? block.Size() : max - 1;
+    size_t limit = std::min<size_t>(block.Size(), max - 1);
     size_t length = FindNul(block.Data(), limit);
     BCCopyMem(buffer, block.Data(), length);
     buffer[length] = '\0';

@@ -21,6 +21,13 @@ std::vector<unsigned int> MsgRecorder::NumberedIds() const {
     return ids;
 }
 
+std::string MsgRecorder::Texts() const {
+    std::string texts;
+    for (const Entry& e : m_entries)
+        texts += e.text + "|";
+    return texts;
+}
+
 int MsgRecorder::Sink(const BCMsgInfo& info, void* context) {
     MsgRecorder* self = static_cast<MsgRecorder*>(context);
     self->m_entries.push_back({info.kind, info.id, info.text ? info.text : "",

@@ -32,6 +32,8 @@ class MsgRecorder {
     void Clear() { m_entries.clear(); }
     // Ids of the numbered messages received, in order.
     std::vector<unsigned int> NumberedIds() const;
+    // Texts of every message received, in order, each followed by "|".
+    std::string Texts() const;
 
   private:
     static int Sink(const BCMsgInfo& info, void* context);

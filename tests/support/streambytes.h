@@ -17,6 +17,51 @@ std::ostringstream OutStream();
 class BCObject;
 // The record `object` saves; empty when Save fails.
 std::string SavedBytes(BCObject& object);
+
+// A number given to a list as its key.
+inline void* Key(long value) {
+    return reinterpret_cast<void*>(static_cast<intptr_t>(value));
+}
+
+// What loading `record` into `object` answers.
+template <class T> int LoadFrom(T&& object, const std::string& record) {
+    std::istringstream is = InStream(record);
+    return object.Load(is);
+}
+
+// A stream that cannot tell its size or seek, as a pipe cannot.
+struct UnseekableBuf : std::stringbuf {
+    explicit UnseekableBuf(const std::string& bytes) : std::stringbuf(bytes, std::ios::in) {}
+    pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override { return -1; }
+    pos_type seekpos(pos_type, std::ios::openmode) override { return -1; }
+};
+
+// What loading `record` from a pipe-like stream answers.
+template <class T> int LoadPiped(T&& object, const std::string& record) {
+    UnseekableBuf buf(record);
+    std::istream piped(&buf);
+    return object.Load(piped);
+}
+
+// Results joined by spaces, so that a row of them is checked at once.
+template <class... T> std::string Nums(T... values) {
+    std::string out;
+    ((out += std::to_string(values) + " "), ...);
+    return out;
+}
+
+// A row of results made in the order written (braces fix the order of the calls), joined as
+// Nums joins them, for steps whose results are checked at once: EXPECT_EQ((Seq{1, 2}), (Seq{...})).
+struct Seq {
+    template <class... T> explicit Seq(T... values) : text(Nums(values...)) {}
+    std::string text;
+};
+inline bool operator==(const Seq& a, const Seq& b) {
+    return a.text == b.text;
+}
+inline std::ostream& operator<<(std::ostream& os, const Seq& row) {
+    return os << row.text;
+}
 // Feeds every proper prefix of `record` (each cut shorter than the whole) to `load`, which
 // loads it into a fresh object and returns what Load said. Returns the first length that
 // loaded, or std::string::npos when every short record failed as it should.
