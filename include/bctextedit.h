@@ -160,6 +160,8 @@ class NORLIB2_API BCTextEdit : public BCChildWindow {
     int CaretOnPage();
     void PlaceCaret();
     void ClearRight(short y, short height);
+    // Where a scroll-bar event puts the page's top; all bits set for none.
+    unsigned long ScrollTarget(BCEvent* event);
     void DrawFrag(unsigned long ofs, unsigned long count, int highlighted);
     // tekeys.cpp
     void CollapseSel();

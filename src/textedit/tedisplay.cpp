@@ -63,7 +63,8 @@ BCSize BCTextEdit::GetLineSize(unsigned long ofs, unsigned int len) {
     unsigned long start = ofs;
     unsigned int lineLen = 0;
     int x = 0;
-    if (opText->GetLineStartLen(ofs, start, lineLen) && start < ofs)
+    // TAB stops count from the line's start: the part before `ofs` sets where they fall.
+    if (opText->GetLineStartLen(ofs, start, lineLen))
         x = GetLineSize(start, static_cast<unsigned int>(ofs - start)).GetWidth();
     char text[kMeasured + 1];
     unsigned long n = opText->GetText(text, ofs, Min(len, kMeasured));
@@ -134,9 +135,7 @@ unsigned long BCTextEdit::NextStart(unsigned long start) {
 }
 
 unsigned long BCTextEdit::PrevStart(unsigned long start) {
-    unsigned long s = 0;
-    unsigned int len = 0;
-    return start && opText && opText->GetLineStartLen(start - 1, s, len) ? s : 0;
+    return opText ? opText->GetLineRelOfs(start, -1) : 0;
 }
 
 unsigned long BCTextEdit::PageLines() {
@@ -213,7 +212,8 @@ void BCTextEdit::SetTextPos(unsigned long ofs, int linesAbove) {
     opText->GetLineStartLen(ofs, start, lineLen);
     unsigned long above = ofs >= dwPageTop ? opText->GetNumLines(dwPageTop, start) : 0;
     bool onPage = dwPageTop <= ofs && ofs <= dwPageEnd && !(ofs == dwPageEnd && ofs == start);
-    if (!onPage || (linesAbove != -1 && static_cast<unsigned long>(linesAbove) != above)) {
+    bool keep = linesAbove < 0 || static_cast<unsigned long>(linesAbove) == above;
+    if (!onPage || !keep) {
         CaretOff();
         FillPage(start, linesAbove == -1 ? above : static_cast<unsigned long>(linesAbove));
         Update();
@@ -563,38 +563,41 @@ long BCTextEdit::ReSize(BCEvent*) {
     return 0;
 }
 
-long BCTextEdit::VertScroll(BCEvent* e) {
-    dwState |= BC_TE_IN_SCROLL_BAR;
+unsigned long BCTextEdit::ScrollTarget(BCEvent* e) {
+    // Far moves go by line number, which the text answers without walking the lines between.
     long page = static_cast<long>(LinesShown() * 3 / 4);
-    long amount = 0;
     switch (e->GetScrollType()) {
     case SB_LINEUP:
-        amount = -1;
-        break;
+        return opText->GetLineRelOfs(dwPageTop, -1);
     case SB_LINEDOWN:
-        amount = 1;
-        break;
+        return opText->GetLineRelOfs(dwPageTop, 1);
     case SB_PAGEUP:
-        amount = -page;
-        break;
+        return opText->GetLineRelOfs(dwPageTop, -page);
     case SB_PAGEDOWN:
-        amount = page;
-        break;
-    case SB_THUMBPOSITION:
-        amount = static_cast<long>(e->GetThumbPos()) - static_cast<long>(dwFirstLine);
-        break;
-    case SB_TOP:
-        amount = -static_cast<long>(dwFirstLine);
-        break;
-    case SB_BOTTOM:
-        amount = static_cast<long>(dwLineCnt);
-        break;
-    default:
-        dwState &= ~static_cast<unsigned long>(BC_TE_IN_SCROLL_BAR);
-        return 0;
+        return opText->GetLineRelOfs(dwPageTop, page);
+    case SB_THUMBPOSITION: {
+        unsigned long ofs = opText->GetLineOfs(static_cast<unsigned long>(e->GetThumbPos()));
+        return ofs == 0xFFFFFFFFul ? GetTextLen() : ofs;
     }
-    SetPagePos(opText ? opText->GetLineRelOfs(dwPageTop, amount) : 0);
+    case SB_TOP:
+        return 0;
+    case SB_BOTTOM:
+        return GetTextLen();
+    default:
+        return 0xFFFFFFFFul;
+    }
+}
+
+long BCTextEdit::VertScroll(BCEvent* e) {
+    unsigned long target = opText ? ScrollTarget(e) : 0xFFFFFFFFul;
+    if (target == 0xFFFFFFFFul)
+        return 0;
+    dwState |= BC_TE_IN_SCROLL_BAR;
+    SetPagePos(target);
     dwState &= ~static_cast<unsigned long>(BC_TE_IN_SCROLL_BAR);
+    // The bar was left alone while it spoke; now its thumb shows where the page went.
+    if (HasVertBar())
+        SetVertThumb(static_cast<int>(dwFirstLine));
     return 0;
 }
 

@@ -3,6 +3,8 @@
 
 #include <cctype>
 
+#include "bcclipboard.h"
+#include "bcformat.h"
 #include "bcids2.h"
 #include "bcmenu.h"
 #include "bctextedit.h"
@@ -409,6 +411,8 @@ long BCTextEdit::MenuInit(BCEvent* e) {
     set(bcids::kCmdRedo, CanRedo());
     set(bcids::kCmdCut, !lmSel.IsEmpty());
     set(bcids::kCmdCopy, !lmSel.IsEmpty());
+    BCClipboard clipboard(this);
+    set(bcids::kCmdPaste, clipboard.IsType(BCGetTextFormat()));
     return 0;
 }
 

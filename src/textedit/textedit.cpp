@@ -286,12 +286,12 @@ int BCTextEdit::InsertPiece(const char* piece, unsigned int count) {
         unsigned long left = start + len - dwCaret;
         over = static_cast<unsigned int>(count < left ? count : left);
     }
+    unsigned long from = dwCaret;
+    int onPage = CaretOnPage(), dirty = blDirty;
     if (over && !InputText(piece, dwCaret, over, 0))
         return 0;
     if (count > over && !InputText(piece + over, dwCaret + over, count - over, 1))
         return 0;
-    unsigned long from = dwCaret;
-    int onPage = CaretOnPage();
     if (from < dwPageTop)
         dwPageTop += count - over;
     dwCaret += count;
@@ -303,6 +303,7 @@ int BCTextEdit::InsertPiece(const char* piece, unsigned int count) {
     CaretOff();
     SetCaretPos(dwCaret);
     PutLine(from);
+    blDirty = dirty; // the changed line is drawn: scrolling may still move the page's bits
     CaretOn();
     return 1;
 }
@@ -457,7 +458,7 @@ int BCTextEdit::Redo() {
     if (!opUndo || !opText || !opUndo->CanRedo())
         return 0;
     BCUndoRecord* r = opUndo->TakeRedo();
-    if (!Unreachable(r != nullptr, __LINE__) || !Unreachable(IsKnown(r->dwType), __LINE__))
+    if (!Unreachable(r && IsKnown(r->dwType), __LINE__))
         return 0;
     unsigned long ofs = r->dwOfs;
     ApplyUndo(*r, 1, ofs);
