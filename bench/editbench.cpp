@@ -157,7 +157,13 @@ std::vector<Key> Keys() {
              SendMessageA(b.H(), WM_KEYDOWN, VK_END, 1);
              SetCtrl(false);
          }},
-        {"Page Down", middle, [](Bench& b) { b.Post(WM_KEYDOWN, VK_NEXT); }},
+        {"Page Down",
+         [](Bench& b) { // from the last line shown, so that the page moves
+             b.Middle();
+             BCTextEdit& e = b.Edit();
+             e.SetTextPos(e.GetText()->GetLineRelOfs(e.GetPageEnd(), -1), -1);
+         },
+         [](Bench& b) { b.Post(WM_KEYDOWN, VK_NEXT); }},
         {"thumb to the middle",
          [](Bench& b) {
              b.Edit().SetPagePos(0);
