@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the x86_64 library and its samples, and runs them under
-# Wine: the console sample prints what it saved and loaded; the window sample acts on its
-# own for a few seconds and, headless (Xvfb), leaves a screenshot in build/guidemo.png.
+# Wine: the console sample prints what it saved and loaded; the window and editor samples act
+# on their own for a few seconds and, headless (Xvfb), leave screenshots in build/.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 cd "$root"
 ./scripts/deps.sh
 cmake --preset x64 >/dev/null
-cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo guidemo
+cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo guidemo editdemo
 export NORLIB_BUILD_DIR="$root/build/x64"
 . "$root/cmake/xvfb.sh"
 norlib_ensure_display
@@ -28,4 +28,11 @@ rm -f guidemo.dialog guidemo.done
 sample=$!
 wait_for guidemo.dialog && shoot guidemo-dialog.png
 wait_for guidemo.done && shoot guidemo.png
+wait "$sample"
+
+rm -f editdemo.typed editdemo.done
+"$root/cmake/wine-run.sh" bin/editdemo.exe --demo 2 &
+sample=$!
+wait_for editdemo.typed && shoot editdemo-typing.png
+wait_for editdemo.done && shoot editdemo.png
 wait "$sample"

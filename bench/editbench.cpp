@@ -1,0 +1,264 @@
+// The editor window at document scale: keys and clicks sent to a real BCTextEdit as a user
+// makes them, timed from the message to the end of the repaint, on texts of 10 KB to 100 MB;
+// and a full repaint against a raw ExtTextOutA loop over the same lines.
+//
+//   editbench.exe [largest size in MB, 100 by default]
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <norlib2.h>
+
+namespace {
+
+constexpr int kRounds = 40;
+constexpr int kLongLine = 2000; // a line long enough for a click at column 1000
+
+double Now() {
+    static LARGE_INTEGER frequency = [] {
+        LARGE_INTEGER f;
+        QueryPerformanceFrequency(&f);
+        return f;
+    }();
+    LARGE_INTEGER t;
+    QueryPerformanceCounter(&t);
+    return 1000.0 * static_cast<double>(t.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+void Pump() {
+    MSG m;
+    while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&m);
+        DispatchMessageA(&m);
+    }
+}
+
+// 80-character lines with CR LF, one long line in the middle.
+std::string MakeDocument(size_t size) {
+    std::string text;
+    text.reserve(size + kLongLine + 100);
+    char line[96];
+    for (unsigned long n = 0; text.size() < size; ++n) {
+        if (n == 200 || (text.size() < size / 2 && text.size() + 80 >= size / 2)) {
+            text.append(kLongLine, 'w');
+            text += "\r\n";
+            continue;
+        }
+        int k = std::snprintf(line, sizeof line, "%08lu a line of an ordinary log file ", n);
+        std::string s(line, static_cast<size_t>(k));
+        s.resize(78, '.');
+        text += s + "\r\n";
+    }
+    return text;
+}
+
+struct Stats {
+    double median;
+    double p99;
+};
+
+Stats Summarise(std::vector<double> times) {
+    std::sort(times.begin(), times.end());
+    size_t p99 = std::min(times.size() - 1, times.size() * 99 / 100);
+    return {times[times.size() / 2], times[p99]};
+}
+
+void SetCtrl(bool down) {
+    BYTE keys[256];
+    GetKeyboardState(keys);
+    keys[VK_CONTROL] = down ? 0x80 : 0;
+    SetKeyboardState(keys);
+}
+
+class Bench {
+  public:
+    explicit Bench(BCApplication& app) : app(app), main(&app) {
+        main.SetWindowRect(BCRectangle(0, 0, 640, 480));
+        main.Create("editbench");
+        main.Show(SW_SHOW);
+    }
+    ~Bench() { delete edit; }
+
+    void Open(const std::string& text) {
+        delete edit;
+        BCRectangle client = main.GetClientRect();
+        edit = new BCTextEdit(1, &main, BCPosition(0, 0),
+                              BCSize(client.GetRight(), client.GetBottom()), nullptr, nullptr,
+                              nullptr, &app, 0, 100);
+        edit->SetStyle(WS_VSCROLL, 1);
+        edit->Create("");
+        edit->SetText(text.c_str());
+        edit->SetFocus();
+        Pump();
+        UpdateWindow(H());
+    }
+    HWND H() const { return edit->GetHandle(); }
+    BCTextEdit& Edit() { return *edit; }
+
+    // Median and 99th percentile of `act` (timed through the repaint), with `prepare` run
+    // untimed before each round.
+    Stats Time(const std::function<void()>& prepare, const std::function<void()>& act) {
+        std::vector<double> times;
+        for (int i = 0; i < kRounds; ++i) {
+            prepare();
+            Pump();
+            UpdateWindow(H());
+            double start = Now();
+            act();
+            Pump();
+            UpdateWindow(H());
+            times.push_back(Now() - start);
+        }
+        return Summarise(times);
+    }
+    void Post(UINT message, WPARAM w, LPARAM l = 1) { PostMessageA(H(), message, w, l); }
+    void Middle() {
+        BCTextData* text = edit->GetText();
+        unsigned long lines = text->GetNumLines(0, text->GetTextLen());
+        unsigned long ofs = text->GetLineOfs(lines / 2 + 3);
+        edit->SetTextPos(ofs + 40, -1);
+    }
+
+  private:
+    BCApplication& app;
+    BCMainWindow main;
+    BCTextEdit* edit = nullptr;
+};
+
+struct Key {
+    const char* name;
+    std::function<void(Bench&)> prepare;
+    std::function<void(Bench&)> act;
+};
+
+std::vector<Key> Keys() {
+    auto middle = [](Bench& b) { b.Middle(); };
+    return {
+        {"character in the middle", middle, [](Bench& b) { b.Post(WM_CHAR, 'x'); }},
+        {"Return", middle, [](Bench& b) { b.Post(WM_CHAR, '\r'); }},
+        {"Backspace joining lines",
+         [](Bench& b) {
+             b.Middle();
+             unsigned long start;
+             unsigned int len;
+             b.Edit().GetText()->GetLineStartLen(b.Edit().GetCaretOfs(), start, len);
+             b.Edit().SetTextPos(start, -1);
+         },
+         [](Bench& b) { b.Post(WM_KEYDOWN, VK_BACK); }},
+        {"Delete", middle, [](Bench& b) { b.Post(WM_KEYDOWN, VK_DELETE); }},
+        {"Ctrl+End", middle,
+         [](Bench& b) {
+             SetCtrl(true);
+             SendMessageA(b.H(), WM_KEYDOWN, VK_END, 1);
+             SetCtrl(false);
+         }},
+        {"Page Down",
+         [](Bench& b) { // from the last line shown, so that the page moves
+             b.Middle();
+             BCTextEdit& e = b.Edit();
+             e.SetTextPos(e.GetText()->GetLineRelOfs(e.GetPageEnd(), -1), -1);
+         },
+         [](Bench& b) { b.Post(WM_KEYDOWN, VK_NEXT); }},
+        {"thumb to the middle",
+         [](Bench& b) {
+             b.Edit().SetPagePos(0);
+             SetScrollPos(b.H(), SB_VERT, static_cast<int>(b.Edit().GetLineCnt() / 2), FALSE);
+         },
+         [](Bench& b) { b.Post(WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 0), 0); }},
+        {"click at column 1000",
+         [](Bench& b) {
+             // The long line at the top, scrolled right so that column 1000 shows.
+             BCTextData* text = b.Edit().GetText();
+             unsigned long lines = text->GetNumLines(0, text->GetTextLen());
+             unsigned long ofs = 0;
+             unsigned int len = 0;
+             for (unsigned long line = lines / 2 - 2; line < lines && len < kLongLine; ++line) {
+                 unsigned long start;
+                 ofs = text->GetLineOfs(line);
+                 text->GetLineStartLen(ofs, start, len);
+             }
+             b.Edit().SetPagePos(ofs);
+             short unit = b.Edit().GetStrSize("H").GetWidth();
+             short column = b.Edit().GetStrSize("w").GetWidth();
+             int units = (1000 * column - 100) / unit;
+             SendMessageA(b.H(), WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, units), 0);
+         },
+         [](Bench& b) {
+             BCRectangle r = b.Edit().GetTextRect();
+             LPARAM at = MAKELPARAM(r.GetLeft() + 100, r.GetTop() + 4);
+             b.Post(WM_LBUTTONDOWN, MK_LBUTTON, at);
+             b.Post(WM_LBUTTONUP, 0, at);
+         }},
+    };
+}
+
+// A repaint of the whole window against drawing the same lines with ExtTextOutA.
+void Repaint(Bench& b) {
+    b.Middle();
+    Pump();
+    UpdateWindow(b.H());
+    std::vector<std::string> lines;
+    BCTextEdit& e = b.Edit();
+    for (unsigned long n = e.GetFirstLine(); lines.size() < 40; ++n) {
+        char buf[130];
+        unsigned int k = e.GetTextLine(static_cast<unsigned int>(n), buf, 128);
+        lines.emplace_back(buf, k > 2 ? k - 2 : 0);
+    }
+    Stats ours = b.Time([] {}, [&] { InvalidateRect(b.H(), nullptr, TRUE); });
+    RECT client;
+    GetClientRect(b.H(), &client);
+    Stats raw = b.Time([] {},
+                       [&] {
+                           HDC dc = GetDC(b.H());
+                           TEXTMETRICA tm;
+                           GetTextMetricsA(dc, &tm);
+                           int y = 0;
+                           for (const std::string& line : lines) {
+                               RECT row = {0, y, client.right, y + tm.tmHeight};
+                               ExtTextOutA(dc, 8, y, ETO_OPAQUE, &row, line.data(),
+                                           static_cast<UINT>(line.size()), nullptr);
+                               y += tm.tmHeight;
+                               if (y >= client.bottom)
+                                   break;
+                           }
+                           ReleaseDC(b.H(), dc);
+                       });
+    std::printf("\nfull repaint %8.3f ms   raw ExtTextOutA loop %8.3f ms   ratio %5.2f\n",
+                ours.median, raw.median, ours.median / raw.median);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const unsigned long largestMb = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 100;
+    std::vector<size_t> sizes = {10u * 1024, 1024u * 1024, 10u * 1024 * 1024,
+                                 static_cast<size_t>(largestMb) * 1024 * 1024};
+    BCApplication app;
+    Bench bench(app);
+    std::vector<Key> keys = Keys();
+    std::vector<std::vector<Stats>> results(keys.size());
+    std::printf("%-26s", "key (median / p99 ms)");
+    for (size_t size : sizes)
+        std::printf(" %10zu KB    ", size / 1024);
+    std::printf("  ratio largest/smallest\n");
+    for (size_t size : sizes) {
+        bench.Open(MakeDocument(size));
+        for (size_t k = 0; k < keys.size(); ++k)
+            results[k].push_back(
+                bench.Time([&] { keys[k].prepare(bench); }, [&] { keys[k].act(bench); }));
+        if (size == sizes.back())
+            Repaint(bench);
+    }
+    for (size_t k = 0; k < keys.size(); ++k) {
+        std::printf("%-26s", keys[k].name);
+        for (const Stats& s : results[k])
+            std::printf(" %7.3f / %7.3f", s.median, s.p99);
+        std::printf("  %6.2f\n", results[k].back().median / results[k].front().median);
+    }
+    return 0;
+}
