@@ -147,6 +147,8 @@ class NORLIB2_API BCTextEdit : public BCChildWindow {
     void AfterUndo(unsigned long ofs);
     // tedisplay.cpp
     BCSize CharSize();
+    // PosLine with the height of "H" known (a page measures it once).
+    void PosLine(unsigned long ofs, const BCPosition& pos, short lineHeight);
     void ComputeTextRect();
     unsigned int ColumnAt(unsigned long start, unsigned int len, int x);
     // Start of the line after the one holding `start`, past the text's length when none.

@@ -156,6 +156,9 @@ class NORLIB1_API BCDisplayDevice : public BCDevice {
     // the next tab stop. The current position moves to the end of the text. `length` -1
     // takes the text up to its NUL.
     int PosStr(const BCPosition& pos, const char* text, int length = -1);
+    // PosStr on `row` cleared first: a text line redrawn whole. One drawing call when the
+    // background brush is the back colour and the text has no TAB.
+    int PosStrInRow(const BCPosition& pos, const char* text, int length, const BCRectangle& row);
     // Width and height of a text written at the tab origin, TABs expanded.
     BCSize GetStrSize(const char* text, int length = -1);
     // Width and height of one character.
@@ -183,6 +186,8 @@ class NORLIB1_API BCDisplayDevice : public BCDevice {
     // this device had it selected; text is then measured and drawn as the font now is.
     void FollowFont();
     BCSize CharExtent(unsigned int ch);
+    // The colour a clear paints, when the background brush is one plain colour.
+    bool PlainBackground(unsigned long& rgb) const;
     void* PenHandle() const;
     void* BrushHandle() const;
     void* FontHandle() const;

@@ -248,10 +248,11 @@ long BCTextEdit::Paint(BCEvent*) {
     short y = rcText.GetTop();
     unsigned long ofs = dwPageTop, len = 0;
     unsigned int lineLen = 0;
+    const short lineHeight = GetChrHeight('H');
     for (unsigned long n = PageLines(); ofs < dwPageEnd && n; --n) {
-        short h = GetChrHeight('H');
+        short h = lineHeight;
         if (y + h > clip.top && y < clip.bottom) {
-            PosLine(ofs, BCPosition(rcText.GetLeft(), y));
+            PosLine(ofs, BCPosition(rcText.GetLeft(), y), lineHeight);
             h = szLast.GetHeight();
             lineLen = static_cast<unsigned int>(dwLastLen);
         } else if (!opText->GetLineStartLen(ofs, len, lineLen)) {
@@ -301,6 +302,10 @@ void BCTextEdit::DrawFrag(unsigned long ofs, unsigned long count, int highlighte
 }
 
 void BCTextEdit::PosLine(unsigned long ofs, const BCPosition& pos) {
+    PosLine(ofs, pos, GetChrHeight('H'));
+}
+
+void BCTextEdit::PosLine(unsigned long ofs, const BCPosition& pos, short lineHeight) {
     if (!opText)
         return;
     HeldDC dc(this);
@@ -308,23 +313,31 @@ void BCTextEdit::PosLine(unsigned long ofs, const BCPosition& pos) {
     unsigned int len = 0;
     Ends(lmSel, low, high);
     opText->GetLineStartLen(ofs, start, len);
-    szLast = GetLineSize(start, len);
     dwLastLen = len;
+    unsigned long end = start + len;
+    if (low == high || high <= start || low > end) {
+        // Untouched by the selection: one clear of the whole row and one string output,
+        // whose own measuring gives the line's width; a page is a few hundred of these.
+        char text[kMeasured + 1];
+        unsigned long n = opText->GetText(text, start, Min(len, kMeasured));
+        short right = static_cast<short>(GetOrigin().GetX() + GetClientRect().GetRight());
+        short y = pos.GetY();
+        PosStrInRow(pos, text, static_cast<int>(n),
+                    BCRectangle(0, y, right, static_cast<short>(y + lineHeight)));
+        szLast = BCSize(static_cast<short>(GetCrntPos().GetX() - pos.GetX()), lineHeight);
+        return;
+    }
+    szLast = GetLineSize(start, len);
     short y = pos.GetY(), h = szLast.GetHeight();
     Clear(BCRectangle(0, y, rcText.GetLeft(), static_cast<short>(y + h)));
     MoveTo(pos);
-    unsigned long end = start + len;
-    if (low == high || high <= start || low > end) {
-        DrawFrag(start, len, 0);
-    } else {
-        unsigned long a = Max(low, start), b = Min(high, end);
-        DrawFrag(start, a - start, 0);
-        if (b > a)
-            DrawFrag(a, b - a, 1);
-        if (high > end)
-            DrawFrag(end, 0, 1);
-        DrawFrag(b, end - b, 0);
-    }
+    unsigned long a = Max(low, start), b = Min(high, end);
+    DrawFrag(start, a - start, 0);
+    if (b > a)
+        DrawFrag(a, b - a, 1);
+    if (high > end)
+        DrawFrag(end, 0, 1);
+    DrawFrag(b, end - b, 0);
     ClearRight(y, h);
 }
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -549,6 +550,43 @@ int BCDisplayDevice::PosStr(const BCPosition& pos, const char* text, int length)
         length = lstrlenA(text);
     int width = TextRuns(scope.dc(), text, length, pos.GetX(), pos.GetY(), 1);
     return MoveTo(BCPosition(static_cast<short>(pos.GetX() + width), pos.GetY()));
+}
+
+bool BCDisplayDevice::PlainBackground(unsigned long& rgb) const {
+    const BCBrush* brush = opBackground;
+    if (!brush || (brush->GetKind() == BC_BRUSH_STOCK && brush->GetStyle() == BC_STOCK_WHITE)) {
+        rgb = RGB(255, 255, 255);
+        return true;
+    }
+    rgb = brush->GetColor().GetCOLORREF();
+    return brush->GetKind() == BC_BRUSH_SOLID;
+}
+
+int BCDisplayDevice::PosStrInRow(const BCPosition& pos, const char* text, int length,
+                                 const BCRectangle& row) {
+    if (!text)
+        return 0;
+    BCDCScope scope(this);
+    if (!scope.dc())
+        return 0;
+    if (length < 0)
+        length = lstrlenA(text);
+    FollowFont();
+    unsigned long plain = 0;
+    bool tabs = std::find(text, text + length, '\t') != text + length;
+    if (tabs || !PlainBackground(plain) || plain != crBack.GetCOLORREF()) {
+        Clear(row);
+        return PosStr(pos, text, length);
+    }
+    // The opaque rectangle paints the row in the back colour, exactly what the clear would.
+    RECT rect;
+    row.ToRECT(&rect);
+    SIZE extent = {};
+    GetTextExtentPoint32A(scope.dc(), text, length, &extent);
+    if (!ExtTextOutA(scope.dc(), pos.GetX(), pos.GetY(), ETO_OPAQUE, &rect, text,
+                     static_cast<UINT>(length), nullptr))
+        BCTraceFailure("ExtTextOutA");
+    return MoveTo(BCPosition(static_cast<short>(pos.GetX() + extent.cx), pos.GetY()));
 }
 
 BCSize BCDisplayDevice::GetStrSize(const char* text, int length) {
