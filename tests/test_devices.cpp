@@ -217,6 +217,40 @@ TEST_F(TextTest, TabsMoveToTheStopsCountedFromTheTabOriginAsTheyAreMeasured) {
     EXPECT_EQ(40 * opaque.GetChrHeight('H'), CountColor(opaque, BCRectangle(0, 0, 40, 40), kGreen));
 }
 
+// A line redrawn over its row looks exactly like the row cleared and the text written on it,
+// whether the fast single call or the two steps draw it.
+TEST_F(TextTest, ATextInItsRowLooksLikeTheRowClearedAndTheTextWritten) {
+    BCBrush red{BCColor(BC_COLOR_RED)};
+    struct Case {
+        const char* text;
+        BCColor back;
+        BCBrush* background;
+    } cases[] = {{"plain text", BCColor(BC_COLOR_WHITE), nullptr},
+                 {"tab\tstop", BCColor(BC_COLOR_WHITE), nullptr},
+                 {"green on white", BCColor(BC_COLOR_GREEN), nullptr},
+                 {"on red", BCColor(BC_COLOR_WHITE), &red}};
+    for (const Case& c : cases) {
+        BCMemoryDevice fast(200, 30), slow(200, 30);
+        const BCRectangle row(0, 4, 180, static_cast<short>(4 + fast.GetChrHeight('H')));
+        for (BCMemoryDevice* dev : {&fast, &slow}) {
+            dev->SetBackColor(c.back);
+            dev->SetBackground(c.background);
+        }
+        ASSERT_TRUE(fast.PosStrInRow(BCPosition(12, 4), c.text, -1, row));
+        ASSERT_TRUE(slow.Clear(row) && slow.PosStr(BCPosition(12, 4), c.text));
+        EXPECT_EQ(slow.GetCrntPos(), fast.GetCrntPos()) << c.text;
+        int differing = 0;
+        for (short y = 0; y < 30; ++y)
+            for (short x = 0; x < 200; ++x)
+                differing += fast.GetPixel(x, y) != slow.GetPixel(x, y);
+        EXPECT_EQ(0, differing) << c.text;
+        // Nothing beside the row: every coloured pixel lies inside it.
+        EXPECT_EQ(row.GetWidth() * row.GetHeight() - CountColor(fast, row, kWhite),
+                  CountNotWhite(fast))
+            << c.text;
+    }
+}
+
 // A window that paints a box with whatever the device holds.
 class BoxWindow : public BCMainWindow {
   public:
