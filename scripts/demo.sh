@@ -19,9 +19,9 @@ wait_for() { # a mark the sample leaves, at most 30 s
   for _ in $(seq 1 300); do [ -e "$1" ] && return 0; sleep 0.1; done
   return 1
 }
-shoot() {
+shoot() { # name [crop geometry]
   sleep 0.5
-  import -window root -crop 600x460+20+20 "$root/build/$1" && echo "screenshot: build/$1"
+  import -window root -crop "${2:-600x460+20+20}" "$root/build/$1" && echo "screenshot: build/$1"
 }
 rm -f guidemo.dialog guidemo.done
 "$root/cmake/wine-run.sh" bin/guidemo.exe --demo 2 &
@@ -33,6 +33,6 @@ wait "$sample"
 rm -f editdemo.typed editdemo.done
 "$root/cmake/wine-run.sh" bin/editdemo.exe --demo 2 &
 sample=$!
-wait_for editdemo.typed && shoot editdemo-typing.png
-wait_for editdemo.done && shoot editdemo.png
+wait_for editdemo.typed && shoot editdemo-typing.png 620x490+20+20
+wait_for editdemo.done && shoot editdemo.png 620x490+20+20
 wait "$sample"
