@@ -564,27 +564,24 @@ bool BCDisplayDevice::PlainBackground(unsigned long& rgb) const {
 
 int BCDisplayDevice::PosStrInRow(const BCPosition& pos, const char* text, int length,
                                  const BCRectangle& row) {
-    if (!text)
-        return 0;
     BCDCScope scope(this);
-    if (!scope.dc())
+    if (!text || !scope.dc())
         return 0;
-    if (length < 0)
-        length = lstrlenA(text);
-    FollowFont();
+    const int n = length < 0 ? lstrlenA(text) : length;
     unsigned long plain = 0;
-    bool tabs = std::find(text, text + length, '\t') != text + length;
-    if (tabs || !PlainBackground(plain) || plain != crBack.GetCOLORREF()) {
+    if (std::find(text, text + n, '\t') != text + n || !PlainBackground(plain) ||
+        plain != crBack.GetCOLORREF()) {
         Clear(row);
-        return PosStr(pos, text, length);
+        return PosStr(pos, text, n);
     }
     // The opaque rectangle paints the row in the back colour, exactly what the clear would.
+    FollowFont();
     RECT rect;
     row.ToRECT(&rect);
     SIZE extent = {};
-    GetTextExtentPoint32A(scope.dc(), text, length, &extent);
+    GetTextExtentPoint32A(scope.dc(), text, n, &extent);
     if (!ExtTextOutA(scope.dc(), pos.GetX(), pos.GetY(), ETO_OPAQUE, &rect, text,
-                     static_cast<UINT>(length), nullptr))
+                     static_cast<UINT>(n), nullptr))
         BCTraceFailure("ExtTextOutA");
     return MoveTo(BCPosition(static_cast<short>(pos.GetX() + extent.cx), pos.GetY()));
 }
