@@ -127,6 +127,56 @@ TEST_F(Edit, DisplayOnlyKeysScrollThePageWithoutCaretOrChange) {
     EXPECT_EQ(0u, e.GetPageTop());
 }
 
+// The client area's pixels, read back from the screen.
+std::vector<COLORREF> Shown(HWND h) {
+    RECT r;
+    GetClientRect(h, &r);
+    HDC screen = GetDC(h), copy = CreateCompatibleDC(screen);
+    HBITMAP bits = CreateCompatibleBitmap(screen, r.right, r.bottom);
+    HGDIOBJ old = SelectObject(copy, bits);
+    BitBlt(copy, 0, 0, r.right, r.bottom, screen, 0, 0, SRCCOPY);
+    std::vector<COLORREF> pixels;
+    for (int y = 0; y < r.bottom; y += 2)
+        for (int x = 0; x < r.right; x += 2)
+            pixels.push_back(GetPixel(copy, x, y));
+    SelectObject(copy, old);
+    DeleteObject(bits);
+    DeleteDC(copy);
+    ReleaseDC(h, screen);
+    return pixels;
+}
+
+// Scrolling moves the lines still shown with the window's bits and paints only the uncovered
+// ones: the result must look exactly like a repaint of the whole page.
+TEST_F(Edit, AScrolledPageLooksLikeTheWholePageRepainted) {
+    std::string text = Lines(100);
+    BCTextEdit& e = Make(text.c_str(), 2); // no caret to blink into the pictures
+    RECT client;
+    GetClientRect(H(), &client);
+    // Every line that fits below the top margin is on the page.
+    EXPECT_EQ((client.bottom - e.GetTextRect().GetTop()) / e.GetChrHeight('H'),
+              e.GetText()->GetNumLines(e.GetPageTop(), e.GetPageEnd()));
+    for (auto [message, code] : {std::pair<UINT, int>{WM_VSCROLL, SB_THUMBPOSITION},
+                                 {WM_VSCROLL, SB_LINEDOWN},
+                                 {WM_VSCROLL, SB_LINEDOWN},
+                                 {WM_VSCROLL, SB_LINEUP},
+                                 {WM_KEYDOWN, VK_DOWN},
+                                 {WM_VSCROLL, SB_PAGEDOWN},
+                                 {WM_VSCROLL, SB_PAGEUP}}) {
+        if (message == WM_VSCROLL && code == SB_THUMBPOSITION)
+            SetScrollPos(H(), SB_VERT, 3, FALSE);
+        if (message == WM_KEYDOWN)
+            Key(static_cast<UINT>(code));
+        else
+            SendMessageA(H(), message, MAKEWPARAM(code, 0), 0);
+        UpdateWindow(H());
+        std::vector<COLORREF> scrolled = Shown(H());
+        InvalidateRect(H(), nullptr, TRUE);
+        UpdateWindow(H());
+        EXPECT_TRUE(scrolled == Shown(H())) << "scroll " << code << " to line " << e.GetFirstLine();
+    }
+}
+
 TEST_F(Edit, MouseSelectsByPointLineAndWordUnlessForbidden) {
     BCTextEdit& e = Make("alpha beta\r\ngamma");
     POINT b = At(7);
@@ -386,6 +436,8 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     for (auto [type, x] : {std::pair<int, int>{SB_LINELEFT, 0},
                            {SB_PAGERIGHT, 8 * unit},
                            {SB_LINELEFT, 7 * unit},
+                           {SB_PAGERIGHT, 15 * unit},
+                           {SB_PAGELEFT, 7 * unit},
                            {SB_TOP, 0}}) {
         SendMessageA(H(), WM_HSCROLL, MAKEWPARAM(type, 0), 0);
         EXPECT_EQ(x, e.GetOrigin().GetX());
