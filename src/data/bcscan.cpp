@@ -1,5 +1,7 @@
 #include "bcscan.h"
 
+#include <cstdint>
+
 #if defined(__i386__) || defined(__x86_64__)
 #define BC_SCAN_SSE2 1
 #include <cpuid.h>
@@ -98,11 +100,20 @@ BC_SSE2 std::size_t CountSse2(const unsigned char* p, std::size_t n, unsigned ch
     return total + CountPlain(p + i, n - i, c);
 }
 
+// Reads whole aligned groups after a plain head: an aligned group never crosses a page, so a
+// terminator may be looked for with a bound beyond the buffer.
 BC_SSE2 const unsigned char* FindSse2(const unsigned char* p, std::size_t n, unsigned char c) {
+    std::size_t head = (16 - (reinterpret_cast<std::uintptr_t>(p) & 15u)) & 15u;
+    if (head > n)
+        head = n;
+    if (const unsigned char* hit = FindPlain(p, head, c))
+        return hit;
     const __m128i needle = Needle(c);
-    std::size_t i = 0;
+    std::size_t i = head;
     for (; n - i >= 16; i += 16) {
-        if (unsigned int mask = Matches(p + i, needle))
+        __m128i group = _mm_load_si128(reinterpret_cast<const __m128i*>(p + i));
+        if (unsigned int mask =
+                static_cast<unsigned int>(_mm_movemask_epi8(_mm_cmpeq_epi8(group, needle))))
             return p + i + __builtin_ctz(mask);
     }
     return FindPlain(p + i, n - i, c);

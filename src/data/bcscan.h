@@ -7,7 +7,8 @@ namespace bcscan {
 
 // Occurrences of `c` in the `n` bytes at `p`.
 std::size_t Count(const unsigned char* p, std::size_t n, unsigned char c);
-// First occurrence of `c`, or null.
+// First occurrence of `c`, or null. Reads never cross into a page past the one holding the
+// occurrence, so a terminator that is known to be there may be looked for with a larger bound.
 const unsigned char* Find(const unsigned char* p, std::size_t n, unsigned char c);
 // First byte that is `a` or `b`, or null.
 const unsigned char* FindEither(const unsigned char* p, std::size_t n, unsigned char a,

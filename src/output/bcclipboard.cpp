@@ -8,14 +8,11 @@
 #include <algorithm>
 #include <climits>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <new>
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 #include "bcids2.h"
 #include "bcplatform.h"
+#include "data/bcscan.h"
 
 namespace {
 // Movable and shareable between processes, as the clipboard wants its blocks.
@@ -52,27 +49,12 @@ unsigned int LibraryFormat(UINT system) {
     return system;
 }
 
-// Offset of the first NUL in text[0, limit), or limit. Whole aligned 16-byte groups are read
-// at once (an aligned group never crosses a page, so an unbounded scan stays safe); the
-// runtime's byte-at-a-time scans would make a large text cost many copies.
+// Offset of the first NUL in text[0, limit), or limit: the library's vectorised scan, since the
+// runtime's byte-at-a-time one would make a large text cost many copies.
 size_t FindNul(const char* text, size_t limit) {
-    size_t i = 0;
-#if defined(__SSE2__)
-    for (; i < limit && (reinterpret_cast<uintptr_t>(text + i) & 15u); ++i) {
-        if (text[i] == '\0')
-            return i;
-    }
-    const __m128i zero = _mm_setzero_si128();
-    for (; limit - i >= 16; i += 16) {
-        __m128i group = _mm_load_si128(reinterpret_cast<const __m128i*>(text + i));
-        int hits = _mm_movemask_epi8(_mm_cmpeq_epi8(group, zero));
-        if (hits)
-            return i + static_cast<size_t>(__builtin_ctz(static_cast<unsigned int>(hits)));
-    }
-#endif
-    for (; i < limit && text[i] != '\0'; ++i) {
-    }
-    return i;
+    const unsigned char* bytes = reinterpret_cast<const unsigned char*>(text);
+    const unsigned char* nul = bcscan::Find(bytes, limit, 0);
+    return nul ? static_cast<size_t>(nul - bytes) : limit;
 }
 
 // Another program (a clipboard manager most often) opens the clipboard for a moment after
