@@ -38,6 +38,16 @@ char* CopyString(const char* text, bool& ok) {
     return copy;
 }
 
+// Puts a copy of `text` in place of `field`; 0 when the copy could not be made (the field is
+// then null).
+int ReplaceString(char*& field, const char* text) {
+    bool ok;
+    char* copy = CopyString(text, ok);
+    delete[] field;
+    field = copy;
+    return ok ? 1 : 0;
+}
+
 // The save-changes question in this library's words. A stale error flag is cleared first so
 // that only this formatting is judged; false when the text could not be built (the flag is
 // cleared again: the failure is reported by the result).
@@ -123,19 +133,11 @@ BCRenderableData* BCFileData::Dup() {
 }
 
 int BCFileData::SetFileName(const char* fileName) {
-    bool ok;
-    char* copy = CopyString(fileName, ok);
-    delete[] caFileName;
-    caFileName = copy;
-    return ok ? 1 : 0;
+    return ReplaceString(caFileName, fileName);
 }
 
 int BCFileData::SetFileExt(const char* fileExt) {
-    bool ok;
-    char* copy = CopyString(fileExt, ok);
-    delete[] caFileExt;
-    caFileExt = copy;
-    return ok ? 1 : 0;
+    return ReplaceString(caFileExt, fileExt);
 }
 
 void BCFileData::Notify(unsigned int code) {
