@@ -76,7 +76,9 @@ TEST(DependentDataTest, CodesComeAfterChangesAndBeforeClearing) {
     ASSERT_EQ(1, list.InsertUpdater(new Probe(&list, &log, 'p'), 1));
     BCDependentData data(new BCText(Str("abc"), 0), BC_FLAG_NOTIFY, &list);
     EXPECT_TRUE(data.GetObjectType() == 151u && data.SetData(Str("hello"), 6, gText) == 6u);
+    data.SetModified(0);
     delete data.SetObject(new BCText(Str("ab"), 0)); // the caller owns the old object
+    EXPECT_TRUE(data.IsModified());
     EXPECT_EQ(1, data.Clear(1));
     EXPECT_FALSE(data.GetFlags() & BC_FLAG_NOTIFYING);
     // Without the notify flag nobody hears of a change; without a wrapped object the

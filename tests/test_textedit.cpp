@@ -175,6 +175,18 @@ TEST_F(Edit, AScrolledPageLooksLikeTheWholePageRepainted) {
         UpdateWindow(H());
         EXPECT_TRUE(scrolled == Shown(H())) << "scroll " << code << " to line " << e.GetFirstLine();
     }
+    // A repaint without the system's erase clears what lies below the last line itself.
+    e.SetText("short");
+    HDC dc = GetDC(H());
+    RECT below = {0, client.bottom / 2, client.right, client.bottom};
+    FillRect(dc, &below, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    ReleaseDC(H(), dc);
+    InvalidateRect(H(), nullptr, FALSE);
+    UpdateWindow(H());
+    std::vector<COLORREF> unerased = Shown(H());
+    InvalidateRect(H(), nullptr, TRUE);
+    UpdateWindow(H());
+    EXPECT_TRUE(unerased == Shown(H()));
 }
 
 TEST_F(Edit, MouseSelectsByPointLineAndWordUnlessForbidden) {
@@ -393,6 +405,10 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     EXPECT_EQ(0u, e.GetFirstLine());
     Key(VK_NEXT); // off the page: the caret's line shows at the bottom
     EXPECT_EQ(2 * page - shown + 1, e.GetFirstLine());
+    e.SetTextPos(e.GetText()->GetLineOfs(2), 0);
+    Key(VK_DOWN, true); // the caret, now above the page, goes one line up
+    EXPECT_EQ(3u, e.GetFirstLine());
+    EXPECT_EQ(e.GetText()->GetLineOfs(1), e.GetCaretOfs());
     e.SetTextPos(e.GetText()->GetLineOfs(1), 0);
     EXPECT_EQ(1u, e.GetFirstLine());
     Key(VK_DOWN, true); // the caret above the page goes further up
