@@ -98,10 +98,6 @@ class EditorWindow : public BCMainWindow {
     }
 
   private:
-    void Key(UINT key) {
-        SendMessageA(editor->GetHandle(), WM_KEYDOWN, key, 1);
-        SendMessageA(editor->GetHandle(), WM_KEYUP, key, 0xC0000001);
-    }
     void Type(const char* text) {
         for (; *text; ++text)
             SendMessageA(editor->GetHandle(), WM_CHAR, static_cast<unsigned char>(*text), 1);
