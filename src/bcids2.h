@@ -78,3 +78,19 @@ constexpr unsigned int kCmdFindNext = 121;
 constexpr unsigned int kCmdReplace = 122;
 } // namespace bcids
 // ---- end of text editor ----
+
+// ---- controls ----
+namespace bcids {} // namespace bcids
+// ---- end of controls ----
+
+// ---- find, replace, string and message dialogs ----
+namespace bcids {} // namespace bcids
+// ---- end of find, replace, string and message dialogs ----
+
+// ---- MDI windows and fonts ----
+namespace bcids {} // namespace bcids
+// ---- end of MDI windows and fonts ----
+
+// ---- printer ----
+namespace bcids {} // namespace bcids
+// ---- end of printer ----
