@@ -22,3 +22,5 @@
 #include "bcgfxlist.h"
 #include "bctextedit.h"
 #include "bcclipboard.h"
+#include "bcmdi.h"
+#include "bcfontinfo.h"

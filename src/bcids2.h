@@ -88,7 +88,30 @@ namespace bcids {} // namespace bcids
 // ---- end of find, replace, string and message dialogs ----
 
 // ---- MDI windows and fonts ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+constexpr unsigned int kTypeFontInfo = 107;
+constexpr unsigned int kTypeMDIFrameWindow = 108;
+constexpr unsigned int kTypeMDIClientWindow = 109;
+constexpr unsigned int kTypeMDIChildWindow = 110;
+constexpr unsigned int kTypeFontObject = 15; // the base module's font
+constexpr unsigned int kTypeMenuObject = 17; // the base module's menu
+constexpr unsigned int kMsgFontNotInList = 10078;
+constexpr unsigned int kMsgCannotCreateMDIChild = 10080;
+constexpr unsigned int kMsgCannotCreateMDIClient = 10081;
+constexpr unsigned int kMDIClientID = 43981;
+constexpr unsigned int kMDIFirstChildID = 310;
+constexpr unsigned int kCmdFontLight = 141;
+constexpr unsigned int kCmdFontNormal = 142;
+constexpr unsigned int kCmdFontBold = 143;
+constexpr unsigned int kCmdFontItalic = 144;
+constexpr unsigned int kCmdFontUnderline = 145;
+constexpr unsigned int kCmdFontStrikeOut = 146;
+constexpr unsigned int kCmdFontReservedLast = 153;
+constexpr unsigned int kCmdFontFaceFirst = 161;
+constexpr unsigned int kCmdFontFaceLast = 179;
+constexpr unsigned int kCmdFontSizeFirst = 200;
+constexpr unsigned int kCmdFontSizeLast = 233;
+} // namespace bcids
 // ---- end of MDI windows and fonts ----
 
 // ---- printer ----

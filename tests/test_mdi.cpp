@@ -1,0 +1,362 @@
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "guidriver.h"
+#include "msgrecorder.h"
+#include "norlib2.h"
+
+namespace {
+
+BCApplication& App() {
+    // The face the font menus fall back on is Wine's own, which a bare prefix does not list.
+    // Two sets of a bitmap face for two character sets list each of its sizes twice.
+    static const int added = [] {
+        int n = 0;
+        for (const char* file : {"vgasys.fon", "coure.fon", "coue1255.fon"})
+            n += AddFontResourceExA((std::string("Z:\\usr\\share\\wine\\fonts\\") + file).c_str(),
+                                    FR_PRIVATE, nullptr);
+        return n;
+    }();
+    EXPECT_EQ(3, added);
+    static BCApplication app;
+    return app;
+}
+
+// A menu bar of popups with the given titles; the window showing it destroys it.
+HMENU MenuBar(std::vector<const char*> titles) {
+    HMENU bar = CreateMenu();
+    for (const char* title : titles)
+        AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(CreatePopupMenu()), title);
+    return bar;
+}
+
+std::string FaultsOf(const MsgRecorder& rec) {
+    std::string all;
+    for (const auto& e : rec.Entries())
+        if (e.kind == BC_MSG_FAULT)
+            all += e.file + ":" + std::to_string(e.line) + " " + e.text + "|";
+    return all;
+}
+
+// Texts of a menu's items with the given ids, "*" after a checked one; "-" for an id it
+// lacks, unless only those present are wanted.
+std::string Items(HMENU menu, unsigned int first, unsigned int last, bool present = false) {
+    std::string all;
+    for (unsigned int id = first; id <= last; ++id) {
+        char text[64] = "-";
+        UINT state = GetMenuState(menu, id, MF_BYCOMMAND);
+        if (present && state == UINT(-1))
+            continue;
+        GetMenuStringA(menu, id, text, sizeof text, MF_BYCOMMAND);
+        all += std::string(text) + (state != UINT(-1) && (state & MF_CHECKED) ? "*|" : "|");
+    }
+    return all;
+}
+
+struct MdiTest : ::testing::Test {
+    MsgRecorder rec;
+    BCMenu bar{MenuBar({"&File", "&Window"})};
+    BCMDIFrameWindow frame{&App()};
+    void SetUp() override {
+        App();
+        frame.SetMenu(&bar);
+        ASSERT_TRUE(frame.Create("frame") && frame.GetClient());
+        frame.Show(SW_SHOW);
+    }
+    HMENU WindowMenu() { return GetSubMenu(GetMenu(frame.GetHandle()), 1); }
+    HWND Client() { return frame.GetClient()->GetHandle(); }
+};
+
+TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
+    char cls[32] = "";
+    GetClassNameA(Client(), cls, sizeof cls);
+    CharUpperA(cls);
+    EXPECT_EQ("MDICLIENT|43981", std::string(cls) + "|" + std::to_string(GetDlgCtrlID(Client())));
+    EXPECT_EQ(frame.GetClient(), App().GetMDIClient());
+    BCMDIChildWindow a(frame.GetClient(), &App()), b(frame.GetClient(), &App());
+    ASSERT_TRUE(a.Create("Alpha") && b.Create("Beta"));
+    EXPECT_EQ(310u + 311u * 1000, a.GetID() + b.GetID() * 1000);
+    EXPECT_EQ(Client(), GetParent(b.GetHandle()));
+    std::string listed = Items(WindowMenu(), 310, 311);
+    EXPECT_NE(std::string::npos, listed.find("Alpha")) << listed;
+    EXPECT_NE(std::string::npos, listed.find("Beta*")) << listed; // the active one
+    EXPECT_EQ(&b, frame.GetActiveChild());
+
+    a.BringToFront();
+    EXPECT_EQ(&a, frame.GetActiveChild());
+    // Told that b loses and a gains: a, not b, is active; b's own notice changes nothing.
+    SendMessageA(b.GetHandle(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(b.GetHandle()),
+                 reinterpret_cast<LPARAM>(a.GetHandle()));
+    EXPECT_EQ(&a, frame.GetActiveChild());
+
+    a.Maximize();
+    EXPECT_TRUE(IsZoomed(a.GetHandle()));
+    a.Restore();
+    EXPECT_FALSE(IsZoomed(a.GetHandle()));
+
+    EXPECT_EQ(1, b.Destroy());
+    EXPECT_FALSE(b.HandleCheck());
+    EXPECT_EQ(0, b.Destroy());
+    EXPECT_EQ("-|", Items(WindowMenu(), 311, 311));
+    EXPECT_EQ(&a, frame.GetActiveChild());
+    EXPECT_EQ(1, a.Destroy());
+    EXPECT_EQ(nullptr, frame.GetActiveChild());
+
+    // An active document object that goes leaves no pointer behind.
+    auto c = std::make_unique<BCMDIChildWindow>(frame.GetClient(), &App());
+    ASSERT_TRUE(c->Create("Gamma"));
+    EXPECT_EQ(c.get(), frame.GetActiveChild());
+    c.reset();
+    EXPECT_EQ(nullptr, frame.GetActiveChild());
+    EXPECT_EQ(0, a.Maximize() + a.Restore() + a.BringToFront());
+    EXPECT_EQ("", FaultsOf(rec));
+}
+
+TEST_F(MdiTest, ArrangingCyclingAndClosingAll) {
+    std::vector<std::unique_ptr<BCMDIChildWindow>> kids;
+    for (int i = 0; i < 3; ++i) {
+        kids.push_back(std::make_unique<BCMDIChildWindow>(frame.GetClient(), &App()));
+        ASSERT_TRUE(kids.back()->Create("doc"));
+    }
+    auto rectOf = [](BCMDIChildWindow& w) { return w.GetWindowRect(); };
+    ASSERT_TRUE(frame.Tile());
+    Input::Pump();
+    BCRectangle r0 = rectOf(*kids[0]), r1 = rectOf(*kids[1]);
+    EXPECT_TRUE(r0.GetTop() != r1.GetTop() || r0.GetLeft() != r1.GetLeft());
+    RECT i, a, b;
+    r0.ToRECT(&a);
+    r1.ToRECT(&b);
+    EXPECT_FALSE(IntersectRect(&i, &a, &b)); // tiles do not overlap
+    ASSERT_TRUE(frame.Cascade());
+    Input::Pump();
+    rectOf(*kids[0]).ToRECT(&a);
+    rectOf(*kids[1]).ToRECT(&b);
+    EXPECT_TRUE(IntersectRect(&i, &a, &b) && a.left != b.left);
+    EXPECT_TRUE(frame.ArrangeIcons());
+    BCMDIChildWindow* before = frame.GetActiveChild();
+    ASSERT_TRUE(frame.Next());
+    Input::Pump();
+    EXPECT_TRUE(frame.GetActiveChild() && frame.GetActiveChild() != before);
+
+    EXPECT_EQ(1, frame.CloseAll());
+    for (auto& kid : kids)
+        EXPECT_FALSE(kid->HandleCheck());
+    EXPECT_EQ(nullptr, frame.GetActiveChild());
+}
+
+TEST_F(MdiTest, MenusAreSwappedOnlyForMenusWithAWindowMenu) {
+    BCMenu other(MenuBar({"&Edit", "&Window"})), plain(MenuBar({"&Edit"}));
+    BCMDIChildWindow doc(frame.GetClient(), &App());
+    ASSERT_TRUE(doc.Create("doc"));
+    doc.SetFrameMenu(&other);
+    EXPECT_TRUE(doc.GetMenu() == &other && doc.GetFrameMenu() == &other);
+    EXPECT_EQ(other.GetHandle(), GetMenu(frame.GetHandle()));
+    EXPECT_EQ(&other, frame.SetMenu(&plain));
+    EXPECT_EQ("MDIFRM:110 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ(other.GetHandle(), GetMenu(frame.GetHandle()));
+    EXPECT_EQ(&other, frame.SetMenu(&bar));
+    EXPECT_EQ(bar.GetHandle(), GetMenu(frame.GetHandle()));
+    EXPECT_EQ(&bar, frame.SetMenu(nullptr));
+    EXPECT_TRUE(GetMenu(frame.GetHandle()) == nullptr && frame.GetMenu() == nullptr);
+    frame.SetMenu(&bar);
+}
+
+TEST(MdiBadInput, MissingMenusClientsAndWindowsAreReported) {
+    MsgRecorder rec;
+    BCMDIFrameWindow bare(&App()), noWindowMenu(&App());
+    BCMenu plain(MenuBar({"&File"}));
+    noWindowMenu.SetMenu(&plain);
+    ASSERT_TRUE(bare.Create("bare") && noWindowMenu.Create("plain"));
+    EXPECT_TRUE(bare.GetClient() == nullptr && noWindowMenu.GetClient() == nullptr);
+    EXPECT_EQ("MDIFRM:63 Assertion failure|MDIFRM:65 Assertion failure|", FaultsOf(rec));
+
+    rec.Clear();
+    BCMDIFrameWindow unmade(&App());
+    EXPECT_EQ(0, unmade.Cascade() + unmade.Tile() + unmade.ArrangeIcons() + unmade.Next() +
+                     unmade.CloseAll());
+    EXPECT_EQ("MDIFRM:135 Assertion failure|MDIFRM:144 Assertion failure|MDIFRM:153 Assertion "
+              "failure|MDIFRM:162 Assertion failure|",
+              FaultsOf(rec));
+
+    rec.Clear();
+    BCMDIClientWindow noMenu(&unmade, nullptr, 0, &App());
+    EXPECT_EQ("MDICLNT:38 Null pointer:  opSubMenu|MDICLNT:39 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ(0, noMenu.Create("")); // its frame has no window
+    BCMDIChildWindow orphan(nullptr, &App()), unplaced(&noMenu, &App());
+    EXPECT_EQ(0, orphan.Create("x") + unplaced.Create("y") + orphan.Destroy());
+    EXPECT_EQ((std::vector<unsigned int>{10081, 10080, 10080}), rec.NumberedIds());
+}
+
+TEST(MdiBadInput, FramesAndDocumentsLeaveNoGdiObjects) {
+    MsgRecorder rec;
+    const unsigned long before = BCGetGdiObjectCount();
+    for (int round = 0; round < 3; ++round) {
+        BCMenu bar(MenuBar({"&Window"}));
+        auto frame = std::make_unique<BCMDIFrameWindow>(&App());
+        frame->SetMenu(&bar);
+        ASSERT_TRUE(frame->Create("f"));
+        BCMDIChildWindow doc(frame->GetClient(), &App());
+        ASSERT_TRUE(doc.Create("d"));
+        doc.Maximize();
+        frame.reset(); // the document's window goes with the frame
+        EXPECT_FALSE(doc.HandleCheck());
+    }
+    EXPECT_EQ(before, BCGetGdiObjectCount());
+}
+
+// ---- font information and font menus ----
+
+TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
+    MsgRecorder rec;
+    BCFontList* faces = App().GetModule()->GetFontList();
+    BCFont font(nullptr, App().GetModule(), faces);
+    font.SetPointSize(20);
+    BCMemoryDevice dev(40, 40);
+    dev.SetFont(&font);
+    BCFontInfo info(&dev);
+    TEXTMETRICA tm = {};
+    ASSERT_TRUE(dev.SelectDC());
+    GetTextMetricsA(static_cast<HDC>(dev.GetDC()), &tm);
+    dev.ReleaseDC();
+    dev.SetFont(nullptr);
+    EXPECT_EQ(0, memcmp(&tm, &info.GetMetrics(), sizeof tm));
+    EXPECT_GT(tm.tmHeight, 20);
+    EXPECT_EQ(107u, info.GetObjectType());
+    info.Display(nullptr);
+    char expected[300];
+    snprintf(expected, sizeof expected,
+             "tmHeight=%d,\ntmAscent=%d,\ntmDescent=%d,\ntmInternalLeading=%d,\n"
+             "tmExternalLeading=%d,\ntmAveCharWidth=%d,\ntmMaxCharWidth=%d,\n",
+             int(tm.tmHeight), int(tm.tmAscent), int(tm.tmDescent), int(tm.tmInternalLeading),
+             int(tm.tmExternalLeading), int(tm.tmAveCharWidth), int(tm.tmMaxCharWidth));
+    EXPECT_EQ(expected, rec.Last().text);
+
+    rec.Clear();
+    BCMainWindow unmade(&App());
+    BCFontInfo none(nullptr), noContext(&unmade);
+    EXPECT_EQ("FONTINFO:24 Null pointer:  opDev|FONTINFO:25 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ(0, none.GetMetrics().tmHeight + noContext.GetMetrics().tmHeight);
+}
+
+struct FontMenuTest : ::testing::Test {
+    MsgRecorder rec;
+    BCMenu bar{MenuBar({"Face", "Size", "Format"})};
+    BCMainWindow w{&App()};
+    BCFontList* faces = App().GetModule()->GetFontList();
+    void SetUp() override {
+        for (unsigned int i = 0; i < 6; ++i)
+            AppendMenuA(Sub(2), MF_STRING, 141 + i, std::string(1, "LNBIUS"[i]).c_str());
+        ASSERT_TRUE(w.Create("fonts"));
+    }
+    HMENU Sub(int pos) { return GetSubMenu(bar.GetHandle(), pos); }
+    std::string Font() {
+        BCFont* f = w.GetFont();
+        return f ? std::string(f->GetFontName()) + " " + std::to_string(f->GetPointSize()) : "-";
+    }
+    // The index of the first face that takes any size.
+    unsigned int ScalableFace() {
+        unsigned int index = 0;
+        for (int more = faces->Home(); more; more = faces->Next(), ++index) {
+            BCFontList sizes(&w, faces->GetFontName());
+            if (sizes.End() && sizes.GetFontPoints(&w) == 72)
+                return index;
+        }
+        return 0;
+    }
+};
+
+TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
+    const int n = static_cast<int>(faces->GetCount());
+    ASSERT_TRUE(faces->HasFace("System"));
+    BCFont unknown("No Such Face At All", App().GetModule(), faces);
+    const unsigned long gdiBefore = BCGetGdiObjectCount();
+    w.SetFont(&unknown); // a face the list lacks gives way to "System"
+    EXPECT_EQ(1, BCInitFontMenu(&w, &bar, 0));
+    EXPECT_EQ("System 10", Font());
+    ASSERT_EQ(n, GetMenuItemCount(Sub(0)));
+    std::string listed, expected;
+    int index = 0;
+    for (int more = faces->Home(); more; more = faces->Next(), ++index) {
+        expected += std::string(faces->GetFontName()) +
+                    (lstrcmpiA(faces->GetFontName(), "System") ? "|" : "*|");
+        listed += Items(Sub(0), 161 + index, 161 + index);
+    }
+    EXPECT_EQ(expected, listed);
+    // Again: faces past the last face id are not taken out.
+    BCInitFontMenu(&w, &bar, 0);
+    EXPECT_EQ(n + (n > 19 ? n - 19 : 0), GetMenuItemCount(Sub(0)));
+
+    ASSERT_EQ(1, BCInitSizeMenu(&w, &bar, 1));
+    EXPECT_EQ("10*|", Items(Sub(1), 200, 299, true));
+    // A face listing each size twice shows it once.
+    ASSERT_TRUE(faces->Find(const_cast<char*>("Courier")));
+    ASSERT_EQ(2u, BCFontList(&w, "Courier").GetCount());
+    EXPECT_EQ(1, BCSelectFont(&w, &bar, 161 + static_cast<unsigned int>(faces->GetCrntInd())));
+    EXPECT_EQ("Courier 10", Font());
+    EXPECT_EQ("10*|", Items(Sub(1), 200, 299, true));
+    const unsigned int scalable = ScalableFace();
+    ASSERT_EQ(1, BCFontMenuCommand(&w, &bar, 161 + scalable));
+    ASSERT_TRUE(faces->GoToIndex(scalable));
+    const std::string face = faces->GetFontName();
+    EXPECT_EQ(face, w.GetFont()->GetFontName());
+    EXPECT_EQ(face + "*|", Items(Sub(0), 161 + scalable, 161 + scalable));
+    // Only the faces with commands lose their check.
+    const std::string withIds = Items(Sub(0), 161, 179);
+    EXPECT_EQ(1, std::count(withIds.begin(), withIds.end(), '*')) << withIds;
+    // The sizes of a scalable face: the usual ones, those past 33 points without a command.
+    EXPECT_EQ(1, BCFontMenuCommand(&w, &bar, 210));
+    EXPECT_EQ(face + " 10", Font());
+    EXPECT_EQ("8|9|10*|11|12|14|16|18|20|22|24|26|28|", Items(Sub(1), 208, 228, true));
+    EXPECT_EQ("36|48|72|", Items(Sub(1), 236, 272, true));
+    EXPECT_EQ(1, BCFontMenuCommand(&w, &bar, 213)); // the next listed size
+    EXPECT_EQ(face + " 14", Font());
+    EXPECT_EQ("12|14*|", Items(Sub(1), 212, 214, true));
+    EXPECT_EQ(0, BCFontMenuCommand(&w, &bar, 236));
+    EXPECT_EQ(0, BCSelectSize(&w, &bar, 273)); // above every size: nothing changes
+    EXPECT_EQ(face + " 14", Font());
+    EXPECT_EQ(1, BCSelectSize(&w, &bar, 236));
+    EXPECT_EQ(face + " 36", Font());
+    EXPECT_EQ("14|16|18|20|22|24|26|28|36*|", Items(Sub(1), 214, 236, true));
+
+    // A face the list no longer holds: message 10078, and the window is left without font.
+    BCFont* font = w.GetFont();
+    EXPECT_EQ(0, BCSelectFont(&w, &bar, 161 + n));
+    EXPECT_EQ((std::vector<unsigned int>{10028, 10078}), rec.NumberedIds());
+    EXPECT_EQ(nullptr, w.GetFont());
+    delete font; // made by the menu functions: the caller's
+    EXPECT_EQ(gdiBefore, BCGetGdiObjectCount());
+}
+
+TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
+    BCFont font(nullptr, App().GetModule(), faces);
+    w.SetFont(&font);
+    BCInitFormatMenu(&w, &bar);
+    EXPECT_EQ("L|N*|B|I|U|S|", Items(Sub(2), 141, 146));
+    const std::pair<unsigned int, const char*> steps[] = {
+        {143, "L|N|B*|I|U|S|"},    {144, "L|N|B*|I*|U|S|"},   {145, "L|N|B*|I*|U*|S|"},
+        {146, "L|N|B*|I*|U*|S*|"}, {141, "L*|N|B|I*|U*|S*|"}, {147, "L*|N|B|I*|U*|S*|"},
+        {153, "L*|N|B|I*|U*|S*|"}, {144, "L*|N|B|I|U*|S*|"},  {142, "L|N*|B|I|U|S|"}};
+    for (const auto& [id, checks] : steps) {
+        EXPECT_EQ(1, BCFontMenuCommand(&w, &bar, id)) << id;
+        EXPECT_EQ(checks, Items(Sub(2), 141, 146)) << id;
+    }
+    EXPECT_TRUE(font.IsNormal() && w.GetFont() == &font);
+    for (unsigned int id : {140u, 154u, 160u, 180u, 199u, 234u, 310u})
+        EXPECT_EQ(0, BCFontMenuCommand(&w, &bar, id)) << id;
+    EXPECT_EQ(&font, w.GetFont());
+
+    // The size menu needs a font and a submenu.
+    EXPECT_EQ(0, BCInitSizeMenu(&w, &bar, 5));
+    w.SetFont(nullptr);
+    EXPECT_EQ(0, BCInitSizeMenu(&w, &bar, 1));
+    EXPECT_EQ("FONTMENU:81 Null pointer:  opSizeMenu|FONTMENU:80 Null pointer:  opFont|",
+              FaultsOf(rec));
+}
+
+} // namespace
