@@ -115,6 +115,16 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     c.reset();
     EXPECT_EQ(nullptr, frame.GetActiveChild());
     EXPECT_EQ(0, a.Maximize() + a.Restore() + a.BringToFront());
+    // A placed document: its top counts from the bottom unless the window is top-down.
+    for (int topDown : {1, 0}) {
+        BCMDIChildWindow placed(frame.GetClient(), &App());
+        placed.SetWindowRect(BCRectangle(10, 20, 110, 70));
+        placed.SetDeviceFlags(BC_DEV_TOP_DOWN, topDown);
+        ASSERT_TRUE(placed.Create("placed"));
+        const int height = frame.GetClient()->GetClientRect().GetHeight();
+        EXPECT_EQ(topDown ? 20 : height - 20, placed.GetWindowRect().GetTop());
+        EXPECT_EQ(10, placed.GetWindowRect().GetLeft());
+    }
     EXPECT_EQ("", FaultsOf(rec));
 }
 
@@ -124,20 +134,18 @@ TEST_F(MdiTest, ArrangingCyclingAndClosingAll) {
         kids.push_back(std::make_unique<BCMDIChildWindow>(frame.GetClient(), &App()));
         ASSERT_TRUE(kids.back()->Create("doc"));
     }
-    auto rectOf = [](BCMDIChildWindow& w) { return w.GetWindowRect(); };
+    auto overlap = [&](int x, int y) {
+        RECT i, a, b;
+        kids[x]->GetWindowRect().ToRECT(&a);
+        kids[y]->GetWindowRect().ToRECT(&b);
+        return IntersectRect(&i, &a, &b) != 0;
+    };
     ASSERT_TRUE(frame.Tile());
     Input::Pump();
-    BCRectangle r0 = rectOf(*kids[0]), r1 = rectOf(*kids[1]);
-    EXPECT_TRUE(r0.GetTop() != r1.GetTop() || r0.GetLeft() != r1.GetLeft());
-    RECT i, a, b;
-    r0.ToRECT(&a);
-    r1.ToRECT(&b);
-    EXPECT_FALSE(IntersectRect(&i, &a, &b)); // tiles do not overlap
+    EXPECT_FALSE(overlap(0, 1) || overlap(1, 2) || overlap(0, 2));
     ASSERT_TRUE(frame.Cascade());
     Input::Pump();
-    rectOf(*kids[0]).ToRECT(&a);
-    rectOf(*kids[1]).ToRECT(&b);
-    EXPECT_TRUE(IntersectRect(&i, &a, &b) && a.left != b.left);
+    EXPECT_TRUE(overlap(0, 1) && overlap(1, 2));
     EXPECT_TRUE(frame.ArrangeIcons());
     BCMDIChildWindow* before = frame.GetActiveChild();
     ASSERT_TRUE(frame.Next());
