@@ -7,7 +7,7 @@ root="$(cd "$(dirname "$0")/.." && pwd)"
 cd "$root"
 ./scripts/deps.sh
 cmake --preset x64 >/dev/null
-cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo guidemo editdemo
+cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo guidemo editdemo mdidemo
 export NORLIB_BUILD_DIR="$root/build/x64"
 . "$root/cmake/xvfb.sh"
 norlib_ensure_display
@@ -35,4 +35,11 @@ rm -f editdemo.typed editdemo.done
 sample=$!
 wait_for editdemo.typed && shoot editdemo-typing.png 620x490+20+20
 wait_for editdemo.done && shoot editdemo.png 620x490+20+20
+wait "$sample"
+
+rm -f mdidemo.tile mdidemo.cascade
+"$root/cmake/wine-run.sh" bin/mdidemo.exe --demo 2 &
+sample=$!
+wait_for mdidemo.tile && shoot mdidemo-tile.png 760x540+20+20
+wait_for mdidemo.cascade && shoot mdidemo-cascade.png 760x540+20+20
 wait "$sample"

@@ -349,7 +349,8 @@ TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
     const std::pair<unsigned int, const char*> steps[] = {
         {143, "L|N|B*|I|U|S|"},    {144, "L|N|B*|I*|U|S|"},   {145, "L|N|B*|I*|U*|S|"},
         {146, "L|N|B*|I*|U*|S*|"}, {141, "L*|N|B|I*|U*|S*|"}, {147, "L*|N|B|I*|U*|S*|"},
-        {153, "L*|N|B|I*|U*|S*|"}, {144, "L*|N|B|I|U*|S*|"},  {142, "L|N*|B|I|U|S|"}};
+        {153, "L*|N|B|I*|U*|S*|"}, {144, "L*|N|B|I|U*|S*|"},  {141, "L|N|B|I|U*|S*|"},
+        {142, "L|N*|B|I|U|S|"}};
     for (const auto& [id, checks] : steps) {
         EXPECT_EQ(1, BCFontMenuCommand(&w, &bar, id)) << id;
         EXPECT_EQ(checks, Items(Sub(2), 141, 146)) << id;
@@ -359,7 +360,9 @@ TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
         EXPECT_EQ(0, BCFontMenuCommand(&w, &bar, id)) << id;
     EXPECT_EQ(&font, w.GetFont());
 
-    // The size menu needs a font and a submenu.
+    // The menus need a window, the size menu a font and a submenu.
+    EXPECT_EQ(0, BCInitFontMenu(nullptr, &bar, 0) + BCInitSizeMenu(nullptr, &bar, 1) +
+                     BCSelectFont(nullptr, &bar, 161) + BCSelectSize(nullptr, &bar, 210));
     EXPECT_EQ(0, BCInitSizeMenu(&w, &bar, 5));
     w.SetFont(nullptr);
     EXPECT_EQ(0, BCInitSizeMenu(&w, &bar, 1));
