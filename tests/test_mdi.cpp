@@ -88,8 +88,11 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     EXPECT_NE(std::string::npos, listed.find("Beta*")) << listed; // the active one
     EXPECT_EQ(&b, frame.GetActiveChild());
 
-    a.BringToFront();
+    SendMessageA(frame.GetHandle(), WM_COMMAND, 310, 0); // the Window menu's item
     EXPECT_EQ(&a, frame.GetActiveChild());
+    b.BringToFront();
+    EXPECT_EQ(&b, frame.GetActiveChild());
+    a.BringToFront();
     // Told that b loses and a gains: a, not b, is active; b's own notice changes nothing.
     SendMessageA(b.GetHandle(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(b.GetHandle()),
                  reinterpret_cast<LPARAM>(a.GetHandle()));
@@ -249,6 +252,8 @@ TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     BCMainWindow unmade(&App());
     BCFontInfo none(nullptr), noContext(&unmade);
     EXPECT_EQ("FONTINFO:24 Null pointer:  opDev|FONTINFO:25 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ(0, unmade.ReleaseDC()); // unpaired: the failed select was given back
+    EXPECT_EQ(std::vector<unsigned int>{10023}, rec.NumberedIds());
     EXPECT_EQ(0, none.GetMetrics().tmHeight + noContext.GetMetrics().tmHeight);
 }
 
@@ -308,15 +313,17 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     EXPECT_EQ(1, BCSelectFont(&w, &bar, 161 + static_cast<unsigned int>(faces->GetCrntInd())));
     EXPECT_EQ("Courier 10", Font());
     EXPECT_EQ("10*|", Items(Sub(1), 200, 299, true));
+    // Choosing a face clears the other checks of the face ids only.
+    for (int i = 0; i < n; ++i)
+        CheckMenuItem(Sub(0), i, MF_BYPOSITION | MF_CHECKED);
     const unsigned int scalable = ScalableFace();
     ASSERT_EQ(1, BCFontMenuCommand(&w, &bar, 161 + scalable));
     ASSERT_TRUE(faces->GoToIndex(scalable));
     const std::string face = faces->GetFontName();
     EXPECT_EQ(face, w.GetFont()->GetFontName());
     EXPECT_EQ(face + "*|", Items(Sub(0), 161 + scalable, 161 + scalable));
-    // Only the faces with commands lose their check.
-    const std::string withIds = Items(Sub(0), 161, 179);
-    EXPECT_EQ(1, std::count(withIds.begin(), withIds.end(), '*')) << withIds;
+    const std::string all = Items(Sub(0), 161, 160 + n);
+    EXPECT_EQ(std::max(1, n - 19), std::count(all.begin(), all.end(), '*')) << all;
     // The sizes of a scalable face: the usual ones, those past 33 points without a command.
     EXPECT_EQ(1, BCFontMenuCommand(&w, &bar, 210));
     EXPECT_EQ(face + " 10", Font());
@@ -344,7 +351,7 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
 TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
     BCFont font(nullptr, App().GetModule(), faces);
     w.SetFont(&font);
-    BCInitFormatMenu(&w, &bar);
+    EXPECT_EQ(1, BCInitFormatMenu(&w, &bar));
     EXPECT_EQ("L|N*|B|I|U|S|", Items(Sub(2), 141, 146));
     const std::pair<unsigned int, const char*> steps[] = {
         {143, "L|N|B*|I|U|S|"},    {144, "L|N|B*|I*|U|S|"},   {145, "L|N|B*|I*|U*|S|"},
@@ -368,6 +375,13 @@ TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
     EXPECT_EQ(0, BCInitSizeMenu(&w, &bar, 1));
     EXPECT_EQ("FONTMENU:81 Null pointer:  opSizeMenu|FONTMENU:80 Null pointer:  opFont|",
               FaultsOf(rec));
+    // Without a "System" face a window without a font gets none.
+    BCApplication other;
+    BCFontList* list = other.GetModule()->GetFontList();
+    ASSERT_TRUE(list->Find(const_cast<char*>("System")) && list->DeleteCrnt());
+    BCMainWindow plain(&other);
+    EXPECT_EQ(0, BCInitFontMenu(&plain, &bar, 0));
+    EXPECT_EQ(nullptr, plain.GetFont());
 }
 
 } // namespace

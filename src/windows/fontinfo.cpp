@@ -11,14 +11,14 @@ constexpr unsigned int kLineNoMetrics = 27;
 } // namespace
 
 BCFontInfo::BCFontInfo(BCDisplayDevice* opDev) : BCObject(bcids::kTypeFontInfo), tmMetrics() {
-    if (!BCAssert(this, opDev != nullptr, kLineNoDevice, kFile, "Null pointer:  opDev") ||
-        !BCAssert(this, opDev->SelectDC(), kLineNoContext, kFile, "Assertion failure"))
+    if (!BCAssert(this, opDev != nullptr, kLineNoDevice, kFile, "Null pointer:  opDev"))
         return;
     TEXTMETRICA metrics;
-    if (BCAssert(this, GetTextMetricsA(static_cast<HDC>(opDev->GetDC()), &metrics), kLineNoMetrics,
+    if (BCAssert(this, opDev->SelectDC(), kLineNoContext, kFile, "Assertion failure") &&
+        BCAssert(this, GetTextMetricsA(static_cast<HDC>(opDev->GetDC()), &metrics), kLineNoMetrics,
                  kFile, "Assertion failure"))
         tmMetrics = metrics;
-    opDev->ReleaseDC();
+    opDev->ReleaseDC(); // also the pair of a select that found no context
 }
 
 void BCFontInfo::Display(const char* prefix) {

@@ -53,31 +53,27 @@ BCFont* ListedFont(BCWindow* w, BCFontList* faces) {
     return new (std::nothrow) BCFont(kFallbackFace, ModuleOf(w), faces);
 }
 
+// The style items: each checked as its query says; toggled through its setter (normal has
+// none: its command clears every style).
+struct Style {
+    unsigned int id;
+    int (BCFont::*is)() const;
+    int (BCFont::*set)(int);
+};
+const Style kStyles[] = {{bcids::kCmdFontNormal, &BCFont::IsNormal, nullptr},
+                         {bcids::kCmdFontLight, &BCFont::IsLight, &BCFont::SetLight},
+                         {bcids::kCmdFontBold, &BCFont::IsBold, &BCFont::SetBold},
+                         {bcids::kCmdFontItalic, &BCFont::IsItalic, &BCFont::SetItalic},
+                         {bcids::kCmdFontUnderline, &BCFont::IsUnderline, &BCFont::SetUnderline},
+                         {bcids::kCmdFontStrikeOut, &BCFont::IsStrikeOut, &BCFont::SetStrikeOut}};
+
 // Flips one style of the window's font, with the font out of the window while it changes.
-void Toggle(BCWindow* w, unsigned int id) {
+void Toggle(BCWindow* w, const Style& style) {
     BCFont* font = w->SetFont(nullptr);
-    if (font) {
-        switch (id) {
-        case bcids::kCmdFontLight:
-            font->SetLight(1 - font->IsLight());
-            break;
-        case bcids::kCmdFontBold:
-            font->SetBold(1 - font->IsBold());
-            break;
-        case bcids::kCmdFontItalic:
-            font->SetItalic(1 - font->IsItalic());
-            break;
-        case bcids::kCmdFontUnderline:
-            font->SetUnderline(1 - font->IsUnderline());
-            break;
-        case bcids::kCmdFontStrikeOut:
-            font->SetStrikeOut(1 - font->IsStrikeOut());
-            break;
-        default:
-            font->SetNormal();
-            break;
-        }
-    }
+    if (font && style.set)
+        (font->*style.set)(1 - (font->*style.is)());
+    else if (font)
+        font->SetNormal();
     w->SetFont(font);
 }
 
@@ -135,14 +131,9 @@ int BCInitSizeMenu(BCWindow* w, BCMenu* menu, unsigned int pos) {
 
 int BCInitFormatMenu(BCWindow* w, BCMenu* menu) {
     BCFont* font = w ? w->GetFont() : nullptr;
-    if (!menu)
-        return 1;
-    menu->SetCheck(bcids::kCmdFontNormal, font && font->IsNormal());
-    menu->SetCheck(bcids::kCmdFontLight, font && font->IsLight());
-    menu->SetCheck(bcids::kCmdFontBold, font && font->IsBold());
-    menu->SetCheck(bcids::kCmdFontItalic, font && font->IsItalic());
-    menu->SetCheck(bcids::kCmdFontUnderline, font && font->IsUnderline());
-    menu->SetCheck(bcids::kCmdFontStrikeOut, font && font->IsStrikeOut());
+    for (const Style& style : kStyles)
+        if (menu)
+            menu->SetCheck(style.id, font && (font->*style.is)());
     return 1;
 }
 
@@ -157,10 +148,11 @@ int BCFontMenuCommand(BCWindow* w, BCMenu* menu, unsigned int id) {
     }
     if (!InRange(id, bcids::kCmdFontLight, bcids::kCmdFontReservedLast))
         return 0;
-    if (id <= bcids::kCmdFontStrikeOut && w) {
-        Toggle(w, id);
-        BCInitFormatMenu(w, menu);
-    }
+    for (const Style& style : kStyles)
+        if (style.id == id && w) {
+            Toggle(w, style);
+            BCInitFormatMenu(w, menu);
+        }
     return 1;
 }
 
