@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,10 +18,11 @@ BCApplication& App() {
     // The face the font menus fall back on is Wine's own, which a bare prefix does not list.
     // Two sets of a bitmap face for two character sets list each of its sizes twice.
     static const int added = [] {
+        const char* dir = getenv("NORLIB_WINE_FONTS"); // as the launcher finds them
+        const std::string fonts = std::string("Z:") + (dir ? dir : "/usr/share/wine/fonts") + "/";
         int n = 0;
         for (const char* file : {"vgasys.fon", "coure.fon", "coue1255.fon"})
-            n += AddFontResourceExA((std::string("Z:\\usr\\share\\wine\\fonts\\") + file).c_str(),
-                                    FR_PRIVATE, nullptr);
+            n += AddFontResourceExA((fonts + file).c_str(), FR_PRIVATE, nullptr);
         return n;
     }();
     EXPECT_EQ(3, added);
