@@ -84,10 +84,8 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     BCMDIChildWindow a(frame.GetClient(), &App()), b(frame.GetClient(), &App());
     ASSERT_TRUE(a.Create("Alpha") && b.Create("Beta"));
     EXPECT_EQ(310u + 311u * 1000, a.GetID() + b.GetID() * 1000);
-    EXPECT_EQ(Client(), GetParent(b.GetHandle()));
-    std::string listed = Items(WindowMenu(), 310, 311);
-    EXPECT_NE(std::string::npos, listed.find("Alpha")) << listed;
-    EXPECT_NE(std::string::npos, listed.find("Beta*")) << listed; // the active one
+    const std::string listed = Items(WindowMenu(), 310, 311); // the active one checked
+    EXPECT_TRUE(listed.find("Alpha|") != listed.npos && listed.find("Beta*|") != listed.npos);
     EXPECT_EQ(&b, frame.GetActiveChild());
 
     SendMessageA(frame.GetHandle(), WM_COMMAND, 310, 0); // the Window menu's item
@@ -101,17 +99,13 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     EXPECT_EQ(&a, frame.GetActiveChild());
 
     a.Maximize();
-    EXPECT_TRUE(IsZoomed(a.GetHandle()));
+    const bool zoomed = IsZoomed(a.GetHandle());
     a.Restore();
-    EXPECT_FALSE(IsZoomed(a.GetHandle()));
+    EXPECT_TRUE(zoomed && !IsZoomed(a.GetHandle()));
 
-    EXPECT_EQ(1, b.Destroy());
-    EXPECT_FALSE(b.HandleCheck());
-    EXPECT_EQ(0, b.Destroy());
-    EXPECT_EQ("-|", Items(WindowMenu(), 311, 311));
-    EXPECT_EQ(&a, frame.GetActiveChild());
-    EXPECT_EQ(1, a.Destroy());
-    EXPECT_EQ(nullptr, frame.GetActiveChild());
+    EXPECT_TRUE(b.Destroy() == 1 && !b.HandleCheck() && b.Destroy() == 0);
+    EXPECT_TRUE(Items(WindowMenu(), 311, 311) == "-|" && frame.GetActiveChild() == &a);
+    EXPECT_TRUE(a.Destroy() == 1 && frame.GetActiveChild() == nullptr);
 
     // An active document object that goes leaves no pointer behind.
     auto c = std::make_unique<BCMDIChildWindow>(frame.GetClient(), &App());
@@ -148,18 +142,16 @@ TEST_F(MdiTest, ArrangingCyclingAndClosingAll) {
     ASSERT_TRUE(frame.Tile());
     Input::Pump();
     EXPECT_FALSE(overlap(0, 1) || overlap(1, 2) || overlap(0, 2));
-    ASSERT_TRUE(frame.Cascade());
+    ASSERT_TRUE(frame.Cascade() && frame.ArrangeIcons());
     Input::Pump();
     EXPECT_TRUE(overlap(0, 1) && overlap(1, 2));
-    EXPECT_TRUE(frame.ArrangeIcons());
     BCMDIChildWindow* before = frame.GetActiveChild();
     ASSERT_TRUE(frame.Next());
     Input::Pump();
     EXPECT_TRUE(frame.GetActiveChild() && frame.GetActiveChild() != before);
 
     EXPECT_EQ(1, frame.CloseAll());
-    for (auto& kid : kids)
-        EXPECT_FALSE(kid->HandleCheck());
+    EXPECT_TRUE(std::none_of(kids.begin(), kids.end(), [](auto& k) { return k->HandleCheck(); }));
     EXPECT_EQ(nullptr, frame.GetActiveChild());
 }
 
@@ -170,13 +162,11 @@ TEST_F(MdiTest, MenusAreSwappedOnlyForMenusWithAWindowMenu) {
     doc.SetFrameMenu(&other);
     EXPECT_TRUE(doc.GetMenu() == &other && doc.GetFrameMenu() == &other);
     EXPECT_EQ(other.GetHandle(), GetMenu(frame.GetHandle()));
-    EXPECT_EQ(&other, frame.SetMenu(&plain));
+    EXPECT_TRUE(frame.SetMenu(&plain) == &other && GetMenu(frame.GetHandle()) == other.GetHandle());
     EXPECT_EQ("MDIFRM:110 Assertion failure|", FaultsOf(rec));
-    EXPECT_EQ(other.GetHandle(), GetMenu(frame.GetHandle()));
-    EXPECT_EQ(&other, frame.SetMenu(&bar));
-    EXPECT_EQ(bar.GetHandle(), GetMenu(frame.GetHandle()));
-    EXPECT_EQ(&bar, frame.SetMenu(nullptr));
-    EXPECT_TRUE(GetMenu(frame.GetHandle()) == nullptr && frame.GetMenu() == nullptr);
+    EXPECT_TRUE(frame.SetMenu(&bar) == &other && GetMenu(frame.GetHandle()) == bar.GetHandle());
+    EXPECT_TRUE(frame.SetMenu(nullptr) == &bar && GetMenu(frame.GetHandle()) == nullptr);
+    EXPECT_EQ(nullptr, frame.GetMenu());
     frame.SetMenu(&bar);
 }
 
@@ -227,8 +217,7 @@ TEST(MdiBadInput, FramesAndDocumentsLeaveNoGdiObjects) {
 
 TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     MsgRecorder rec;
-    BCFontList* faces = App().GetModule()->GetFontList();
-    BCFont font(nullptr, App().GetModule(), faces);
+    BCFont font(nullptr, App().GetModule(), App().GetModule()->GetFontList());
     font.SetPointSize(20);
     BCMemoryDevice dev(40, 40);
     dev.SetFont(&font);
@@ -295,14 +284,11 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     EXPECT_EQ(1, BCInitFontMenu(&w, &bar, 0));
     EXPECT_EQ("System 10", Font());
     ASSERT_EQ(n, GetMenuItemCount(Sub(0)));
-    std::string listed, expected;
-    int index = 0;
-    for (int more = faces->Home(); more; more = faces->Next(), ++index) {
-        expected += std::string(faces->GetFontName()) +
-                    (lstrcmpiA(faces->GetFontName(), "System") ? "|" : "*|");
-        listed += Items(Sub(0), 161 + index, 161 + index);
-    }
-    EXPECT_EQ(expected, listed);
+    std::string expected;
+    for (int more = faces->Home(); more; more = faces->Next())
+        expected += faces->GetFontName() +
+                    std::string(lstrcmpiA(faces->GetFontName(), "System") ? "|" : "*|");
+    EXPECT_EQ(expected, Items(Sub(0), 161, 160 + n));
     // Again: faces past the last face id are not taken out.
     BCInitFontMenu(&w, &bar, 0);
     EXPECT_EQ(n + (n > 19 ? n - 19 : 0), GetMenuItemCount(Sub(0)));
@@ -322,23 +308,19 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     ASSERT_EQ(1, BCFontMenuCommand(&w, &bar, 161 + scalable));
     ASSERT_TRUE(faces->GoToIndex(scalable));
     const std::string face = faces->GetFontName();
-    EXPECT_EQ(face, w.GetFont()->GetFontName());
     EXPECT_EQ(face + "*|", Items(Sub(0), 161 + scalable, 161 + scalable));
     const std::string all = Items(Sub(0), 161, 160 + n);
     EXPECT_EQ(std::max(1, n - 19), std::count(all.begin(), all.end(), '*')) << all;
     // The sizes of a scalable face: the usual ones, those past 33 points without a command.
-    EXPECT_EQ(1, BCFontMenuCommand(&w, &bar, 210));
-    EXPECT_EQ(face + " 10", Font());
+    EXPECT_TRUE(BCFontMenuCommand(&w, &bar, 210) == 1 && Font() == face + " 10");
     EXPECT_EQ("8|9|10*|11|12|14|16|18|20|22|24|26|28|", Items(Sub(1), 208, 228, true));
     EXPECT_EQ("36|48|72|", Items(Sub(1), 236, 272, true));
-    EXPECT_EQ(1, BCFontMenuCommand(&w, &bar, 213)); // the next listed size
-    EXPECT_EQ(face + " 14", Font());
+    EXPECT_TRUE(BCFontMenuCommand(&w, &bar, 213) == 1 && Font() == face + " 14"); // next listed
     EXPECT_EQ("12|14*|", Items(Sub(1), 212, 214, true));
     EXPECT_EQ(0, BCFontMenuCommand(&w, &bar, 236));
-    EXPECT_EQ(0, BCSelectSize(&w, &bar, 273)); // above every size: nothing changes
-    EXPECT_EQ(face + " 14", Font());
-    EXPECT_EQ(1, BCSelectSize(&w, &bar, 236));
-    EXPECT_EQ(face + " 36", Font());
+    // Above every size nothing changes; past the commands a size is still chosen directly.
+    EXPECT_TRUE(BCSelectSize(&w, &bar, 273) == 0 && Font() == face + " 14");
+    EXPECT_TRUE(BCSelectSize(&w, &bar, 236) == 1 && Font() == face + " 36");
     EXPECT_EQ("14|16|18|20|22|24|26|28|36*|", Items(Sub(1), 214, 236, true));
 
     // A face the list no longer holds: message 10078, and the window is left without font.
