@@ -1,5 +1,5 @@
 #pragma once
-#include <iosfwd>
+#include <ios>
 #include "bcobject.h"
 #include "bcvalues.h"
 #include "bcfwd.h"
@@ -96,3 +96,22 @@ class NORLIB2_API BCDrawGraphic : public BCGraphicObject {
     BCPen* opPen;
     BCBrush* opBrush;
 };
+
+// What a load makes (pens, brushes, fonts, polylines, bitmaps, the lists of compounds) is
+// the caller's; a stream can carry a keeper that is handed each such object as it is made,
+// so that one owner can free them all later. BCDrawingData keeps them this way.
+class NORLIB2_API BCLoadKeeper {
+  public:
+    virtual ~BCLoadKeeper();
+    virtual void Keep(BCObject* made) = 0;
+};
+
+// Drawing records: on a stream so marked, each draw graphic is written in the layout its Load
+// reads (flags byte, pen and brush marks, then the pen and brush) and each text graphic adds
+// its font, so that what is saved loads back equal. Unmarked streams keep the records of the
+// single classes. `keeper` (may be null) receives what loads from the stream make.
+NORLIB2_API void BCBeginDrawingRecords(std::ios_base& stream, BCLoadKeeper* keeper);
+NORLIB2_API void BCEndDrawingRecords(std::ios_base& stream);
+NORLIB2_API int BCIsDrawingRecords(std::ios_base& stream);
+// Hands `made` to the stream's keeper, when it has one.
+NORLIB2_API void BCKeepLoaded(std::ios_base& stream, BCObject* made);

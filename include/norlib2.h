@@ -20,5 +20,6 @@
 #include "bcshapes.h"
 #include "bctextgfx.h"
 #include "bcgfxlist.h"
+#include "bcdrawing.h"
 #include "bctextedit.h"
 #include "bcclipboard.h"

@@ -258,5 +258,6 @@ int BCCompoundGraphic::Load(std::istream& is) {
     if (!guard.Ok() || !BCGraphicObject::Load(is))
         return 0;
     opList = new (std::nothrow) BCGraphicList;
+    BCKeepLoaded(is, opList);
     return opList && opList->Load(is);
 }

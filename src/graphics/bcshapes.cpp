@@ -340,6 +340,7 @@ int PutPoints(BCDisplayDevice* dev, const POINT* points, int count, bool closed)
 // The polyline that Load makes is the caller's, like the one given to the constructor.
 BCPolyline* LoadPolyline(std::istream& is, BCPolyline*& field) {
     field = new (std::nothrow) BCPolyline(BCGetDLLModule2());
+    BCKeepLoaded(is, field);
     return field && field->Load(is) ? field : nullptr;
 }
 
