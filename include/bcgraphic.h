@@ -5,6 +5,32 @@
 #include "bcfwd.h"
 #include "norlib2api.h"
 
+// The type codes of the graphic classes, as their objects report them (GetObjectType).
+enum BCGraphicType : unsigned int {
+    BC_GRAPHIC_OBJECT = 70,
+    BC_GRAPHIC_DRAW = 71,
+    BC_GRAPHIC_LINE = 72,
+    BC_GRAPHIC_POLYLINE = 73,
+    BC_GRAPHIC_BOX = 74,
+    BC_GRAPHIC_POLYGON = 75,
+    BC_GRAPHIC_ARC = 76,
+    BC_GRAPHIC_CIRCLE = 77,
+    BC_GRAPHIC_ELLIPSE = 78,
+    BC_GRAPHIC_CHORD = 79,
+    BC_GRAPHIC_PIE = 80,
+    BC_GRAPHIC_TEXT = 81,
+    BC_GRAPHIC_BITMAP = 82,
+    BC_GRAPHIC_COMPOUND = 83
+};
+
+// Whether a type code names a graphic class, and one with a pen and a brush (a BCDrawGraphic).
+inline bool BCIsGraphicType(unsigned int code) {
+    return code >= BC_GRAPHIC_OBJECT && code <= BC_GRAPHIC_COMPOUND;
+}
+inline bool BCIsDrawGraphicType(unsigned int code) {
+    return code >= BC_GRAPHIC_DRAW && code <= BC_GRAPHIC_PIE;
+}
+
 // A retained drawing element: a rectangle on a display device with a caller-chosen
 // identifier. It draws and erases itself, is hit-tested on its bounding box, and is saved
 // and loaded as a type code word followed by a 12-byte block (wID 4 bytes, coX, coY, coW,
@@ -36,6 +62,9 @@ class NORLIB2_API BCGraphicObject : public BCObject {
     // Half-open box: left and top edges hit, right and bottom do not. The far edges are
     // summed in 32 bits so that a box near the end of the coordinate range still hits.
     int IsHit(const BCPosition& pos) const;
+    // Whether `pos` points at the object, `tolerance` pixels allowed: here the box grown by
+    // the tolerance on every side; lines and polylines measure the distance to their stroke.
+    virtual int HitTest(const BCPosition& pos, short tolerance) const;
 
   protected:
     // The field block as stored: wID, then coX, coY, coW, coH, little-endian.

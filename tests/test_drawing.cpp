@@ -150,4 +150,58 @@ TEST_F(DrawingTest, ForeignLaterOrCutRecordsAreRefused) {
     }
 }
 
+TEST_F(DrawingTest, TopmostHitsFollowTheStrokeAndTheZOrder) {
+    Tools tools;
+    BCPen thick(BC_PEN_SOLID, 9, BCColor(BC_COLOR_RED));
+    const short corner[6] = {0, 0, 40, 0, 40, 40};
+    BCPolyline path(3, corner);
+    BCGraphicList list;
+    auto* box = new BCBoxGraphic(1, BCPosition(0, 0), BCSize(100, 100), &tools.red, &tools.blue);
+    auto* diagonal = new BCLineGraphic(2, BCPosition(10, 10), BCSize(60, 60), &thick);
+    auto* hook = new BCPolylineGraphic(3, BCPosition(50, 10), BCSize(41, 41), &path, nullptr);
+    for (BCGraphicObject* graphic : std::vector<BCGraphicObject*>{box, diagonal, hook})
+        list.Append(nullptr, graphic);
+    struct Probe {
+        short x, y, tolerance;
+        BCGraphicObject* expected;
+    } probes[] = {{40, 46, 0, diagonal}, // 4.2 pixels off the line: inside half of 9
+                  {40, 48, 0, box},      // 5.7 pixels off: only the box below
+                  {40, 48, 2, diagonal}, // the tolerance reaches it
+                  {70, 10, 0, hook},     // on the first segment
+                  {90, 30, 0, hook},     // on the second
+                  {75, 30, 0, box},      // inside the hook's box, away from its stroke
+                  {120, 50, 0, nullptr}, // outside everything
+                  {-3, 50, 3, box}};     // the box grown by the tolerance
+    for (const Probe& p : probes) {
+        EXPECT_EQ(p.expected, list.GetTopHitObject(BCPosition(p.x, p.y), p.tolerance))
+            << p.x << "," << p.y;
+        EXPECT_EQ(p.expected, list.GetCrntItem());
+    }
+
+    ASSERT_EQ(1, list.SendToBack(hook));
+    ASSERT_EQ(1, list.BringToFront(box));
+    EXPECT_EQ(box, list.GetCrntItem());
+    std::vector<BCGraphicObject*> order;
+    for (int more = list.Home(); more; more = list.Next())
+        order.push_back(static_cast<BCGraphicObject*>(list.GetCrntItem()));
+    EXPECT_EQ((std::vector<BCGraphicObject*>{hook, diagonal, box}), order);
+    EXPECT_EQ(box, list.GetTopHitObject(BCPosition(40, 40), 0)); // now above the line
+    BCBoxGraphic stranger(9, BCPosition(0, 0), BCSize(5, 5), nullptr, nullptr);
+    EXPECT_EQ(Seq(0, 0, 3),
+              Seq(list.BringToFront(&stranger), list.SendToBack(nullptr), list.GetCount()));
+
+    EXPECT_TRUE(BCIsDrawGraphicType(box->GetObjectType()) && BCIsDrawGraphicType(BC_GRAPHIC_PIE));
+    EXPECT_FALSE(BCIsDrawGraphicType(BC_GRAPHIC_TEXT) || BCIsDrawGraphicType(BC_GRAPHIC_OBJECT));
+    EXPECT_TRUE(BCIsGraphicType(BC_GRAPHIC_COMPOUND) && BCIsGraphicType(70));
+    EXPECT_FALSE(BCIsGraphicType(69) || BCIsGraphicType(84));
+    const BCPosition moved = BCPosition(30000, 5) + BCSize(5000, -10);
+    EXPECT_EQ(Seq(-30536, -5), Seq(moved.GetX(), moved.GetY())); // 16-bit wrap
+    EXPECT_TRUE(moved - BCPosition(-30546, 0) == BCSize(10, -5));
+    EXPECT_TRUE(BCSize(3, 4) + BCSize(1, 1) - BCSize(0, 2) == BCSize(4, 3));
+    BCPosition p(1, 1);
+    p += BCSize(2, 3);
+    p -= BCSize(1, 0);
+    EXPECT_TRUE(p == BCPosition(2, 4) && p - BCSize(2, 4) == BCPosition(0, 0));
+}
+
 } // namespace

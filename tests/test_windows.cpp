@@ -166,6 +166,33 @@ TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrap) {
     EXPECT_EQ((Ids{10060}), recorder.NumberedIds());
 }
 
+TEST(WindowEventTest, TimersTickUntilKilled) {
+    struct Ticking : BCChildWindow {
+        using BCChildWindow::BCChildWindow;
+        std::vector<unsigned int> ticks;
+        long Timer(BCEvent* e) override {
+            ticks.push_back(e->GetTimerID());
+            return 0;
+        }
+    };
+    Frame frame;
+    Ticking child(&frame.main, 3, &App());
+    EXPECT_EQ(0, child.SetTimer(7, 5)); // no window yet
+    ASSERT_TRUE(child.Create("ticking"));
+    ASSERT_EQ(1, child.SetTimer(7, 5));
+    for (int i = 0; i < 400 && child.ticks.size() < 2; ++i) {
+        Sleep(5);
+        App().ProcessPending();
+    }
+    EXPECT_EQ(Ids(2, 7), Ids(child.ticks.begin(), child.ticks.begin() + 2));
+    EXPECT_EQ(1, child.KillTimer(7));
+    EXPECT_EQ(0, child.KillTimer(7));
+    child.ticks.clear();
+    Sleep(30);
+    App().ProcessPending();
+    EXPECT_TRUE(child.ticks.empty());
+}
+
 TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
     MsgRecorder recorder;
     Frame frame;

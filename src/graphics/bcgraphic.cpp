@@ -103,6 +103,13 @@ int BCGraphicObject::IsHit(const BCPosition& pos) const {
     return px >= coX && px < right && py >= coY && py < bottom;
 }
 
+int BCGraphicObject::HitTest(const BCPosition& pos, short tolerance) const {
+    const long px = pos.GetX();
+    const long py = pos.GetY();
+    return px >= coX - tolerance && px < static_cast<long>(coX) + coW + tolerance &&
+           py >= coY - tolerance && py < static_cast<long>(coY) + coH + tolerance;
+}
+
 int BCGraphicObject::Draw(BCDisplayDevice* dev) {
     if (!dev)
         return 0;
