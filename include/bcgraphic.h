@@ -79,7 +79,8 @@ class NORLIB2_API BCGraphicObject : public BCObject {
 
 // An outlined and/or filled shape: a pen, a brush and the frame, fill and opaque flags.
 // The pen and brush are never deleted by the graphic; those that Load makes belong to the
-// caller, who reaches them through GetPen and GetBrush.
+// caller, who reaches them through GetPen and GetBrush (a BCDrawingData frees those of its
+// loads itself).
 class NORLIB2_API BCDrawGraphic : public BCGraphicObject {
   public:
     // Frame on, fill and opaque off, no pen or brush.

@@ -89,6 +89,9 @@ int BCDrawingData::Load(std::istream& is) {
         std::memcmp(magic, kMagic, sizeof kMagic) != 0 || !BCLoadWord(is, version) ||
         version != kVersion)
         return 0;
+    // Loading empties the list; what earlier loads made goes with it.
+    GetGraphics()->Clear(1);
+    FreeLoaded();
     DrawingRecords records(is, opKeeper);
     return BCListData::Load(is);
 }
