@@ -111,7 +111,7 @@ TEST_F(DrawingTest, EveryKindReopensEqualAndTheReopenedDrawingOwnsWhatItMade) {
     EXPECT_EQ(Seq(0, 0), Seq(reopened.GetCount(), reopened.GetLoadedCount()));
 }
 
-TEST_F(DrawingTest, OpenCloseCyclesLeakNoDrawingObject) {
+TEST_F(DrawingTest, OpenCloseCyclesLeakNoGdiObject) {
     Pieces pieces;
     {
         BCDrawingData drawing(nullptr, nullptr, "n2d", path.c_str(), 0, nullptr);
@@ -126,10 +126,10 @@ TEST_F(DrawingTest, OpenCloseCyclesLeakNoDrawingObject) {
         ASSERT_EQ(1, drawing.LoadFile()); // reopening frees the first load's pieces
     };
     cycle(); // the first cycle may make the system's shared objects
-    const long before = BCGdiHandle::GetLiveCount();
+    const unsigned long before = BCGetGdiObjectCount();
     for (int i = 0; i < 100; ++i)
         cycle();
-    EXPECT_EQ(before, BCGdiHandle::GetLiveCount());
+    EXPECT_EQ(before, BCGetGdiObjectCount());
 }
 
 TEST_F(DrawingTest, ForeignLaterOrCutRecordsAreRefused) {

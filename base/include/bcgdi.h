@@ -19,9 +19,6 @@ class NORLIB1_API BCGdiHandle {
     // Deletes the replaced handles that were still selected into a context when their
     // object let go of them; devices call it once they have taken their objects out.
     static void DeleteReleasedHandles();
-    // Handles that drawing objects made and that are not deleted yet, those waiting in a
-    // context included: a leak check (the platform's own count is not kept everywhere).
-    static long GetLiveCount();
 
   protected:
     explicit BCGdiHandle(BCModule* module);

@@ -161,13 +161,13 @@ int SketchWindow::SelfTest() {
     Update();
     if (!drawing.SaveFile())
         return 1;
-    const long handles = BCGdiHandle::GetLiveCount();
+    const unsigned long handles = BCGetGdiObjectCount();
     for (int cycle = 0; cycle < 100; ++cycle) {
         BCDrawingData reopened(nullptr, nullptr, "n2d", "sketch.n2d", 0, nullptr);
         if (!reopened.LoadFile() || RecordOf(reopened) != RecordOf(drawing))
             return 1;
     }
-    return BCGdiHandle::GetLiveCount() == handles ? 0 : 1;
+    return BCGetGdiObjectCount() == handles ? 0 : 1;
 }
 
 } // namespace

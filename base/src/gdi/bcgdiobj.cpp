@@ -21,14 +21,9 @@ ReleasedHandles& Released() {
     return *released;
 }
 
-std::atomic<long> g_liveHandles{0};
-
 // Gone (deleted now, or no longer a handle at all): nothing is left to keep.
 bool Gone(HGDIOBJ handle) {
-    if (!DeleteObject(handle) && GetObjectType(handle))
-        return false;
-    --g_liveHandles;
-    return true;
+    return DeleteObject(handle) || !GetObjectType(handle);
 }
 
 void DeleteOrKeep(HGDIOBJ handle) {
@@ -55,14 +50,8 @@ BCGdiObject::~BCGdiObject() {}
 void BCGdiHandle::SetObjectHandle(void* handle, int owned) {
     if (hObject && blOwned && hObject != handle)
         DeleteOrKeep(static_cast<HGDIOBJ>(hObject));
-    if (handle && owned && (hObject != handle || !blOwned))
-        ++g_liveHandles;
     hObject = handle;
     blOwned = handle && owned;
-}
-
-long BCGdiHandle::GetLiveCount() {
-    return g_liveHandles;
 }
 
 void BCGdiHandle::DeleteReleasedHandles() {
