@@ -15,6 +15,14 @@ class NORLIB2_API BCGraphicList : public BCSingleLinkedList {
     // 0) or from the item after the current one (`next` non-zero), so repeated calls with 1
     // walk bottom to top. The current item is left on the object returned.
     BCGraphicObject* GetHitObject(const BCPosition& pos, int next);
+    // The topmost object that HitTest finds at `pos` with `tolerance`, or null; the current
+    // item is left on it (on no item when none is hit).
+    BCGraphicObject* GetTopHitObject(const BCPosition& pos, short tolerance);
+    // Move `object` to the top (painted last) or the bottom of the z-order; 0 when the list
+    // does not hold it. The current item is left on it. Should the list have no memory to
+    // take it back, 0 too, and the object is the caller's again.
+    int BringToFront(BCGraphicObject* object);
+    int SendToBack(BCGraphicObject* object);
 
     // Every object in list order. A null item or a failing object ends the walk with 0; Draw
     // then returns without releasing the device's context, on purpose.
@@ -40,6 +48,8 @@ class NORLIB2_API BCGraphicList : public BCSingleLinkedList {
     int MakeEmptyObject(unsigned int typeCode, BCGraphicObject*& out);
 
   private:
+    // Takes `object` out of the list without freeing it; 0 when the list does not hold it.
+    int Unhook(BCGraphicObject* object);
     // Shared by the four walks: `offset` null for no displacement.
     int Walk(BCDisplayDevice* dev, const BCPosition* offset, int drawing);
 };

@@ -1,9 +1,35 @@
 #pragma once
-#include <iosfwd>
+#include <ios>
 #include "bcobject.h"
 #include "bcvalues.h"
 #include "bcfwd.h"
 #include "norlib2api.h"
+
+// The type codes of the graphic classes, as their objects report them (GetObjectType).
+enum BCGraphicType : unsigned int {
+    BC_GRAPHIC_OBJECT = 70,
+    BC_GRAPHIC_DRAW = 71,
+    BC_GRAPHIC_LINE = 72,
+    BC_GRAPHIC_POLYLINE = 73,
+    BC_GRAPHIC_BOX = 74,
+    BC_GRAPHIC_POLYGON = 75,
+    BC_GRAPHIC_ARC = 76,
+    BC_GRAPHIC_CIRCLE = 77,
+    BC_GRAPHIC_ELLIPSE = 78,
+    BC_GRAPHIC_CHORD = 79,
+    BC_GRAPHIC_PIE = 80,
+    BC_GRAPHIC_TEXT = 81,
+    BC_GRAPHIC_BITMAP = 82,
+    BC_GRAPHIC_COMPOUND = 83
+};
+
+// Whether a type code names a graphic class, and one with a pen and a brush (a BCDrawGraphic).
+inline bool BCIsGraphicType(unsigned int code) {
+    return code >= BC_GRAPHIC_OBJECT && code <= BC_GRAPHIC_COMPOUND;
+}
+inline bool BCIsDrawGraphicType(unsigned int code) {
+    return code >= BC_GRAPHIC_DRAW && code <= BC_GRAPHIC_PIE;
+}
 
 // A retained drawing element: a rectangle on a display device with a caller-chosen
 // identifier. It draws and erases itself, is hit-tested on its bounding box, and is saved
@@ -36,6 +62,9 @@ class NORLIB2_API BCGraphicObject : public BCObject {
     // Half-open box: left and top edges hit, right and bottom do not. The far edges are
     // summed in 32 bits so that a box near the end of the coordinate range still hits.
     int IsHit(const BCPosition& pos) const;
+    // Whether `pos` points at the object, `tolerance` pixels allowed: here the box grown by
+    // the tolerance on every side; lines and polylines measure the distance to their stroke.
+    virtual int HitTest(const BCPosition& pos, short tolerance) const;
 
   protected:
     // The field block as stored: wID, then coX, coY, coW, coH, little-endian.
@@ -50,7 +79,8 @@ class NORLIB2_API BCGraphicObject : public BCObject {
 
 // An outlined and/or filled shape: a pen, a brush and the frame, fill and opaque flags.
 // The pen and brush are never deleted by the graphic; those that Load makes belong to the
-// caller, who reaches them through GetPen and GetBrush.
+// caller, who reaches them through GetPen and GetBrush (a BCDrawingData frees those of its
+// loads itself).
 class NORLIB2_API BCDrawGraphic : public BCGraphicObject {
   public:
     // Frame on, fill and opaque off, no pen or brush.
@@ -96,3 +126,22 @@ class NORLIB2_API BCDrawGraphic : public BCGraphicObject {
     BCPen* opPen;
     BCBrush* opBrush;
 };
+
+// What a load makes (pens, brushes, fonts, polylines, bitmaps, the lists of compounds) is
+// the caller's; a stream can carry a keeper that is handed each such object as it is made,
+// so that one owner can free them all later. BCDrawingData keeps them this way.
+class NORLIB2_API BCLoadKeeper {
+  public:
+    virtual ~BCLoadKeeper();
+    virtual void Keep(BCObject* made) = 0;
+};
+
+// Drawing records: on a stream so marked, each draw graphic is written in the layout its Load
+// reads (flags byte, pen and brush marks, then the pen and brush) and each text graphic adds
+// its font, so that what is saved loads back equal. Unmarked streams keep the records of the
+// single classes. `keeper` (may be null) receives what loads from the stream make.
+NORLIB2_API void BCBeginDrawingRecords(std::ios_base& stream, BCLoadKeeper* keeper);
+NORLIB2_API void BCEndDrawingRecords(std::ios_base& stream);
+NORLIB2_API int BCIsDrawingRecords(std::ios_base& stream);
+// Hands `made` to the stream's keeper, when it has one.
+NORLIB2_API void BCKeepLoaded(std::ios_base& stream, BCObject* made);

@@ -13,6 +13,8 @@ class NORLIB2_API BCLineGraphic : public BCDrawGraphic {
     BCLineGraphic();
     int Draw(BCDisplayDevice* dev) override;
     int UnDraw(BCDisplayDevice* dev) override;
+    // Within half the pen's width plus `tolerance` of the line.
+    int HitTest(const BCPosition& pos, short tolerance) const override;
 };
 
 class NORLIB2_API BCBoxGraphic : public BCDrawGraphic {
@@ -130,6 +132,8 @@ class NORLIB2_API BCPolylineGraphic : public BCDrawGraphic {
     int Save(std::ostream& os) override;
     int Draw(BCDisplayDevice* dev) override;
     int UnDraw(BCDisplayDevice* dev) override;
+    // Within half the pen's width plus `tolerance` of a segment; never without points.
+    int HitTest(const BCPosition& pos, short tolerance) const override;
 
     BCPolyline* GetPolyline() const { return opPolyline; }
     BCPolyline* SetPolyline(BCPolyline* line);

@@ -20,6 +20,7 @@
 #include "bcshapes.h"
 #include "bctextgfx.h"
 #include "bcgfxlist.h"
+#include "bcdrawing.h"
 #include "bctextedit.h"
 #include "bcclipboard.h"
 #include "bcmdi.h"

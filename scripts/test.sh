@@ -18,22 +18,27 @@ export NORLIB_BUILD_DIR="$root/build/x64"
 status=0
 ctest --preset x64 -j "$jobs" || status=1
 
-# The installed tree, consumed by a program that only knows find_package.
+# The installed tree, consumed by programs that only know find_package and a copy of the
+# toolchain file on its own: the consumer, and the getting-started guide's program.
 cmake --install build/x64 >/dev/null
-consumer_build="$root/build/consumer-x64"
-cmake -S tests/consumer -B "$consumer_build" \
-  -DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchain-x86_64-w64-mingw32.cmake" \
-  -DCMAKE_PREFIX_PATH="$root/build/install/x64" >/dev/null
-cmake --build "$consumer_build" -j "$jobs" >/dev/null
-cp "$root"/build/install/x64/bin/*.dll "$consumer_build/"
-if output="$("$root/cmake/wine-run.sh" "$consumer_build/consumer.exe" 2>&1)" &&
-   grep -q "consumer: ok" <<<"$output"; then
-  echo "installed package: consumer passed"
-else
-  echo "installed package: consumer FAILED"
-  echo "$output"
-  status=1
-fi
+toolchain_copy="$root/build/toolchain-alone"
+mkdir -p "$toolchain_copy"
+cp "$root/build/install/x64/lib/cmake/Norlib2/toolchain-x86_64-w64-mingw32.cmake" "$toolchain_copy/"
+outside() { # name source-dir program-and-arguments... ; passes when the program says "name: ok"
+  local name="$1" source="$2" output
+  shift 2
+  local build="$root/build/outside-$name"
+  cmake -S "$source" -B "$build" -DCMAKE_TOOLCHAIN_FILE="$toolchain_copy/toolchain-x86_64-w64-mingw32.cmake" \
+    -DCMAKE_PREFIX_PATH="$root/build/install/x64" >/dev/null &&
+    cmake --build "$build" -j "$jobs" >/dev/null &&
+    output="$(cd "$build" && "$root/cmake/wine-run.sh" "$@" 2>&1)" &&
+    grep -q "$name: ok" <<<"$output" && { echo "installed package: $name passed"; return 0; }
+  echo "installed package: $name FAILED"
+  echo "${output:-}"
+  return 1
+}
+outside consumer tests/consumer ./consumer.exe || status=1
+outside sketch docs/getting-started ./sketch.exe --selftest || status=1
 
 # The 32-bit tests run where a 32-bit Wine is installed.
 if command -v wine >/dev/null && dpkg-query -W -f='${Status}' wine32:i386 2>/dev/null | grep -q "ok installed"; then

@@ -50,6 +50,7 @@ constexpr unsigned int kTypeBitmapGraphic = 82;
 constexpr unsigned int kTypeCompoundGraphic = 83;
 constexpr unsigned int kTypeGraphicList = 95;
 constexpr unsigned int kTypeBitmapData = 102;
+constexpr unsigned int kTypeDrawingData = 157;
 constexpr unsigned int kMsgUnknownGraphicType = 10079;
 } // namespace bcids
 // ---- end of graphics ----

@@ -100,9 +100,11 @@ TEST_F(DrawingTest, LinesAndPointListsFollowThePen) {
     EXPECT_EQ(kWhite, dev.GetPixel(25, 15));                         // the end is not drawn
 
     short tri[] = {0, 0, 20, 0, 20, 20};
-    BCPolyline line(3, tri), one(1, tri), none;
+    BCPolyline line(3, tri), two(2, tri), one(1, tri), none;
     ASSERT_TRUE(dev.PutPolyline(&line, BCPosition(10, 30)) &&
-                dev.PutPolygon(&line, BCPosition(50, 30)));
+                dev.PutPolygon(&line, BCPosition(50, 30)) &&
+                dev.PutPolyline(&two, BCPosition(10, 90)));
+    EXPECT_EQ(20, CountColor(dev, BCRectangle(0, 90, 100, 91), kRed)); // two points: one side
     // An open line fills nothing; a polygon has its closing side.
     const unsigned long pixels[][3] = {
         {30, 40, kRed}, {25, 33, kWhite}, {65, 33, kBlue}, {60, 40, kRed}};
@@ -110,7 +112,7 @@ TEST_F(DrawingTest, LinesAndPointListsFollowThePen) {
     for (BCPolyline* bad : {&one, &none, static_cast<BCPolyline*>(nullptr)})
         EXPECT_FALSE(dev.PutPolyline(bad, BCPosition(0, 70)) ||
                      dev.PutPolygon(bad, BCPosition(0, 70)));
-    EXPECT_EQ(0, CountColor(dev, BCRectangle(0, 60, 100, 100), kRed));
+    EXPECT_EQ(0, CountColor(dev, BCRectangle(0, 60, 100, 90), kRed));
 }
 
 TEST_F(DrawingTest, ClearToolsPaintNothingAndNullToolsPutBackTheDefaults) {
@@ -221,21 +223,26 @@ TEST_F(TextTest, TabsMoveToTheStopsCountedFromTheTabOriginAsTheyAreMeasured) {
 // whether the fast single call or the two steps draw it.
 TEST_F(TextTest, ATextInItsRowLooksLikeTheRowClearedAndTheTextWritten) {
     BCBrush red{BCColor(BC_COLOR_RED)};
+    BCFont big("Arial");
+    big.SetSize(BCSize(0, -22));
     struct Case {
         const char* text;
         BCColor back;
         BCBrush* background;
-    } cases[] = {{"plain text", BCColor(BC_COLOR_WHITE), nullptr},
-                 {"tab\tstop", BCColor(BC_COLOR_WHITE), nullptr},
-                 {"green on white", BCColor(BC_COLOR_GREEN), nullptr},
-                 {"on red", BCColor(BC_COLOR_WHITE), &red}};
+        BCFont* font;
+    } cases[] = {{"plain text", BCColor(BC_COLOR_WHITE), nullptr, nullptr},
+                 {"tab\tstop", BCColor(BC_COLOR_WHITE), nullptr, nullptr},
+                 {"green on white", BCColor(BC_COLOR_GREEN), nullptr, nullptr},
+                 {"on red", BCColor(BC_COLOR_WHITE), &red, nullptr},
+                 {"in its own font", BCColor(BC_COLOR_WHITE), nullptr, &big}};
     for (const Case& c : cases) {
         BCMemoryDevice fast(200, 30), slow(200, 30);
-        const BCRectangle row(0, 4, 180, static_cast<short>(4 + fast.GetChrHeight('H')));
         for (BCMemoryDevice* dev : {&fast, &slow}) {
             dev->SetBackColor(c.back);
             dev->SetBackground(c.background);
+            dev->SetFont(c.font);
         }
+        const BCRectangle row(0, 4, 180, static_cast<short>(4 + fast.GetChrHeight('H')));
         ASSERT_TRUE(fast.PosStrInRow(BCPosition(12, 4), c.text, -1, row));
         ASSERT_TRUE(slow.Clear(row) && slow.PosStr(BCPosition(12, 4), c.text));
         EXPECT_EQ(slow.GetCrntPos(), fast.GetCrntPos()) << c.text;

@@ -322,6 +322,18 @@ TEST(ListBaseTest, NodeItemsChangeInPlaceAndSingleLinkedRelocationSorts) {
     EXPECT_TRUE(Values<StackKind>(sorted) == std::vector<int>({2, 3, 1}) &&
                 sorted.GetTail()->lpKey == Key(40));
     EXPECT_EQ(0, sorted.Relocate(Key(50), Key(77), nullptr)); // neither key present
+    struct Refusing : BCSingleLinkedList {
+        using BCSingleLinkedList::BCSingleLinkedList;
+        bool refuse = false;
+        int Install(void* key, void* item, int inserted) override {
+            return refuse ? 0 : BCSingleLinkedList::Install(key, item, inserted);
+        }
+    } refusing(BC_FLAG_SORTED, 0);
+    std::ostringstream empty;
+    EXPECT_EQ(1, refusing.Save(empty)); // exactly 1, also for a list with nothing to walk
+    ASSERT_TRUE(refusing.Append(Key(1), &g_values[1]));
+    refusing.refuse = true;
+    EXPECT_EQ(0, refusing.Relocate(Key(5), Key(1), nullptr)); // the list would not take it back
 }
 
 TEST(ListBaseTest, OwnedItemsRenderAsLinesOfText) {

@@ -120,9 +120,14 @@ TEST(NumberedMessageTest, FormatsShowsAndAnswersThroughTheSink) {
     EXPECT_NE(std::string::npos,
               recorder.Last().text.find("(Attempted to edit 40000 characters.)"));
 
+    recorder.Answer(IDNO);
+    EXPECT_EQ(IDNO, BCDispAppText(nullptr, "%d shapes in %s", 3, "a.n2d"));
+    EXPECT_TRUE(recorder.Last().text == "3 shapes in a.n2d" && recorder.Last().id == 0 &&
+                recorder.Last().kind == BC_MSG_NUMBERED);
+
     // A message the tables do not hold is not shown, and its miss is not left for others.
     EXPECT_EQ(0, BCDispMsg(9999, nullptr));
-    EXPECT_EQ(4u, recorder.Count());
+    EXPECT_EQ(5u, recorder.Count());
     EXPECT_FALSE(KoErrorHook::DidProcErrorOccur());
 }
 

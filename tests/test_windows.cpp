@@ -166,6 +166,33 @@ TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrap) {
     EXPECT_EQ((Ids{10060}), recorder.NumberedIds());
 }
 
+TEST(WindowEventTest, TimersTickUntilKilled) {
+    struct Ticking : BCChildWindow {
+        using BCChildWindow::BCChildWindow;
+        std::vector<unsigned int> ticks;
+        long Timer(BCEvent* e) override {
+            ticks.push_back(e->GetTimerID());
+            return 0;
+        }
+    };
+    Frame frame;
+    Ticking child(&frame.main, 3, &App());
+    EXPECT_EQ(0, child.SetTimer(7, 5)); // no window yet
+    ASSERT_TRUE(child.Create("ticking"));
+    ASSERT_EQ(1, child.SetTimer(7, 5));
+    for (int i = 0; i < 400 && child.ticks.size() < 2; ++i) {
+        Sleep(5);
+        App().ProcessPending();
+    }
+    EXPECT_EQ(Ids(2, 7), Ids(child.ticks.begin(), child.ticks.begin() + 2));
+    EXPECT_EQ(1, child.KillTimer(7));
+    EXPECT_EQ(0, child.KillTimer(7));
+    child.ticks.clear();
+    Sleep(30);
+    App().ProcessPending();
+    EXPECT_TRUE(child.ticks.empty());
+}
+
 TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
     MsgRecorder recorder;
     Frame frame;
@@ -233,6 +260,9 @@ TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
     Input::Char(edit->GetHandle(), 'w');
     App().ProcessPending();
     EXPECT_EQ(1, edit->chars);
+    auto* late = new BCControlWindow(BCResID(102u), &status, 35, &App());
+    ASSERT_TRUE(late->Create("Late")); // bound while the dialog runs, with a text to show
+    EXPECT_TRUE(late->GetTitle(title, sizeof title) && std::string(title) == "Late");
     EXPECT_TRUE(IsWindowVisible(status.GetHandle())); // shown though its template is not
     EXPECT_EQ(0, status.Create("again"));             // one window per dialog
     EXPECT_TRUE(status.EndDlg(2) && status.GetResult() == 2 && !status.HandleCheck());
@@ -363,11 +393,13 @@ TEST(ControlTest, ListBoxEntries) {
     EXPECT_TRUE(list.Delete(-1) && item(1) + item(2) == "betanone"); // the last
     EXPECT_TRUE(list.DeleteAll() && !list.Delete(-1));               // then nothing is last
     EXPECT_TRUE(list.Append(empty) == 0 && list.GoTo(0));
-    EXPECT_EQ("0-", selected()); // an empty text is no text
+    EXPECT_EQ("0-", selected());  // an empty text is no text
+    EXPECT_EQ(1, list.Delete(0)); // the system then counts no entries left
 
     BCListBox noWindow(BCResID(5u), nullptr, &App());
-    EXPECT_EQ(-2, noWindow.GetCount() + noWindow.Append(gamma) + noWindow.Insert(gamma, 0) +
-                      noWindow.GoTo(0) + noWindow.DeleteAll());
+    EXPECT_EQ(-3, noWindow.GetCount() + noWindow.Append(gamma) + noWindow.Insert(gamma, 0) +
+                      noWindow.GoTo(0) + noWindow.DeleteAll() + noWindow.Delete(0) +
+                      noWindow.GetItemLen(0));
 }
 
 TEST(ControlTest, InterceptedControlsSeeTheirOwnEventsFirst) {

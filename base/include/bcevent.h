@@ -34,6 +34,7 @@ class NORLIB1_API BCEvent : public BCObject {
     unsigned int GetKeycode() const;
     // Command and notification events: the control or menu item id, and the notification.
     unsigned int GetControlID() const { return LOWORD(wParam); }
+    unsigned int GetTimerID() const { return static_cast<unsigned int>(wParam); }
     unsigned int GetNotifyCode() const { return HIWORD(wParam); }
     HWND GetControlWindow() const { return reinterpret_cast<HWND>(lParam); }
     // A menu command (not a control's notification).

@@ -94,7 +94,9 @@ class NORLIB1_API BCList : public BCRenderableData {
     virtual int Install(void* key, void* item, int inserted);
     // Items of a list with a non-zero item size are blocks the list owns (new[]); they are
     // freed here unless flag 0x0800 is set. Items of size 0 are the caller's. A string or
-    // block key that a load made lives in its item's block and goes with it.
+    // block key that a load made lives in its item's block and goes with it. A list class
+    // that overrides DeleteItem must empty itself (Clear(1)) in its own destructor: a base's
+    // destructor no longer reaches the override. Every list of the library does.
     virtual int DeleteItem(void* key, void* item);
     // Owned items render as text: their bytes up to a NUL or the item size.
     virtual int IsItemRenderable(void* key, void* item, BCFormat& format);

@@ -38,3 +38,6 @@ NORLIB1_API int BCDispMsg(unsigned int id, void* resources, ...);
 // Application-modal forms; the window, when given, owns the box.
 NORLIB1_API int BCDispAppMsg(BCModule* module, unsigned int id, ...);
 NORLIB1_API int BCDispAppMsg(BCModule* module, BCWindow* window, unsigned int id, ...);
+// The application's own text, formatted printf-style, shown as the numbered messages are
+// (application-modal, owned by the window when given) but without a resource: id 0.
+NORLIB1_API int BCDispAppText(BCWindow* window, const char* format, ...);

@@ -83,6 +83,34 @@ class NORLIB1_API BCRectangle : public BCObject {
     short coLeft, coTop, coRight, coBottom;
 };
 
+// Arithmetic of points and extents, wrapping at 16 bits as the coordinates do: a position
+// moved by a size, the size between two positions, sizes added and taken away.
+inline BCPosition operator+(const BCPosition& p, const BCSize& s) {
+    return BCPosition(static_cast<short>(p.GetX() + s.GetWidth()),
+                      static_cast<short>(p.GetY() + s.GetHeight()));
+}
+inline BCPosition operator-(const BCPosition& p, const BCSize& s) {
+    return BCPosition(static_cast<short>(p.GetX() - s.GetWidth()),
+                      static_cast<short>(p.GetY() - s.GetHeight()));
+}
+inline BCSize operator-(const BCPosition& a, const BCPosition& b) {
+    return BCSize(static_cast<short>(a.GetX() - b.GetX()), static_cast<short>(a.GetY() - b.GetY()));
+}
+inline BCSize operator+(const BCSize& a, const BCSize& b) {
+    return BCSize(static_cast<short>(a.GetWidth() + b.GetWidth()),
+                  static_cast<short>(a.GetHeight() + b.GetHeight()));
+}
+inline BCSize operator-(const BCSize& a, const BCSize& b) {
+    return BCSize(static_cast<short>(a.GetWidth() - b.GetWidth()),
+                  static_cast<short>(a.GetHeight() - b.GetHeight()));
+}
+inline BCPosition& operator+=(BCPosition& p, const BCSize& s) {
+    return p = p + s;
+}
+inline BCPosition& operator-=(BCPosition& p, const BCSize& s) {
+    return p = p - s;
+}
+
 // The null values: a position, size, selection and rectangle of all zeros. A null size asks
 // for the platform's default where a size is optional (a caret's).
 NORLIB1_API const BCPosition& BCGetNullPos();

@@ -55,8 +55,15 @@ class NORLIB1_API BCWindow : public BCDisplayDevice {
     virtual long ListBoxSnglClk(BCEvent* event);
     virtual long ListBoxDblClk(BCEvent* event);
     virtual long Close(BCEvent* event);
+    // A timer of this window went off; GetTimerID tells which.
+    virtual long Timer(BCEvent* event);
 
     int Destroy();
+    // Starts (or restarts) timer `id`, which sends Timer events every `milliseconds` until
+    // KillTimer; 1, or 0 without a window or when the system refused.
+    int SetTimer(unsigned int id, unsigned int milliseconds);
+    // 1 when the timer ran and is stopped now.
+    int KillTimer(unsigned int id);
     // Non-zero while the system window exists.
     int HandleCheck() const;
     HWND GetHandle() const { return hWnd; }

@@ -93,7 +93,7 @@ class EditorWindow : public BCMainWindow {
         Show(SW_SHOW);
         editor->SetFocus();
         if (demoSeconds > 0)
-            SetTimer(hWnd, kDemoTimer, 1500, nullptr);
+            ::SetTimer(hWnd, kDemoTimer, 1500, nullptr);
         return 1;
     }
 
@@ -114,7 +114,7 @@ class EditorWindow : public BCMainWindow {
     }
     // The next step comes a while after this one ended, however long it took.
     long Pause() {
-        SetTimer(hWnd, kDemoTimer, 1500, nullptr);
+        ::SetTimer(hWnd, kDemoTimer, 1500, nullptr);
         return 0;
     }
     // The demonstration: typing at the end, an undo, a scroll back to the top and a
@@ -138,13 +138,13 @@ class EditorWindow : public BCMainWindow {
             SendMessageA(h, WM_VSCROLL, SB_TOP, 0);
             BCTextData* text = editor->GetText();
             Drag(PointOf(text->GetLineOfs(2) + 5), PointOf(text->GetLineOfs(4) + 12));
-            KillTimer(hWnd, kDemoTimer);
+            ::KillTimer(hWnd, kDemoTimer);
             Mark("editdemo.done");
-            SetTimer(hWnd, kDemoTimer, static_cast<UINT>(demoSeconds * 1000), nullptr);
+            ::SetTimer(hWnd, kDemoTimer, static_cast<UINT>(demoSeconds * 1000), nullptr);
             return 0;
         }
         default:
-            KillTimer(hWnd, kDemoTimer);
+            ::KillTimer(hWnd, kDemoTimer);
             Destroy();
             return 0;
         }

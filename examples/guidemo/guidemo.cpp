@@ -45,7 +45,7 @@ class GreetingDialog : public BCModalDialog {
     long Initialize(BCEvent* e) override {
         name->SetTitle("Ada");
         if (closeItself) {
-            SetTimer(hWnd, kDemoTimer, 3000, nullptr);
+            SetTimer(kDemoTimer, 3000);
             Mark("guidemo.dialog");
         }
         return static_cast<long>(BCModalDialog::Initialize(e));
@@ -55,12 +55,9 @@ class GreetingDialog : public BCModalDialog {
             name->GetTitle(typed, sizeof typed);
         return static_cast<long>(DefaultEvent(e));
     }
-    LRESULT DispatchEvent(BCEvent* e) override {
-        if (e->GetMessage() == WM_TIMER) { // as if OK was pressed
-            name->GetTitle(typed, sizeof typed);
-            return EndDlg(IDOK);
-        }
-        return BCModalDialog::DispatchEvent(e);
+    long Timer(BCEvent*) override { // as if OK was pressed
+        name->GetTitle(typed, sizeof typed);
+        return EndDlg(IDOK);
     }
     char typed[64] = "";
 
@@ -117,17 +114,13 @@ class DemoWindow : public BCMainWindow {
             return static_cast<long>(DefaultEvent(e));
         }
     }
-    LRESULT DispatchEvent(BCEvent* e) override {
-        if (e->GetMessage() == WM_TIMER)
-            return DemoStep();
-        return BCMainWindow::DispatchEvent(e);
-    }
+    long Timer(BCEvent*) override { return DemoStep(); }
     int Start(const char* title) {
         if (!Create(title) || !pad->Create("pad") || !log->Create(""))
             return 0;
         Show(SW_SHOW);
         if (demoSeconds > 0)
-            SetTimer(hWnd, kDemoTimer, 300, nullptr);
+            SetTimer(kDemoTimer, 300);
         return 1;
     }
 
@@ -141,7 +134,7 @@ class DemoWindow : public BCMainWindow {
         }
         if (demoSeconds > 0) { // the last step: the end, a while later
             Mark("guidemo.done");
-            SetTimer(hWnd, kDemoTimer, static_cast<UINT>(demoSeconds * 1000), nullptr);
+            SetTimer(kDemoTimer, static_cast<unsigned int>(demoSeconds * 1000));
         }
         return 1;
     }
@@ -161,11 +154,11 @@ class DemoWindow : public BCMainWindow {
             }
             return 0;
         case 1:
-            KillTimer(hWnd, kDemoTimer);
+            KillTimer(kDemoTimer);
             PostMessageA(hWnd, WM_COMMAND, kMenuGreeting, 0); // opens the dialog
             return 0;
         default:
-            KillTimer(hWnd, kDemoTimer);
+            KillTimer(kDemoTimer);
             Destroy();
             return 0;
         }

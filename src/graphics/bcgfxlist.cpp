@@ -135,6 +135,44 @@ BCGraphicObject* BCGraphicList::GetHitObject(const BCPosition& pos, int next) {
     return nullptr;
 }
 
+BCGraphicObject* BCGraphicList::GetTopHitObject(const BCPosition& pos, short tolerance) {
+    BCGraphicObject* top = nullptr;
+    auto topNode = lpCrnt;
+    for (int more = Home(); more; more = Next()) {
+        auto* obj = static_cast<BCGraphicObject*>(GetCrntItem());
+        if (obj && obj->HitTest(pos, tolerance)) {
+            top = obj;
+            topNode = lpCrnt;
+        }
+    }
+    lpCrnt = top ? topNode : nullptr;
+    return top;
+}
+
+int BCGraphicList::Unhook(BCGraphicObject* object) {
+    for (int more = Home(); more; more = Next()) {
+        if (GetCrntItem() != object)
+            continue;
+        const unsigned long flags = dwFlags;
+        dwFlags |= BC_FLAG_KEEP_ITEMS;
+        DeleteCrnt();
+        dwFlags = flags;
+        return 1;
+    }
+    return 0;
+}
+
+int BCGraphicList::BringToFront(BCGraphicObject* object) {
+    return object && Unhook(object) ? Append(nullptr, object) : 0;
+}
+
+int BCGraphicList::SendToBack(BCGraphicObject* object) {
+    if (!object || !Unhook(object))
+        return 0;
+    Home(); // an unsorted insert goes before the current item: the head
+    return Insert(nullptr, object);
+}
+
 int BCGraphicList::Walk(BCDisplayDevice* dev, const BCPosition* offset, int drawing) {
     if (!dev)
         return 0;
@@ -258,5 +296,6 @@ int BCCompoundGraphic::Load(std::istream& is) {
     if (!guard.Ok() || !BCGraphicObject::Load(is))
         return 0;
     opList = new (std::nothrow) BCGraphicList;
+    BCKeepLoaded(is, opList);
     return opList && opList->Load(is);
 }

@@ -31,7 +31,39 @@ unsigned int GetLE(const unsigned char* at, int bytes) {
     return value;
 }
 
+// Where a stream keeps its drawing-records mark (iword) and keeper (pword).
+int DrawingSlot() {
+    static const int slot = std::ios_base::xalloc();
+    return slot;
+}
+
+// The pen and brush records that follow the marks, in both layouts.
+int SavePieces(std::ostream& os, BCPen* pen, BCBrush* brush) {
+    return (!pen || pen->Save(os)) && (!brush || brush->Save(os));
+}
+
 } // namespace
+
+BCLoadKeeper::~BCLoadKeeper() = default;
+
+void BCBeginDrawingRecords(std::ios_base& stream, BCLoadKeeper* keeper) {
+    stream.iword(DrawingSlot()) = 1;
+    stream.pword(DrawingSlot()) = keeper;
+}
+
+void BCEndDrawingRecords(std::ios_base& stream) {
+    stream.iword(DrawingSlot()) = 0;
+    stream.pword(DrawingSlot()) = nullptr;
+}
+
+int BCIsDrawingRecords(std::ios_base& stream) {
+    return stream.iword(DrawingSlot()) ? 1 : 0;
+}
+
+void BCKeepLoaded(std::ios_base& stream, BCObject* made) {
+    if (auto* keeper = static_cast<BCLoadKeeper*>(stream.pword(DrawingSlot())); keeper && made)
+        keeper->Keep(made);
+}
 
 BCGraphicObject::BCGraphicObject(unsigned int typeCode, unsigned int id, const BCPosition& pos,
                                  const BCSize& size)
@@ -69,6 +101,13 @@ int BCGraphicObject::IsHit(const BCPosition& pos) const {
     const long right = static_cast<long>(coX) + coW;
     const long bottom = static_cast<long>(coY) + coH;
     return px >= coX && px < right && py >= coY && py < bottom;
+}
+
+int BCGraphicObject::HitTest(const BCPosition& pos, short tolerance) const {
+    const long px = pos.GetX();
+    const long py = pos.GetY();
+    return px >= coX - tolerance && px < static_cast<long>(coX) + coW + tolerance &&
+           py >= coY - tolerance && py < static_cast<long>(coY) + coH + tolerance;
 }
 
 int BCGraphicObject::Draw(BCDisplayDevice* dev) {
@@ -213,6 +252,9 @@ void BCDrawGraphic::DrawReset() {
 int BCDrawGraphic::Save(std::ostream& os) {
     if (!BCGraphicObject::Save(os))
         return 0;
+    if (BCIsDrawingRecords(os))
+        return BCSaveByte(os, bFlags) && BCSavePtr(os, opPen) && BCSavePtr(os, opBrush) &&
+               SavePieces(os, opPen, opBrush);
     const bool anyFlag = (bFlags & (kFrame | kFill | kOpaque)) != 0;
     int marks = 0;
     if (anyFlag) {
@@ -222,13 +264,7 @@ int BCDrawGraphic::Save(std::ostream& os) {
     }
     // The flags themselves are not written; Load reads them as a byte where this word and
     // the marks lie.
-    if (!BCSaveWord(os, anyFlag && marks ? 1u : 0u))
-        return 0;
-    if (opPen && !opPen->Save(os))
-        return 0;
-    if (opBrush && !opBrush->Save(os))
-        return 0;
-    return 1;
+    return BCSaveWord(os, anyFlag && marks ? 1u : 0u) && SavePieces(os, opPen, opBrush);
 }
 
 int BCDrawGraphic::Load(std::istream& is) {
@@ -243,11 +279,13 @@ int BCDrawGraphic::Load(std::istream& is) {
     opBrush = nullptr;
     if (penMark) {
         opPen = new (std::nothrow) BCPen(1, 1, BCGetBlack(), BCGetDLLModule2());
+        BCKeepLoaded(is, opPen);
         if (!opPen || !opPen->Load(is))
             return 0;
     }
     if (brushMark) {
         opBrush = new (std::nothrow) BCBrush(BCGetDLLModule2());
+        BCKeepLoaded(is, opBrush);
         if (!opBrush || !opBrush->Load(is))
             return 0;
     }

@@ -21,6 +21,24 @@ short Wrap(int value) {
     return static_cast<short>(value);
 }
 
+// How far from the stroke's middle a point still touches it: half the pen (one pixel without
+// one) and the tolerance.
+double Reach(const BCPen* pen, short tolerance) {
+    const unsigned int width = pen && pen->GetWidth() > 1 ? pen->GetWidth() : 1;
+    return width / 2.0 + tolerance;
+}
+
+// Whether `p` lies within `reach` of the segment from `a` to `b`.
+bool NearSegment(const BCPosition& p, const BCPosition& a, const BCPosition& b, double reach) {
+    const double dx = b.GetX() - a.GetX(), dy = b.GetY() - a.GetY();
+    const double length2 = dx * dx + dy * dy;
+    double t =
+        length2 > 0 ? ((p.GetX() - a.GetX()) * dx + (p.GetY() - a.GetY()) * dy) / length2 : 0;
+    t = t < 0 ? 0 : t > 1 ? 1 : t;
+    const double ex = a.GetX() + t * dx - p.GetX(), ey = a.GetY() + t * dy - p.GetY();
+    return ex * ex + ey * ey <= reach * reach;
+}
+
 } // namespace
 
 // ---- Line
@@ -45,6 +63,11 @@ int BCLineGraphic::Draw(BCDisplayDevice* dev) {
     dev->LineTo(BCPosition(Wrap(coX + coW), Wrap(coY + coH)));
     DrawReset();
     return 1;
+}
+
+int BCLineGraphic::HitTest(const BCPosition& pos, short tolerance) const {
+    return NearSegment(pos, BCPosition(coX, coY), BCPosition(Wrap(coX + coW), Wrap(coY + coH)),
+                       Reach(opPen, tolerance));
 }
 
 int BCLineGraphic::UnDraw(BCDisplayDevice* dev) {
@@ -340,6 +363,7 @@ int PutPoints(BCDisplayDevice* dev, const POINT* points, int count, bool closed)
 // The polyline that Load makes is the caller's, like the one given to the constructor.
 BCPolyline* LoadPolyline(std::istream& is, BCPolyline*& field) {
     field = new (std::nothrow) BCPolyline(BCGetDLLModule2());
+    BCKeepLoaded(is, field);
     return field && field->Load(is) ? field : nullptr;
 }
 
@@ -372,6 +396,21 @@ int BCPolylineGraphic::Draw(BCDisplayDevice* dev) {
         DrawReset();
         return result;
     });
+}
+
+int BCPolylineGraphic::HitTest(const BCPosition& pos, short tolerance) const {
+    const unsigned int count = opPolyline ? opPolyline->GetPointCount() : 0;
+    const short* xy = count ? opPolyline->GetPoints() : nullptr;
+    if (!xy)
+        return 0;
+    const double reach = Reach(opPen, tolerance);
+    auto point = [&](unsigned int i) {
+        return BCPosition(Wrap(coX + xy[2 * i]), Wrap(coY + xy[2 * i + 1]));
+    };
+    for (unsigned int i = 0; i < count; ++i)
+        if (NearSegment(pos, point(i), point(i + 1 < count ? i + 1 : i), reach))
+            return 1;
+    return 0;
 }
 
 int BCPolylineGraphic::UnDraw(BCDisplayDevice* dev) {

@@ -18,6 +18,52 @@ namespace {
 // The device's own colours and mode are used as they stand.
 constexpr unsigned int kModeDevice = 4;
 
+// Style bits of a font in drawing records.
+enum : unsigned char { kBold = 1, kLight = 2, kItalic = 4, kUnderline = 8, kStrikeOut = 16 };
+
+// Drawing records add the font: a presence mark, then face, width, height and style bits.
+int SaveFont(std::ostream& os, BCFont* font) {
+    if (!BCSavePtr(os, font))
+        return 0;
+    if (!font)
+        return 1;
+    const BCSize size = font->GetSize();
+    const unsigned char style = static_cast<unsigned char>(
+        (font->IsBold() ? kBold : 0) | (font->IsLight() ? kLight : 0) |
+        (font->IsItalic() ? kItalic : 0) | (font->IsUnderline() ? kUnderline : 0) |
+        (font->IsStrikeOut() ? kStrikeOut : 0));
+    return BCSaveStringPtr(os, font->GetFontName()) &&
+           BCSaveWord(os, static_cast<unsigned short>(size.GetWidth())) &&
+           BCSaveWord(os, static_cast<unsigned short>(size.GetHeight())) && BCSaveByte(os, style);
+}
+
+// The font made is handed to the stream's keeper; null with `ok` 0 when the record is bad.
+BCFont* LoadFont(std::istream& is, int& ok) {
+    void* mark = nullptr;
+    ok = BCLoadPtr(is, mark);
+    if (!ok || !mark)
+        return nullptr;
+    char* face = nullptr;
+    unsigned int width = 0, height = 0;
+    unsigned char style = 0;
+    ok = BCLoadStringPtr(is, face) && BCLoadWord(is, width) && BCLoadWord(is, height) &&
+         BCLoadByte(is, style);
+    BCFont* font = ok ? new (std::nothrow) BCFont(face, BCGetDLLModule2()) : nullptr;
+    delete[] face;
+    BCKeepLoaded(is, font);
+    if (!font) {
+        ok = 0;
+        return nullptr;
+    }
+    font->SetSize(BCSize(static_cast<short>(width), static_cast<short>(height)));
+    font->SetBold(style & kBold);
+    font->SetLight(style & kLight);
+    font->SetItalic(style & kItalic);
+    font->SetUnderline(style & kUnderline);
+    font->SetStrikeOut(style & kStrikeOut);
+    return font;
+}
+
 } // namespace
 
 BCTextGraphic::BCTextGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
@@ -111,7 +157,8 @@ int BCTextGraphic::UnDraw(BCDisplayDevice* dev) {
 
 int BCTextGraphic::Save(std::ostream& os) {
     return BCGraphicObject::Save(os) && BCSaveStringPtr(os, lpText) && crFore.Save(os) &&
-           crBack.Save(os) && BCSaveWord(os, wBackMode);
+           crBack.Save(os) && BCSaveWord(os, wBackMode) &&
+           (!BCIsDrawingRecords(os) || SaveFont(os, opFont));
 }
 
 int BCTextGraphic::Load(std::istream& is) {
@@ -124,7 +171,13 @@ int BCTextGraphic::Load(std::istream& is) {
     }
     delete[] lpText;
     lpText = text;
-    return crFore.Load(is) && crBack.Load(is) && BCLoadWord(is, wBackMode);
+    if (!crFore.Load(is) || !crBack.Load(is) || !BCLoadWord(is, wBackMode))
+        return 0;
+    if (!BCIsDrawingRecords(is))
+        return 1;
+    int ok = 0;
+    opFont = LoadFont(is, ok);
+    return ok;
 }
 
 BCBitmapGraphic::BCBitmapGraphic(unsigned int id, const BCPosition& pos, const BCSize& size,
@@ -183,6 +236,7 @@ int BCBitmapGraphic::Load(std::istream& is) {
         opBitmap = new (std::nothrow) BCBitmap(BCGetDLLModule2());
         if (!opBitmap)
             return 0;
+        BCKeepLoaded(is, opBitmap);
     }
     return opBitmap->Load(is) && BCLoadDblWord(is, dwRasterOp);
 }

@@ -90,6 +90,19 @@ int BCDispAppMsg(BCModule* module, unsigned int id, ...) {
     return result;
 }
 
+int BCDispAppText(BCWindow* window, const char* format, ...) {
+    KoString text;
+    va_list args;
+    va_start(args, format);
+    text.VSprintf(format ? format : "", args);
+    va_end(args);
+    BCMsgInfo info = {BC_MSG_NUMBERED, 0, text.c_str(), nullptr, kAppModalStyle, nullptr, nullptr, 0};
+    BCSetMsgOwner(window ? window->GetHandle() : nullptr);
+    int result = BCShowMsg(info);
+    BCSetMsgOwner(nullptr);
+    return result;
+}
+
 int BCDispAppMsg(BCModule* module, BCWindow* window, unsigned int id, ...) {
     va_list args;
     va_start(args, id);

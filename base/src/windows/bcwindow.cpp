@@ -211,6 +211,8 @@ LRESULT BCWindow::DispatchEvent(BCEvent* e) {
         return MenuInit(e);
     case WM_CLOSE:
         return Close(e);
+    case WM_TIMER:
+        return Timer(e);
     case WM_SETCURSOR:
         if (hCursor && LOWORD(e->GetLParam()) == HTCLIENT) {
             ::SetCursor(hCursor);
@@ -307,6 +309,19 @@ long BCWindow::ListBoxDblClk(BCEvent* e) {
 }
 long BCWindow::Close(BCEvent* e) {
     return static_cast<long>(DefaultEvent(e));
+}
+long BCWindow::Timer(BCEvent* e) {
+    return static_cast<long>(DefaultEvent(e));
+}
+
+int BCWindow::SetTimer(unsigned int id, unsigned int milliseconds) {
+    if (!HandleCheck())
+        return 0;
+    return BCTraced(::SetTimer(hWnd, id, milliseconds, nullptr), "SetTimer") ? 1 : 0;
+}
+
+int BCWindow::KillTimer(unsigned int id) {
+    return HandleCheck() && ::KillTimer(hWnd, id) ? 1 : 0;
 }
 
 int BCWindow::Destroy() {
