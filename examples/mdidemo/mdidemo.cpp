@@ -178,7 +178,7 @@ class Frame : public BCMDIFrameWindow {
             return 0;
         Show(SW_SHOW);
         if (demoSeconds > 0)
-            SetTimer(hWnd, kDemoTimer, 1200, nullptr);
+            SetTimer(kDemoTimer, 1200);
         return 1;
     }
 
@@ -220,11 +220,7 @@ class Frame : public BCMDIFrameWindow {
         return static_cast<long>(DefaultEvent(e)); // the Window menu's documents
     }
 
-    LRESULT DispatchEvent(BCEvent* e) override {
-        if (e->GetMessage() == WM_TIMER && e->GetWindow() == hWnd)
-            return DemoStep();
-        return BCMDIFrameWindow::DispatchEvent(e);
-    }
+    long Timer(BCEvent*) override { return DemoStep(); }
 
   private:
     BCWindow* Target() {
@@ -274,14 +270,14 @@ class Frame : public BCMDIFrameWindow {
     }
 
     long Pause(unsigned int ms) {
-        SetTimer(hWnd, kDemoTimer, ms, nullptr);
+        SetTimer(kDemoTimer, ms);
         return 0;
     }
 
     // The demonstration: an editor and a drawing, tiled; then cascaded with the editor in
     // front in a new font.
     long DemoStep() {
-        KillTimer(hWnd, kDemoTimer);
+        KillTimer(kDemoTimer);
         switch (step++) {
         case 0:
             Command(kNewEditor);
