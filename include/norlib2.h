@@ -22,3 +22,5 @@
 #include "bcgfxlist.h"
 #include "bctextedit.h"
 #include "bcclipboard.h"
+#include "bceditctl.h"
+#include "bcbutton.h"
