@@ -57,4 +57,205 @@ TEST(EditControlTest, SelectionModifiedFlagUndoAndClipboard) {
     EXPECT_TRUE(TextOf(edit) == "abefbc" && edit.IsModified() == 1);
 }
 
+TEST(EditControlTest, SelectedTextIsCutToTheBufferSize) {
+    Frame frame;
+    BCStringEdit line(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdefgh", &App());
+    BCMultiStringEdit lines(31, &frame.main, BCPosition(0, 30), BCSize(200, 60), "abcdefgh",
+                            &App());
+    struct Case {
+        unsigned int size;
+        const char* want;
+    };
+    for (const Case& c : {Case{3, "cd"}, Case{4, "cdef"}, Case{9, "cdef"}}) {
+        char a[16] = "?", b[16] = "?";
+        line.SetCrntSelection(BCLimits(2, 6));
+        lines.SetCrntSelection(BCLimits(2, 6));
+        unsigned int n = std::string(c.want).size();
+        EXPECT_EQ(n, line.GetSelectedText(a, c.size)) << c.size;
+        EXPECT_EQ(n, lines.GetSelectedText(b, c.size)) << c.size;
+        EXPECT_EQ(std::string(c.want) + c.want, std::string(a) + b);
+    }
+    char none[4] = "?";
+    line.SetCrntSelection(BCLimits(3, 3));
+    EXPECT_EQ(0u, line.GetSelectedText(none, 4));
+}
+
+TEST(EditControlTest, LinesTabStopsAndFormatRectangle) {
+    Frame frame(true);
+    BCMultiStringEdit edit(31, &frame.main, BCPosition(0, 0), BCSize(300, 120),
+                           "abc\r\n\tX\r\nlast", &App());
+    EXPECT_TRUE(edit.GetLineCnt() == 3 && edit.GetLineLen(0) == 3 && edit.GetLineLen(12) == 4);
+    struct Case {
+        unsigned int size;
+        const char* want;
+        unsigned int count;
+    };
+    for (const Case& c : {Case{10, "abc\r\n", 5}, Case{4, "abc", 4}, Case{3, "ab", 3}}) {
+        char line[16];
+        EXPECT_EQ(c.count, edit.GetTextLine(0, line, c.size)) << c.size;
+        EXPECT_STREQ(c.want, line) << c.size;
+    }
+    auto xOfX = [&edit] { // where the character after the tab lands
+        return static_cast<short>(LOWORD(SendMessageA(edit.GetHandle(), EM_POSFROMCHAR, 6, 0)));
+    };
+    EXPECT_EQ(1, edit.SetTabStops(1, 16));
+    short narrow = xOfX();
+    EXPECT_EQ(1, edit.SetTabStops(2, 64, 128));
+    EXPECT_GT(xOfX(), narrow + 20);
+
+    BCRectangle wide = edit.GetFormatRect();
+    ASSERT_EQ(1, edit.SetFormatRect(BCRectangle(20, 10, 120, 100), 0));
+    BCRectangle set = edit.GetFormatRect();
+    EXPECT_TRUE(set.GetLeft() >= 20 && set.GetRight() <= 120 && set.GetRight() > 110 &&
+                wide.GetWidth() > 200);
+}
+
+TEST(EditControlTest, TextsOver32767CharactersAreRefused) {
+    Frame frame;
+    MsgRecorder recorder;
+    BCMultiStringEdit edit(31, &frame.main, BCPosition(0, 0), BCSize(300, 120), "old", &App());
+    std::string longest(32767, 'x');
+    EXPECT_TRUE(edit.SetText(longest.c_str()) == 1 && edit.GetTextLen() == 32767);
+    EXPECT_EQ(0, edit.SetText((longest + "y").c_str()));
+    EXPECT_EQ(32767, edit.GetTextLen());
+    ASSERT_EQ(Ids{10082}, recorder.NumberedIds());
+    EXPECT_NE(std::string::npos,
+              recorder.Last().text.find("(Attempted to edit 32768 characters.)"));
+}
+
+// Tells when it goes, so that ownership can be seen.
+class WatchedText : public BCTextData {
+  public:
+    WatchedText(const char* text, bool* gone)
+        : BCTextData(nullptr, nullptr, nullptr, nullptr, 0, nullptr), flag(gone) {
+        SetText(text, 0, BCGetStrLen(text), 1);
+    }
+    ~WatchedText() override { *flag = true; }
+    bool* flag;
+};
+
+TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
+    Frame frame;
+    bool gone = false;
+    WatchedText mine("mine\r\ntext", &gone);
+    mine.SetModified(1);
+    {
+        BCMultiStringEdit edit(31, &frame.main, BCPosition(0, 0), BCSize(300, 120), "typed",
+                               &App());
+        edit.SetModified(1);
+        BCTextData* own = edit.GetText();
+        char text[16];
+        ASSERT_TRUE(own && own->GetText(text, 0, 16) == 5 && own->IsModified());
+        EXPECT_STREQ("typed", text);
+        edit.SetModified(0);
+        EXPECT_TRUE(edit.GetText() == own && !own->IsModified()); // refilled in place
+
+        for (int twice = 0; twice < 2; ++twice)
+            EXPECT_EQ(1, edit.SetText(&mine));
+        EXPECT_TRUE(!gone && TextOf(edit) == "mine\r\ntext" && edit.IsModified());
+        edit.SetCrntSelection(BCLimits(0, 4));
+        edit.ReplaceSelectedText("your");
+        EXPECT_TRUE(edit.GetText() == &mine && mine.GetText(text, 0, 4) == 4);
+        EXPECT_STREQ("your", text);
+        EXPECT_EQ(1, edit.SetText(static_cast<BCTextData*>(nullptr)));
+        EXPECT_TRUE(!gone && TextOf(edit).empty());
+        EXPECT_EQ(1, edit.SetText(&mine));
+    }
+    EXPECT_FALSE(gone); // the caller's object outlives the control
+
+    MsgRecorder recorder;
+    BCMultiStringEdit edit(31, &frame.main, BCPosition(0, 0), BCSize(300, 120), "", &App());
+    BCTextData* notText = reinterpret_cast<BCTextData*>(&frame.main);
+    EXPECT_EQ(0, edit.SetText(notText));
+    ASSERT_EQ(1u, recorder.Count());
+    EXPECT_TRUE(recorder.Last().file == "MLTEDIT" && recorder.Last().line == 170);
+}
+
+class EnterDialog : public BCModalDialog {
+  public:
+    explicit EnterDialog(bool newLines) : BCModalDialog(BCResID(600u), nullptr, &App()) {
+        lines = newLines;
+        edit = new BCMultiStringEdit(BCResID(101u), this, &App());
+    }
+    long Initialize(BCEvent* e) override {
+        if (lines)
+            edit->SetStyle(0x0800, 1);
+        ::SetFocus(edit->GetHandle());
+        PostMessageA(edit->GetHandle(), WM_KEYDOWN, VK_RETURN, 0x1C0001);
+        PostMessageA(hWnd, WM_APP, 0, 0);
+        BCModalDialog::Initialize(e);
+        return FALSE; // the focus is set
+    }
+    LRESULT DispatchEvent(BCEvent* e) override {
+        if (e->GetMessage() != WM_APP)
+            return BCModalDialog::DispatchEvent(e);
+        if (e->GetWParam() == 0) // once more round the queue: the new line is posted too
+            return PostMessageA(hWnd, WM_APP, 1, 0);
+        text = TextOf(*edit);
+        return EndDlg(5);
+    }
+    bool lines;
+    BCMultiStringEdit* edit;
+    std::string text;
+};
+
+TEST(EditControlTest, EnterMakesANewLineInADialogWithStyleBit0x0800) {
+    for (bool lines : {false, true}) {
+        EnterDialog dialog(lines);
+        ASSERT_EQ(1, dialog.Create(""));
+        EXPECT_EQ(lines ? 5 : 1, dialog.GetResult()) << lines;
+        EXPECT_EQ(lines ? "\r\n" : "", dialog.text) << lines;
+    }
+}
+
+TEST(ControlTest, StylesTypeCodesAndStates) {
+    Frame frame;
+    BCWindow* parent = &frame.main;
+    BCPosition at(0, 0);
+    BCSize size(80, 20);
+    BCPushButton ok(1, parent, at, size, "OK", &App()), other(2, parent, at, size, "No", &App());
+    BCCheckBox check(3, parent, at, size, "Check", &App());
+    BCRadioButton radio(4, parent, at, size, "Radio", &App());
+    BCGroupBox group(5, parent, at, size, "Group", &App());
+    BCStringEdit line(6, parent, at, size, "", &App());
+    BCMultiStringEdit low(7, parent, at, BCSize(80, 24), "", &App()),
+        high(8, parent, at, BCSize(80, 25), "", &App());
+    BCSizeBox grip(9, parent, &App());
+    BCStaticControl bare(77, parent, at, size, SS_LEFT | WS_CHILD, 1, &App());
+    BCStaticText label(0, parent, at, size, "Label", WS_CHILD | SS_LEFT, &App());
+    BCStaticIcon icon(10, parent, at, BCResID(32512u), &App());
+    ASSERT_TRUE(grip.Create(""));
+    struct Case {
+        BCWindow* control;
+        unsigned int type;
+        unsigned long style;
+    };
+    for (const Case& c :
+         {Case{&ok, 34, 0x50000001}, Case{&other, 34, 0x50000000}, Case{&check, 35, 0x50000002},
+          Case{&radio, 33, 0x50000004}, Case{&group, 36, 0x50000007}, Case{&line, 38, 0x50800080},
+          Case{&low, 39, 0x50800080}, Case{&high, 39, 0x50B000C4}, Case{&grip, 46, 0x50000008},
+          Case{&bare, 77, 0x40000000}, Case{&label, 48, 0x40000000}, Case{&icon, 49, 0x50000003}}) {
+        EXPECT_EQ(c.type, c.control->GetObjectType());
+        EXPECT_EQ(c.style, static_cast<unsigned long>(c.control->GetStyle())) << c.type;
+    }
+    check.SetState(1);
+    EXPECT_EQ(1, check.GetState());
+    radio.SetState(1);
+    EXPECT_EQ(1, radio.GetState());
+    EXPECT_TRUE(ok.SetText("Fine") && TextOf(ok) == "Fine" && ok.GetTextLen() == 4);
+    EXPECT_TRUE(label.SetText("Name:") && TextOf(label) == "Name:" && label.GetTextLen() == 5);
+    char cut[4];
+    EXPECT_TRUE(label.GetText(cut, sizeof cut) == 3 && std::string(cut) == "Nam");
+    RECT box;
+    GetWindowRect(icon.GetHandle(), &box);
+    EXPECT_TRUE(SendMessageA(icon.GetHandle(), STM_GETICON, 0, 0) &&
+                box.right - box.left == GetSystemMetrics(SM_CXICON));
+
+    BCStaticText fromTable(10082, parent, at, size, nullptr, WS_CHILD, &App()),
+        none(0, parent, at, size, nullptr, WS_CHILD, &App());
+    EXPECT_EQ(80, fromTable.GetTextLen()); // the message text, cut
+    EXPECT_EQ(0, TextOf(fromTable).find("An edit control can only handle"));
+    EXPECT_FALSE(none.HandleCheck());
+}
+
 } // namespace
