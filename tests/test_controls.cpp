@@ -258,4 +258,127 @@ TEST(ControlTest, StylesTypeCodesAndStates) {
     EXPECT_FALSE(none.HandleCheck());
 }
 
+// Counts the drags the framework hands it.
+class DragCountingEdit : public BCMultiStringEdit {
+  public:
+    using BCMultiStringEdit::BCMultiStringEdit;
+    long MouseDrag(BCEvent* e) override {
+        ++drags;
+        return BCMultiStringEdit::MouseDrag(e);
+    }
+    int drags = 0;
+};
+
+TEST(ControlTest, TemplateControlsAreBoundWithTheirTypes) {
+    BCModelessDialog dialog(BCResID(600u), nullptr, &App());
+    auto* lines = new DragCountingEdit(BCResID(101u), &dialog, &App());
+    auto* line = new BCStringEdit(BCResID(102u), &dialog, &App());
+    auto* check = new BCCheckBox(BCResID(103u), &dialog, &App());
+    auto* radio = new BCRadioButton(BCResID(104u), &dialog, &App());
+    auto* label = new BCStaticText(BCResID(105u), &dialog, &App());
+    auto* group = new BCGroupBox(BCResID(106u), &dialog, &App());
+    auto* grip = new BCSizeBox(BCResID(107u), &dialog, &App());
+    auto* icon = new BCStaticIcon(BCResID(108u), &dialog, &App());
+    auto* ok = new BCPushButton(BCResID(1u), &dialog, &App());
+    auto* cancel = new BCStaticControl(BCResID(2u), &dialog, &App());
+    ASSERT_TRUE(dialog.Create("Controls"));
+    std::vector<unsigned int> types;
+    for (BCWindow* c :
+         std::vector<BCWindow*>{lines, line, check, radio, label, group, grip, icon, ok, cancel})
+        types.push_back(c->HandleCheck() ? c->GetObjectType() : 0);
+    EXPECT_EQ((Ids{39, 38, 35, 33, 48, 36, 46, 49, 34, 47}), types);
+    EXPECT_TRUE(TextOf(*ok) == "OK" && TextOf(*label) == "Label" && group->GetTextLen() == 5);
+
+    check->SetState(BST_INDETERMINATE);
+    EXPECT_EQ(BST_INDETERMINATE, SendMessageA(check->GetHandle(), BM_GETCHECK, 0, 0));
+    EXPECT_EQ(1, check->GetState());
+
+    for (int bit : {0, 0x0800}) { // with the bit a drag goes straight to the control
+        lines->SetStyle(0x0800, bit);
+        lines->drags = 0;
+        SendMessageA(lines->GetHandle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, 5));
+        EXPECT_EQ(bit ? 0 : 1, lines->drags);
+    }
+    dialog.EndDlg(2);
+}
+
+class WatchedBrush : public BCBrush {
+  public:
+    explicit WatchedBrush(bool* gone) : flag(gone) {}
+    ~WatchedBrush() override { *flag = true; }
+    bool* flag;
+};
+
+TEST(ControlTest, GroupBoxDeletesItsBackgroundAndSizeBoxDrawsItsEdges) {
+    Frame frame(true);
+    bool gone = false;
+    {
+        BCGroupBox group(5, &frame.main, BCPosition(0, 0), BCSize(80, 40), "Group", &App());
+        group.SetBackground(new WatchedBrush(&gone));
+    }
+    EXPECT_TRUE(gone);
+
+    BCSizeBox grip(9, &frame.main, BCPosition(40, 40), BCSize(20, 16), &App());
+    ASSERT_TRUE(grip.Create(""));
+    UpdateWindow(frame.main.GetHandle());
+    auto edges = [&grip] { // the line's end point is not drawn
+        HDC dc = GetDC(grip.GetHandle());
+        std::vector<COLORREF> seen{GetPixel(dc, 19, 0), GetPixel(dc, 19, 15), GetPixel(dc, 1, 15),
+                                   GetPixel(dc, 0, 15) == 0, GetPixel(dc, 1, 1) == 0};
+        ReleaseDC(grip.GetHandle(), dc);
+        return seen;
+    };
+    EXPECT_NE(0u, edges()[0] + edges()[1]);
+    BCEvent paint(grip.GetHandle(), WM_PAINT, 0, 0);
+    grip.Paint(&paint);
+    EXPECT_EQ((std::vector<COLORREF>{0, 0, 0, 0, 0}), edges());
+}
+
+TEST(ControlTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {
+    BCStringEdit line(BCResID(1u), nullptr, &App());
+    BCMultiStringEdit lines(BCResID(1u), nullptr, &App());
+    BCCheckBox check(BCResID(1u), nullptr, &App());
+    BCRadioButton radio(BCResID(1u), nullptr, &App());
+    BCStaticText label(BCResID(1u), nullptr, &App());
+    char buffer[8] = "keep";
+    EXPECT_TRUE(line.GetText(buffer, 7) == 7 && lines.GetText(buffer, 9) == 9);
+    EXPECT_STREQ("keep", buffer); // the sizes come back, the buffer is left alone
+    bool gone = false;
+    WatchedText data("text", &gone);
+    MsgRecorder recorder;
+    EXPECT_EQ(0, line.SetText("x") + line.GetTextLen() + line.GetSelectedText(buffer, 8) +
+                     line.SetPasswordChar('*') + line.IsModified() + line.SetModified(1) +
+                     line.Undo() + line.CanUndo() + line.Cut() + line.Copy() + line.Paste());
+    EXPECT_EQ(0, lines.SetText(std::string(40000, 'x').c_str()) + lines.SetText(&data) +
+                     lines.GetTextLen() + lines.GetTextLine(0, buffer, 8) + lines.GetLineLen(0) +
+                     lines.GetLineCnt() + lines.GetSelectedText(buffer, 8) + lines.EmptyUndo() +
+                     lines.SetFormatRect(BCRectangle(1, 1, 9, 9), 1) + lines.FormatLines(1) +
+                     lines.SetTabStops(1, 8));
+    EXPECT_EQ(0, check.GetState() + check.SetState(1) + radio.GetState() + radio.SetState(1) +
+                     check.SetText("x") + check.GetText(buffer, 8) + check.GetTextLen() +
+                     label.SetText("x") + label.GetText(buffer, 8) + label.GetTextLen());
+    EXPECT_TRUE(lines.GetText() == nullptr && !gone && recorder.Count() == 0);
+    EXPECT_TRUE(line.GetCrntSelection() == BCLimits(0, 0) &&
+                lines.GetFormatRect() == BCGetNullRect());
+}
+
+TEST(EditControlTest, DumpShowsLengthFlagAndFirstBytes) {
+    Frame frame;
+    BCStringEdit line(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "hello", &App());
+    BCMultiStringEdit lines(31, &frame.main, BCPosition(0, 30), BCSize(200, 60),
+                            "0123456789abcdefXYZ", &App());
+    line.SetModified(0);
+    lines.SetModified(1);
+    MsgRecorder recorder;
+    line.Display("L: ");
+    lines.Display(nullptr);
+    EXPECT_EQ("L: GetTextLen()=5\nIsModified()=0\n[0..15]={\n"
+              "             68 65 6c 6c 6f 00 00 00\n"
+              "             00 00 00 00 00 00 00 00\n        }\n|"
+              "GetTextLen()=19\nIsModified()=1\n[0..15]={\n"
+              "             30 31 32 33 34 35 36 37\n"
+              "             38 39 61 62 63 64 65 00\n        }\n|",
+              recorder.Texts());
+}
+
 } // namespace
