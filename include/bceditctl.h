@@ -70,7 +70,7 @@ class NORLIB2_API BCStringEdit : public BCEditControl {
 class NORLIB2_API BCMultiStringEdit : public BCEditControl {
   public:
     BCMultiStringEdit(const BCResID& id, BCDialog* dialog, BCApplication* app);
-    // Single-line below a height of 25, multi-line with a vertical scroll bar from 25 on.
+    // Single-line below a height of 25, multi-line with scroll bars from 25 on.
     BCMultiStringEdit(unsigned int id, BCWindow* parent, const BCPosition& pos, const BCSize& size,
                       const char* text, BCApplication* app);
     ~BCMultiStringEdit() override;

@@ -73,11 +73,11 @@ TEST(EditControlTest, SelectedTextIsCutToTheBufferSize) {
     Frame frame;
     BCStringEdit line(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdefgh", &App());
     std::unique_ptr<BCMultiStringEdit> lines(frame.Lines("abcdefgh"));
-    for (unsigned int size : {3, 4, 9}) { // a selection of four; buffers of size + 1 bytes
-        std::string want = size < 4 ? "cd" : "cdef";
+    for (unsigned int size : {3, 4, 9}) { // the last four; buffers of size + 1 bytes
+        std::string want = size < 4 ? "ef" : "efgh";
         char a[16] = "?", b[16] = "?";
-        line.SetCrntSelection(BCLimits(2, 6));
-        lines->SetCrntSelection(BCLimits(2, 6));
+        line.SetCrntSelection(BCLimits(4, 8));
+        lines->SetCrntSelection(BCLimits(4, 8));
         EXPECT_EQ(want.size() * 2, line.GetSelectedText(a, size) + lines->GetSelectedText(b, size));
         EXPECT_EQ(want + want, std::string(a) + b);
     }

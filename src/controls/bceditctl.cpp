@@ -157,8 +157,10 @@ unsigned int BCStringEdit::GetSelectedText(char* buffer, unsigned int size) {
     char* scratch = new (std::nothrow) char[length + 1];
     unsigned long start = 0, end = 0;
     unsigned int copied = 0;
-    if (HandleCheck() && scratch && buffer && ClampedSelection(size, start, end) &&
-        GetText(scratch, static_cast<unsigned int>(length + 1)) != 0 && end <= length) {
+    unsigned long read = 0;
+    if (HandleCheck() && scratch && buffer && ClampedSelection(size, start, end))
+        read = GetText(scratch, static_cast<unsigned int>(length + 1));
+    if (read != 0 && end <= read) { // only what was read, whatever the selection claims
         copied = static_cast<unsigned int>(end - start);
         std::memcpy(buffer, scratch + start, copied);
         buffer[copied] = '\0';
