@@ -69,7 +69,7 @@ TEST(EditControlTest, SelectionModifiedFlagUndoAndClipboard) {
     EXPECT_TRUE(TextOf(edit) == "abefbc" && edit.IsModified() == 1);
 }
 
-TEST(EditControlTest, SelectedTextIsCutToTheBufferSize) {
+TEST(EditControlTest, SelectedTextIsCutToTheBufferSizeAndDumped) {
     Frame frame;
     BCStringEdit line(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdefgh", &App());
     std::unique_ptr<BCMultiStringEdit> lines(frame.Lines("abcdefgh"));
@@ -81,9 +81,22 @@ TEST(EditControlTest, SelectedTextIsCutToTheBufferSize) {
         EXPECT_EQ(want.size() * 2, line.GetSelectedText(a, size) + lines->GetSelectedText(b, size));
         EXPECT_EQ(want + want, std::string(a) + b);
     }
+    lines->SetText("0123456789abcdefXYZ"); // the dumps show 15 characters
+    line.SetModified(0);
+    lines->SetModified(1);
+    MsgRecorder recorder;
+    line.Display("L: ");
+    lines->Display(nullptr);
+    EXPECT_EQ("L: GetTextLen()=8\nIsModified()=0\n[0..15]={\n"
+              "             61 62 63 64 65 66 67 68\n"
+              "             00 00 00 00 00 00 00 00\n        }\n|"
+              "GetTextLen()=19\nIsModified()=1\n[0..15]={\n"
+              "             30 31 32 33 34 35 36 37\n"
+              "             38 39 61 62 63 64 65 00\n        }\n|",
+              recorder.Texts());
 }
 
-TEST(EditControlTest, LinesTabStopsAndFormatRectangle) {
+TEST(EditControlTest, LinesTabStopsFormatRectangleAndTheLengthLimit) {
     Frame frame;
     std::unique_ptr<BCMultiStringEdit> edit(frame.Lines("abc\r\n\tX\r\nlast"));
     EXPECT_TRUE(edit->GetLineCnt() == 3 && edit->GetLineLen(0) == 3 && edit->GetLineLen(12) == 4);
@@ -104,12 +117,8 @@ TEST(EditControlTest, LinesTabStopsAndFormatRectangle) {
     BCRectangle set = edit->GetFormatRect(); // the control keeps a margin inside
     EXPECT_TRUE(set.GetLeft() >= 20 && set.GetRight() <= 120 && set.GetRight() > 110 &&
                 wide.GetWidth() > 200);
-}
 
-TEST(EditControlTest, TextsOver32767CharactersAreRefused) {
-    Frame frame;
     MsgRecorder recorder;
-    std::unique_ptr<BCMultiStringEdit> edit(frame.Lines("old"));
     std::string longest(32767, 'x');
     EXPECT_TRUE(edit->SetText(longest.c_str()) == 1 && edit->GetTextLen() == 32767);
     EXPECT_TRUE(edit->SetText((longest + "y").c_str()) == 0 && edit->GetTextLen() == 32767);
@@ -322,24 +331,6 @@ TEST(ControlTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {
     EXPECT_TRUE(lines.GetText() == nullptr && !gone && recorder.Count() == 0);
     EXPECT_TRUE(line.GetCrntSelection() == BCLimits(0, 0) &&
                 lines.GetFormatRect() == BCGetNullRect());
-}
-
-TEST(EditControlTest, DumpShowsLengthFlagAndFirstBytes) {
-    Frame frame;
-    BCStringEdit line(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "hello", &App());
-    std::unique_ptr<BCMultiStringEdit> lines(frame.Lines("0123456789abcdefXYZ"));
-    line.SetModified(0);
-    lines->SetModified(1);
-    MsgRecorder recorder;
-    line.Display("L: ");
-    lines->Display(nullptr);
-    EXPECT_EQ("L: GetTextLen()=5\nIsModified()=0\n[0..15]={\n"
-              "             68 65 6c 6c 6f 00 00 00\n"
-              "             00 00 00 00 00 00 00 00\n        }\n|"
-              "GetTextLen()=19\nIsModified()=1\n[0..15]={\n"
-              "             30 31 32 33 34 35 36 37\n"
-              "             38 39 61 62 63 64 65 00\n        }\n|",
-              recorder.Texts());
 }
 
 } // namespace
