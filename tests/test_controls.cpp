@@ -126,6 +126,34 @@ TEST(EditControlTest, LinesTabStopsFormatRectangleAndTheLengthLimit) {
     EXPECT_NE(std::string::npos, recorder.Last().text.find("(Attempted to edit 32768 characters"));
 }
 
+TEST(EditControlTest, ScrollingLimitsPasswordAndUndoBuffer) {
+    Frame frame;
+    std::string many;
+    for (int i = 0; i < 60; ++i)
+        many += "line\r\n";
+    std::unique_ptr<BCMultiStringEdit> edit(frame.Lines(many.c_str(), 60));
+    auto top = [&edit] { return SendMessageA(edit->GetHandle(), EM_GETFIRSTVISIBLELINE, 0, 0); };
+    std::vector<LRESULT> tops;
+    for (auto step : {&BCMultiStringEdit::LineDown, &BCMultiStringEdit::PageDown,
+                      &BCMultiStringEdit::LineUp, &BCMultiStringEdit::PageUp}) {
+        (edit.get()->*step)();
+        tops.push_back(top());
+    }
+    edit->ScrollVert(7);
+    tops.push_back(top());
+    EXPECT_TRUE(tops[0] == 1 && tops[1] > 1 && tops[2] == tops[1] - 1 && tops[3] == 0 &&
+                tops[4] == 7);
+    edit->SetCrntSelection(BCLimits(0, -1));
+    edit->SetCharLimit(3);
+    edit->ReplaceSelectedText("abcdef");
+    EXPECT_TRUE(TextOf(*edit) == "abc" && edit->CanUndo() && edit->EmptyUndo() && !edit->CanUndo());
+    BCStringEdit secret(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "", &App());
+    secret.SetCharLimit(2);
+    secret.ReplaceSelectedText("xyz");
+    EXPECT_TRUE(secret.SetPasswordChar('*') == 1 && TextOf(secret) == "xy" &&
+                SendMessageA(secret.GetHandle(), EM_GETPASSWORDCHAR, 0, 0) == '*');
+}
+
 TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
     Frame frame;
     bool gone = false;
