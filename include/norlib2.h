@@ -25,3 +25,5 @@
 #include "bcclipboard.h"
 #include "bcmdi.h"
 #include "bcfontinfo.h"
+#include "bceditctl.h"
+#include "bcbutton.h"

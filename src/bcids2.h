@@ -81,7 +81,19 @@ constexpr unsigned int kCmdReplace = 122;
 // ---- end of text editor ----
 
 // ---- controls ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+constexpr unsigned int kTypeRadioButton = 33;
+constexpr unsigned int kTypePushButton = 34;
+constexpr unsigned int kTypeCheckBox = 35;
+constexpr unsigned int kTypeGroupBox = 36;
+constexpr unsigned int kTypeStringEdit = 38;
+constexpr unsigned int kTypeMultiStringEdit = 39;
+constexpr unsigned int kTypeSizeBox = 46;
+constexpr unsigned int kTypeStaticControl = 47;
+constexpr unsigned int kTypeStaticText = 48;
+constexpr unsigned int kTypeStaticIcon = 49;
+constexpr unsigned int kMsgEditTextTooLong = 10082;
+} // namespace bcids
 // ---- end of controls ----
 
 // ---- find, replace, string and message dialogs ----

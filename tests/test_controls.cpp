@@ -1,0 +1,364 @@
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "msgrecorder.h"
+#include "norlib2.h"
+
+namespace {
+
+using Ids = std::vector<unsigned int>;
+
+BCApplication& App() {
+    static BCApplication app;
+    return app;
+}
+
+struct Frame {
+    BCMainWindow main{&App()};
+    explicit Frame(bool shown = false) {
+        main.SetWindowRect(BCRectangle(10, 10, 410, 310));
+        EXPECT_TRUE(main.Create("Frame"));
+        if (shown)
+            main.Show(SW_SHOW);
+    }
+    BCMultiStringEdit* Lines(const char* text, short height = 120) {
+        return new BCMultiStringEdit(31, &main, BCPosition(0, 0), BCSize(300, height), text,
+                                     &App());
+    }
+};
+
+template <class Field> std::string TextOf(Field& field) {
+    char text[128] = "";
+    field.GetText(text, sizeof text);
+    return text;
+}
+
+// Tells when it goes, so that ownership can be seen.
+template <class Base> struct Watched : Base {
+    template <class... Args>
+    explicit Watched(bool* gone, Args... args) : Base(args...), flag(gone) {}
+    ~Watched() override { *flag = true; }
+    bool* flag;
+};
+using WatchedText = Watched<BCTextData>;
+
+TEST(EditControlTest, SelectionModifiedFlagUndoAndClipboard) {
+    Frame frame;
+    BCStringEdit edit(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdef", &App());
+    edit.SetCrntSelection(BCLimits(1, 3));
+    EXPECT_TRUE(edit.GetCrntSelection() == BCLimits(1, 3));
+    edit.SetModified(0);
+    std::string flags;
+    for (int flag : {1, 1, 0})
+        flags += std::to_string(edit.SetModified(flag));
+    EXPECT_EQ("011", flags); // the old flag each time
+    edit.Copy();
+    edit.SetCrntSelection(BCLimits(6, 6));
+    edit.Paste();
+    edit.SetCrntSelection(BCLimits(0, 2));
+    edit.Cut();
+    EXPECT_EQ("cdefbc", TextOf(edit));
+    EXPECT_TRUE(edit.CanUndo() == 1 && edit.Undo() == 1 && TextOf(edit) == "abcdefbc");
+    edit.SetCrntSelection(BCLimits(2, 4));
+    edit.DeleteSelectedText();
+    EXPECT_TRUE(TextOf(edit) == "abefbc" && edit.IsModified() == 1);
+}
+
+TEST(EditControlTest, SelectedTextIsCutToTheBufferSizeAndDumped) {
+    Frame frame;
+    BCStringEdit line(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdefgh", &App());
+    std::unique_ptr<BCMultiStringEdit> lines(frame.Lines("abcdefgh"));
+    for (unsigned int size : {3, 4, 9}) { // the last four; buffers of size + 1 bytes
+        std::string want = size < 4 ? "ef" : "efgh";
+        char a[16] = "?", b[16] = "?";
+        line.SetCrntSelection(BCLimits(4, 8));
+        lines->SetCrntSelection(BCLimits(4, 8));
+        EXPECT_EQ(want.size() * 2, line.GetSelectedText(a, size) + lines->GetSelectedText(b, size));
+        EXPECT_EQ(want + want, std::string(a) + b);
+    }
+    lines->SetText("0123456789abcdefXYZ"); // the dumps show 15 characters
+    line.SetModified(0);
+    lines->SetModified(1);
+    MsgRecorder recorder;
+    line.Display("L: ");
+    lines->Display(nullptr);
+    EXPECT_EQ("L: GetTextLen()=8\nIsModified()=0\n[0..15]={\n"
+              "             61 62 63 64 65 66 67 68\n"
+              "             00 00 00 00 00 00 00 00\n        }\n|"
+              "GetTextLen()=19\nIsModified()=1\n[0..15]={\n"
+              "             30 31 32 33 34 35 36 37\n"
+              "             38 39 61 62 63 64 65 00\n        }\n|",
+              recorder.Texts());
+}
+
+TEST(EditControlTest, LinesTabStopsFormatRectangleAndTheLengthLimit) {
+    Frame frame;
+    std::unique_ptr<BCMultiStringEdit> edit(frame.Lines("abc\r\n\tX\r\nlast"));
+    EXPECT_TRUE(edit->GetLineCnt() == 3 && edit->GetLineLen(0) == 3 && edit->GetLineLen(12) == 4);
+    char line[16];
+    std::string got;
+    for (unsigned int size : {10, 4, 3}) // n + 1 bytes: the CR is counted, then overwritten
+        got += std::to_string(edit->GetTextLine(0, line, size)) + line + "|";
+    EXPECT_EQ("5abc\r\n|4abc|3ab|", got);
+    auto xOfX = [&edit] { // where the character after the tab lands
+        return static_cast<short>(LOWORD(SendMessageA(edit->GetHandle(), EM_POSFROMCHAR, 6, 0)));
+    };
+    EXPECT_EQ(1, edit->SetTabStops(1, 16));
+    short narrow = xOfX();
+    EXPECT_TRUE(edit->SetTabStops(2, 64, 128) == 1 && xOfX() > narrow + 20);
+
+    BCRectangle wide = edit->GetFormatRect();
+    ASSERT_EQ(1, edit->SetFormatRect(BCRectangle(20, 10, 120, 100), 0));
+    BCRectangle set = edit->GetFormatRect(); // the control keeps a margin inside
+    EXPECT_TRUE(set.GetLeft() >= 20 && set.GetRight() <= 120 && set.GetRight() > 110 &&
+                wide.GetWidth() > 200);
+
+    MsgRecorder recorder;
+    std::string longest(32767, 'x');
+    EXPECT_TRUE(edit->SetText(longest.c_str()) == 1 && edit->GetTextLen() == 32767);
+    EXPECT_TRUE(edit->SetText((longest + "y").c_str()) == 0 && edit->GetTextLen() == 32767);
+    ASSERT_EQ(Ids{10082}, recorder.NumberedIds());
+    EXPECT_NE(std::string::npos, recorder.Last().text.find("(Attempted to edit 32768 characters"));
+}
+
+TEST(EditControlTest, ScrollingLimitsPasswordAndUndoBuffer) {
+    Frame frame;
+    std::string many;
+    for (int i = 0; i < 60; ++i)
+        many += "line\r\n";
+    std::unique_ptr<BCMultiStringEdit> edit(frame.Lines(many.c_str(), 60));
+    auto top = [&edit] { return SendMessageA(edit->GetHandle(), EM_GETFIRSTVISIBLELINE, 0, 0); };
+    std::vector<LRESULT> tops;
+    for (auto step : {&BCMultiStringEdit::LineDown, &BCMultiStringEdit::PageDown,
+                      &BCMultiStringEdit::LineUp, &BCMultiStringEdit::PageUp}) {
+        (edit.get()->*step)();
+        tops.push_back(top());
+    }
+    edit->ScrollVert(7);
+    tops.push_back(top());
+    EXPECT_TRUE(tops[0] == 1 && tops[1] > 1 && tops[2] == tops[1] - 1 && tops[3] == 0 &&
+                tops[4] == 7);
+    edit->SetCrntSelection(BCLimits(0, -1));
+    edit->SetCharLimit(3);
+    edit->ReplaceSelectedText("abcdef");
+    EXPECT_TRUE(TextOf(*edit) == "abc" && edit->CanUndo() && edit->EmptyUndo() && !edit->CanUndo());
+    BCStringEdit secret(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "", &App());
+    secret.SetCharLimit(2);
+    secret.ReplaceSelectedText("xyz");
+    EXPECT_TRUE(secret.SetPasswordChar('*') == 1 && TextOf(secret) == "xy" &&
+                SendMessageA(secret.GetHandle(), EM_GETPASSWORDCHAR, 0, 0) == '*');
+}
+
+TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
+    Frame frame;
+    bool gone = false;
+    WatchedText mine(&gone, nullptr, nullptr, nullptr, nullptr, 0, nullptr);
+    mine.SetText("mine\r\ntext", 0, 10, 1);
+    char text[16];
+    {
+        std::unique_ptr<BCMultiStringEdit> edit(frame.Lines("typed"));
+        edit->SetModified(1);
+        BCTextData* own = edit->GetText();
+        ASSERT_TRUE(own && own->GetText(text, 0, 16) == 5 && own->IsModified());
+        EXPECT_STREQ("typed", text);
+        edit->SetModified(0);
+        EXPECT_TRUE(edit->GetText() == own && !own->IsModified());           // refilled in place
+        EXPECT_TRUE(edit->SetText(&mine) == 1 && edit->SetText(&mine) == 1); // twice
+        EXPECT_TRUE(!gone && TextOf(*edit) == "mine\r\ntext" && edit->IsModified());
+        edit->SetCrntSelection(BCLimits(0, 4));
+        edit->ReplaceSelectedText("your");
+        EXPECT_TRUE(edit->GetText() == &mine && mine.GetText(text, 0, 4) == 4);
+        EXPECT_STREQ("your", text);
+        EXPECT_TRUE(edit->SetText(static_cast<BCTextData*>(nullptr)) == 1 && TextOf(*edit).empty());
+        EXPECT_EQ(1, edit->SetText(&mine));
+    }
+    EXPECT_FALSE(gone); // the caller's object outlives the control
+
+    MsgRecorder recorder;
+    std::unique_ptr<BCMultiStringEdit> edit(frame.Lines(""));
+    EXPECT_EQ(0, edit->SetText(reinterpret_cast<BCTextData*>(&frame.main))); // not a text
+    ASSERT_EQ(1u, recorder.Count());
+    EXPECT_TRUE(recorder.Last().file == "MLTEDIT" && recorder.Last().line == 170);
+}
+
+// Presses Enter in its multi-line field, then reads the field once the keys are handled.
+class EnterDialog : public BCModalDialog {
+  public:
+    explicit EnterDialog(bool newLines) : BCModalDialog(BCResID(600u), nullptr, &App()) {
+        edit = new BCMultiStringEdit(BCResID(101u), this, &App());
+        lines = newLines;
+    }
+    long Initialize(BCEvent*) override {
+        edit->SetStyle(0x0800, lines); // the bound control took the template's style
+        ::SetFocus(edit->GetHandle());
+        PostMessageA(edit->GetHandle(), WM_KEYDOWN, VK_RETURN, 0x1C0001);
+        PostMessageA(hWnd, WM_APP, 0, 0);
+        return FALSE; // the focus is set
+    }
+    LRESULT DispatchEvent(BCEvent* e) override {
+        if (e->GetMessage() != WM_APP)
+            return BCModalDialog::DispatchEvent(e);
+        if (e->GetWParam() == 0) // once more round the queue: the new line is posted too
+            return PostMessageA(hWnd, WM_APP, 1, 0);
+        text = TextOf(*edit);
+        return EndDlg(5);
+    }
+    BCMultiStringEdit* edit;
+    bool lines;
+    std::string text;
+};
+
+TEST(EditControlTest, EnterMakesANewLineInADialogWithStyleBit0x0800) {
+    for (bool lines : {false, true}) { // without the bit Enter presses the default button
+        EnterDialog dialog(lines);
+        ASSERT_EQ(1, dialog.Create(""));
+        EXPECT_EQ(lines ? "5\r\n" : "1", std::to_string(dialog.GetResult()) + dialog.text);
+    }
+}
+
+TEST(ControlTest, StylesTypeCodesAndStates) {
+    Frame frame;
+    BCWindow* parent = &frame.main;
+    BCPosition at(0, 0);
+    BCSize size(80, 20);
+    BCPushButton ok(1, parent, at, size, "OK", &App()), other(2, parent, at, size, "No", &App());
+    BCCheckBox check(3, parent, at, size, "Check", &App());
+    BCRadioButton radio(4, parent, at, size, "Radio", &App());
+    BCGroupBox group(5, parent, at, size, "Group", &App());
+    BCStringEdit line(6, parent, at, size, "", &App());
+    std::unique_ptr<BCMultiStringEdit> low(frame.Lines("", 24)), high(frame.Lines("", 25));
+    BCSizeBox grip(9, parent, &App());
+    BCStaticControl bare(77, parent, at, size, SS_LEFT | WS_CHILD, 1, &App());
+    BCStaticText label(0, parent, at, size, "Label", WS_CHILD | SS_LEFT, &App());
+    BCStaticIcon icon(10, parent, at, BCResID(32512u), &App());
+    ASSERT_TRUE(grip.Create(""));
+    struct Case {
+        BCWindow* control;
+        unsigned int type;
+        unsigned long style;
+    };
+    for (const Case& c :
+         {Case{&ok, 34, 0x50000001}, Case{&other, 34, 0x50000000}, Case{&check, 35, 0x50000002},
+          Case{&radio, 33, 0x50000004}, Case{&group, 36, 0x50000007}, Case{&line, 38, 0x50800080},
+          Case{low.get(), 39, 0x50800080}, Case{high.get(), 39, 0x50B000C4},
+          Case{&grip, 46, 0x50000008}, Case{&bare, 77, 0x40000000}, Case{&label, 48, 0x40000000},
+          Case{&icon, 49, 0x50000003}}) {
+        EXPECT_TRUE(c.control->HandleCheck() && c.type == c.control->GetObjectType()) << c.type;
+        EXPECT_EQ(c.style, static_cast<unsigned long>(c.control->GetStyle())) << c.type;
+    }
+    check.SetState(1);
+    radio.SetState(1);
+    EXPECT_EQ(2, check.GetState() + radio.GetState());
+    EXPECT_TRUE(ok.SetText("Fine") && TextOf(ok) == "Fine" && ok.GetTextLen() == 4);
+    char cut[4];
+    EXPECT_TRUE(label.SetText("Name:") && label.GetTextLen() == 5 &&
+                label.GetText(cut, sizeof cut) == 3 && std::string(cut) == "Nam");
+    RECT box;
+    GetWindowRect(icon.GetHandle(), &box);
+    EXPECT_TRUE(SendMessageA(icon.GetHandle(), STM_GETICON, 0, 0) &&
+                box.right - box.left == GetSystemMetrics(SM_CXICON));
+
+    BCStaticText fromTable(10082, parent, at, size, nullptr, WS_CHILD, &App()),
+        none(0, parent, at, size, nullptr, WS_CHILD, &App());
+    EXPECT_TRUE(fromTable.GetTextLen() == 80 && !none.HandleCheck()); // the message text, cut
+    EXPECT_EQ(0u, TextOf(fromTable).find("An edit control can only handle"));
+}
+
+// Counts the drags the framework hands it.
+struct DragCountingEdit : BCMultiStringEdit {
+    using BCMultiStringEdit::BCMultiStringEdit;
+    long MouseDrag(BCEvent* e) override { return ++drags, BCMultiStringEdit::MouseDrag(e); }
+    int drags = 0;
+};
+
+TEST(ControlTest, TemplateControlsAreBoundWithTheirTypes) {
+    BCModelessDialog dialog(BCResID(600u), nullptr, &App());
+    auto* lines = new DragCountingEdit(BCResID(101u), &dialog, &App());
+    auto* check = new BCCheckBox(BCResID(103u), &dialog, &App());
+    std::vector<BCWindow*> all{lines,
+                               new BCStringEdit(BCResID(102u), &dialog, &App()),
+                               check,
+                               new BCRadioButton(BCResID(104u), &dialog, &App()),
+                               new BCStaticText(BCResID(105u), &dialog, &App()),
+                               new BCGroupBox(BCResID(106u), &dialog, &App()),
+                               new BCSizeBox(BCResID(107u), &dialog, &App()),
+                               new BCStaticIcon(BCResID(108u), &dialog, &App()),
+                               new BCPushButton(BCResID(1u), &dialog, &App()),
+                               new BCStaticControl(BCResID(2u), &dialog, &App())};
+    ASSERT_TRUE(dialog.Create("Controls"));
+    Ids types;
+    for (BCWindow* c : all)
+        types.push_back(c->HandleCheck() ? c->GetObjectType() : 0);
+    EXPECT_EQ((Ids{39, 38, 35, 33, 48, 36, 46, 49, 34, 47}), types);
+
+    check->SetState(BST_INDETERMINATE);
+    EXPECT_EQ(BST_INDETERMINATE, SendMessageA(check->GetHandle(), BM_GETCHECK, 0, 0));
+    EXPECT_EQ(1, check->GetState());
+    for (int bit : {0, 0x0800}) { // with the bit a drag goes straight to the control
+        lines->SetStyle(0x0800, bit);
+        lines->drags = 0;
+        SendMessageA(lines->GetHandle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, 5));
+        EXPECT_EQ(bit ? 0 : 1, lines->drags);
+    }
+    dialog.EndDlg(2);
+}
+
+TEST(ControlTest, GroupBoxDeletesItsBackgroundAndSizeBoxDrawsItsEdges) {
+    Frame frame(true);
+    bool gone = false;
+    {
+        BCGroupBox group(5, &frame.main, BCPosition(0, 0), BCSize(80, 40), "Group", &App());
+        group.SetBackground(new Watched<BCBrush>(&gone));
+    }
+    EXPECT_TRUE(gone);
+
+    BCSizeBox grip(9, &frame.main, BCPosition(40, 40), BCSize(20, 16), &App());
+    ASSERT_TRUE(grip.Create(""));
+    UpdateWindow(frame.main.GetHandle());
+    auto edges = [&grip] { // the line's end point is not drawn
+        HDC dc = GetDC(grip.GetHandle());
+        std::vector<COLORREF> seen{GetPixel(dc, 19, 0), GetPixel(dc, 19, 15), GetPixel(dc, 1, 15),
+                                   GetPixel(dc, 0, 15) == 0, GetPixel(dc, 1, 1) == 0};
+        ReleaseDC(grip.GetHandle(), dc);
+        return seen;
+    };
+    EXPECT_NE(0u, edges()[0] + edges()[1]);
+    BCEvent paint(grip.GetHandle(), WM_PAINT, 0, 0);
+    grip.Paint(&paint);
+    EXPECT_EQ((std::vector<COLORREF>{0, 0, 0, 0, 0}), edges());
+}
+
+TEST(ControlTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {
+    BCStringEdit line(BCResID(1u), nullptr, &App());
+    BCMultiStringEdit lines(BCResID(1u), nullptr, &App());
+    BCCheckBox check(BCResID(1u), nullptr, &App());
+    BCRadioButton radio(BCResID(1u), nullptr, &App());
+    BCStaticText label(BCResID(1u), nullptr, &App());
+    char buffer[8] = "keep";
+    EXPECT_TRUE(line.GetText(buffer, 7) == 7 && lines.GetText(buffer, 9) == 9);
+    EXPECT_STREQ("keep", buffer); // the sizes come back, the buffer is left alone
+    bool gone = false;
+    WatchedText data(&gone, nullptr, nullptr, nullptr, nullptr, 0, nullptr);
+    MsgRecorder recorder;
+    EXPECT_EQ(0, line.SetText("x") + line.GetTextLen() + line.GetSelectedText(buffer, 8) +
+                     line.SetPasswordChar('*') + line.IsModified() + line.SetModified(1) +
+                     line.Undo() + line.CanUndo() + line.Cut() + line.Copy() + line.Paste());
+    EXPECT_EQ(0, lines.SetText(std::string(40000, 'x').c_str()) + lines.SetText(&data) +
+                     lines.GetTextLen() + lines.GetTextLine(0, buffer, 8) + lines.GetLineLen(0) +
+                     lines.GetLineCnt() + lines.GetSelectedText(buffer, 8) + lines.EmptyUndo() +
+                     lines.SetFormatRect(BCRectangle(1, 1, 9, 9), 1) + lines.FormatLines(1) +
+                     lines.SetTabStops(1, 8));
+    EXPECT_EQ(0, check.GetState() + check.SetState(1) + radio.GetState() + radio.SetState(1) +
+                     check.SetText("x") + check.GetText(buffer, 8) + check.GetTextLen() +
+                     label.SetText("x") + label.GetText(buffer, 8) + label.GetTextLen());
+    EXPECT_TRUE(lines.GetText() == nullptr && !gone && recorder.Count() == 0);
+    EXPECT_TRUE(line.GetCrntSelection() == BCLimits(0, 0) &&
+                lines.GetFormatRect() == BCGetNullRect());
+}
+
+} // namespace
