@@ -22,3 +22,4 @@
 #include "bcgfxlist.h"
 #include "bctextedit.h"
 #include "bcclipboard.h"
+#include "bcprinter.h"
