@@ -86,17 +86,18 @@ void CopyField(char* field, const char* text) {
         std::memcpy(field, text, strnlen(text, kFieldLen));
 }
 
-const char* SkipBlanks(const char* text) {
+char* SkipBlanks(char* text) {
     while (*text == ' ')
         ++text;
     return text;
 }
 
-// Cuts `text` at its first comma and gives what follows, blanks skipped ("" without one).
-const char* SplitAtComma(char* text) {
+// Cuts `text` at its first comma and gives what follows, blanks skipped; without a comma,
+// the empty end of `text`.
+char* SplitAtComma(char* text) {
     char* comma = std::strchr(text, ',');
     if (!comma)
-        return "";
+        return text + std::strlen(text);
     *comma = '\0';
     return SkipBlanks(comma + 1);
 }
@@ -107,13 +108,11 @@ BCPrinter::BCPrinter(BCApplication* app, enumBCPrinterOptions options)
       blExists(0), wOptions(options) {
     char value[kProfileLen + 1] = "";
     GetProfileStringA("windows", "Device", "", value, sizeof value);
-    std::memset(caPrinterName, 0, sizeof caPrinterName);
-    std::memset(caPrinterPort, 0, sizeof caPrinterPort);
-    std::memset(caPrinterDriver, 0, sizeof caPrinterDriver);
+    CopyNames("", "", "");
     if (!value[0])
         return;
-    char* driver = const_cast<char*>(SplitAtComma(value));
-    const char* port = *driver ? SplitAtComma(driver) : "";
+    char* driver = SplitAtComma(value);
+    const char* port = SplitAtComma(driver);
     BCCopyLimStr(caPrinterName, value, kFieldLen);
     BCCopyLimStr(caPrinterPort, port, kFieldLen);
     BCCopyLimStr(caPrinterDriver, driver, kFieldLen);
@@ -143,8 +142,6 @@ BCPrinter::BCPrinter(const tagPDA& setup, BCApplication* app, enumBCPrinterOptio
         else
             CopyNames("", "", "");
     }
-    if (hDC)
-        ReleaseDC();
     Open();
 }
 
@@ -349,7 +346,8 @@ BOOL CALLBACK BCPrintAbortProc(HDC, int code) {
     MSG message;
     while (!job.abort && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
         HWND status = job.status ? job.status->GetHandle() : nullptr;
-        // Without a status dialog the message is dropped, as the platform's own spooler did.
+        // Without a status dialog nobody is meant to act while the job spools: the message
+        // is dropped on purpose.
         if (status && IsDialogMessageA(status, &message))
             continue;
         if (status) {
