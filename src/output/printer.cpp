@@ -46,7 +46,7 @@ class StatusDialog : public BCModelessDialog {
 
 // The one print job of the process.
 struct PrintJob {
-    int abort = 0;
+    bool abort = false;
     BCPrinter* printer = nullptr;
     StatusDialog* status = nullptr;
     ABORTPROC abortProc = nullptr;
@@ -62,7 +62,7 @@ PrintJob& Job() {
 long StatusDialog::ButtonSnglClk(BCEvent* e) {
     if (e->GetControlID() != bcids::kCtlPrintCancel)
         return DefaultEvent(e);
-    Job().abort = 1;
+    Job().abort = true;
     if (Job().printer)
         Job().printer->Abort();
     EndDlg(0);
@@ -208,7 +208,7 @@ int BCPrinter::Start(const char* docName, BCWindow* parent) {
     job.printer = this;
     // The platform runs the abort procedure while it starts the document: an abort left
     // from an earlier job would stop this one before it began.
-    job.abort = 0;
+    job.abort = false;
     if (!silent) {
         job.status = new StatusDialog(doc, parent);
         job.status->Create(nullptr);
@@ -303,7 +303,7 @@ int BCPrinter::End(BCWindow* parent) {
 }
 
 int BCPrinter::Abort() {
-    Job().abort = 1;
+    Job().abort = true;
     return 1;
 }
 
@@ -341,7 +341,7 @@ BOOL CALLBACK BCPrintAbortProc(HDC, int code) {
     PrintJob& job = Job();
     if (code) {
         BCDispMsg(bcids::kMsgPrinterAbort, nullptr, code);
-        job.abort = 1;
+        job.abort = true;
     }
     MSG message;
     while (!job.abort && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
