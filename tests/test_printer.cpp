@@ -46,20 +46,29 @@ HDC DC(BCPrinter& printer) {
     return static_cast<HDC>(printer.GetDC());
 }
 
-BOOL CALLBACK FindStatus(HWND window, LPARAM found) {
-    char title[16] = "";
-    GetWindowTextA(window, title, sizeof title);
-    if (lstrcmpA(title, "Print Status"))
-        return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
+// This process's status dialog (a killed test may have left one on the screen).
+HWND StatusDialog() {
+    HWND window = nullptr;
+    DWORD process = 0;
+    while ((window = FindWindowExA(nullptr, window, "#32770", "Print Status")) &&
+           (GetWindowThreadProcessId(window, &process), process != GetCurrentProcessId())) {
+    }
+    return window;
 }
 
-// This test's status dialog (a killed test process may have left one on the screen).
-HWND StatusDialog() {
-    HWND found = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindStatus, reinterpret_cast<LPARAM>(&found));
-    return found;
+int g_ticks = 0;
+void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
+    ++g_ticks;
+}
+
+// Whether the abort procedure hands a waiting message on to its window (a timer's tick).
+bool AbortProcDispatches(BCPrinter& printer) {
+    g_ticks = 0;
+    UINT_PTR timer = SetTimer(nullptr, 0, 1, Tick);
+    Sleep(30);
+    BCPrintAbortProc(static_cast<HDC>(printer.GetDC()), 0);
+    KillTimer(nullptr, timer);
+    return g_ticks > 0;
 }
 
 class PrinterTest : public ::testing::Test {
@@ -94,11 +103,13 @@ class PrinterTest : public ::testing::Test {
 TEST_F(PrinterTest, PagesPrintWhereTheDeviceCoordinatesPutThemWithTheParentDisabled) {
     BCPrinter printer(&App(), BC_PRINT_NORMAL);
     PageGeometry geometry(DC(printer));
+    EXPECT_EQ(printer.GetDeviceFlags() & BC_DEV_OWNS_DC, BC_DEV_OWNS_DC);
     ASSERT_EQ(printer.Start("Two pages", &parent), 1);
     char shown[64] = "";
     GetDlgItemTextA(StatusDialog(), 2005, shown, sizeof shown);
     EXPECT_STREQ(shown, "Two pages");
     EXPECT_FALSE(parent.IsEnabled());
+    EXPECT_TRUE(AbortProcDispatches(printer));
     EXPECT_EQ(printer.GetUserRect().GetBottom(), GetDeviceCaps(DC(printer), PHYSICALHEIGHT));
     DrawPage(printer, 1);
     EXPECT_TRUE(printer.NextPage());
@@ -107,6 +118,7 @@ TEST_F(PrinterTest, PagesPrintWhereTheDeviceCoordinatesPutThemWithTheParentDisab
     EXPECT_EQ(printer.End(&parent), 1);
     EXPECT_FALSE(StatusDialog());
     EXPECT_EQ(printer.GetDC(), nullptr);
+    EXPECT_EQ(printer.GetDeviceFlags() & BC_DEV_OWNS_DC, 0u);
     CheckPages(RenderJob(geometry));
     BCRectangle band; // without a context now: each reports its assertion
     EXPECT_EQ(printer.NextPage() + printer.NextBand(band) + printer.End(&parent), 0);
@@ -121,6 +133,7 @@ TEST_F(PrinterTest, BandsCoverEachPageAndAnEmptyOneEndsIt) {
     PageGeometry geometry(DC(printer));
     ASSERT_EQ(printer.Start("Bands", &parent), 1);
     EXPECT_FALSE(StatusDialog());
+    EXPECT_FALSE(AbortProcDispatches(printer)); // dropped without a status dialog
     BCRectangle band;
     for (int page = 1; page <= 2; ++page) {
         for (int bands = 0; printer.NextBand(band); ++bands) {
@@ -174,37 +187,32 @@ TEST_F(PrinterTest, AbortFromTheStatusDialogOrTheAbortProcedureSkipsTheRestOfThe
     EXPECT_FALSE(UnixFileExists(JobFile())); // no document was ended
 }
 
-TEST_F(PrinterTest, DeviceEntriesAreSplitAtCommasWithBlanksSkipped) {
+TEST_F(PrinterTest, NamesComeFromTheDeviceEntrySplitAtCommasOrFromTheCallerCutToForty) {
     const std::string longName(45, 'N');
     struct Case {
-        std::string entry, name, driver, port;
+        std::string entry, names; // name|driver|port
         int exists;
     } cases[] = {
-        {kTestDevice, kTestPrinter, "winspool", "LPT1:", 1},
-        {"Norlib Test Printer, winspool,  LPT1:", kTestPrinter, "winspool", "LPT1:", 1},
-        {"Office,LASERDRV,LPT1:", "Office", "LASERDRV", "LPT1:", 0},
-        {"Office", "Office", "", "", 0},
-        {"", "", "", "", 0},
-        {longName + ",winspool,LPT1:", longName.substr(0, 39), "winspool", "LPT1:", 0},
+        {kTestDevice, "Norlib Test Printer|winspool|LPT1:", 1},
+        {"Norlib Test Printer, winspool,  LPT1:", "Norlib Test Printer|winspool|LPT1:", 1},
+        {"Office,LASERDRV,LPT1:", "Office|LASERDRV|LPT1:", 0},
+        {"Office", "Office||", 0},
+        {"", "||", 0},
+        {longName + ",winspool,LPT1:", longName.substr(0, 39) + "|winspool|LPT1:", 0},
     };
     for (const Case& c : cases) {
         WriteProfileStringA("windows", "Device", c.entry.c_str());
         BCPrinter printer(&App(), BC_PRINT_NORMAL);
         EXPECT_EQ(printer.GetName() + ("|" + std::string(printer.GetDriver())) + "|" +
                       printer.GetPort(),
-                  c.name + "|" + c.driver + "|" + c.port);
+                  c.names);
         EXPECT_EQ(printer.Exists(), c.exists) << c.entry;
-        if (!c.exists) {
-            EXPECT_EQ(printer.Start("Nothing", &parent), 0);
-        }
+        EXPECT_TRUE(c.exists || !printer.Start("Nothing", &parent)) << c.entry;
     }
-}
-
-TEST_F(PrinterTest, NamedPrintersKeepFortyCharactersAndOneThatCannotOpenDoesNotExist) {
-    BCPrinter printer(std::string(45, 'N').c_str(), "winspool", std::string(41, 'P').c_str(),
-                      &App(), BC_PRINT_NORMAL);
-    EXPECT_FALSE(printer.Exists());
-    printer.Display(">");
+    BCPrinter named(longName.c_str(), "winspool", std::string(41, 'P').c_str(), &App(),
+                    BC_PRINT_NORMAL);
+    EXPECT_FALSE(named.Exists());
+    named.Display(">");
     EXPECT_EQ(messages.Last().text, ">caPrinterName=" + std::string(40, 'N') +
                                         "\ncaPrinterPort=" + std::string(40, 'P') +
                                         "\ncaPrinterDriver=winspool\nblExists=0");
