@@ -27,3 +27,4 @@
 #include "bcfontinfo.h"
 #include "bceditctl.h"
 #include "bcbutton.h"
+#include "bcprinter.h"

@@ -3,7 +3,8 @@
 set -euo pipefail
 packages=(cmake make g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
   binutils-mingw-w64-x86-64 binutils-mingw-w64-i686 googletest
-  wine wine64 fonts-wine xvfb xauth imagemagick)
+  wine wine64 fonts-wine xvfb xauth imagemagick
+  ghostscript)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

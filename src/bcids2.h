@@ -128,5 +128,13 @@ constexpr unsigned int kCmdFontSizeLast = 233;
 // ---- end of MDI windows and fonts ----
 
 // ---- printer ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+constexpr unsigned int kTypePrinter = 24;
+constexpr unsigned int kDlgPrintStatus = 1020;
+constexpr unsigned int kCtlPrintDocName = 2005;
+constexpr unsigned int kCtlPrintCancel = 2;
+constexpr unsigned int kMsgPrinterAbort = 10083;
+constexpr unsigned int kMsgPrintCannotStart = 10084;
+constexpr unsigned int kMsgPrinterDriverLoad = 10085;
+} // namespace bcids
 // ---- end of printer ----
