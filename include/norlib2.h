@@ -24,3 +24,4 @@
 #include "bcclipboard.h"
 #include "bceditctl.h"
 #include "bcbutton.h"
+#include "bcfinddlg.h"
