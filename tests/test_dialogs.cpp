@@ -25,6 +25,12 @@ BCResID Template(unsigned int id) {
 
 const std::string kLong(150, 'p');
 
+// Counts the control objects a dialog still holds once it has ended.
+template <class Dialog> struct Probe : Dialog {
+    using Dialog::Dialog;
+    unsigned long Controls() const { return this->opControls->GetCount(); }
+};
+
 // A user's actions, carried out synchronously so that later reads see them. Typing starts
 // at the end of the field.
 Step Type(int id, const std::string& text) {
@@ -64,22 +70,28 @@ Step Note(int id, std::string* trail, bool enabled = false) {
 }
 
 TEST(FindDialogTest, TextsAndOptionsAsTheUserLeftThem) {
-    for (UINT key : {VK_RETURN, VK_ESCAPE}) {
+    struct Case {
+        Step end;
+        int result;
+    };
+    for (const Case& c :
+         {Case{Key(2031, VK_RETURN), 1}, Case{Key(2031, VK_ESCAPE), 0}, Case{Close(), 0}}) {
         std::string shown, boxes;
         DialogDriver driver;
         driver.ReadText(2031, &shown).Do(Note(2034, &boxes)).Do(Note(2035, &boxes));
         driver.Do(Press(2034)).Do(Note(2034, &boxes));
         driver.Do(Press(2035)).Do(Press(2035)).Do(Note(2035, &boxes));
-        driver.Do(Type(2031, "\bab")).Do(Key(2031, key)).Start(); // the b does not fit
-        BCFindDialog find(Template(1021), nullptr, kLong.c_str(), 1 | 8, &App());
+        driver.Do(Type(2031, "\bab")).Do(c.end).Start(); // the b does not fit
+        Probe<BCFindDialog> find(Template(1021), nullptr, kLong.c_str(), 1 | 8, &App());
         EXPECT_TRUE(driver.Finish());
-        EXPECT_EQ(key == VK_RETURN ? 1 : 0, find.GetResult());
+        EXPECT_EQ(c.result, find.GetResult());
+        EXPECT_EQ(0u, find.Controls());
         EXPECT_EQ(kLong.substr(0, 120), shown);
         EXPECT_EQ("1000", boxes);
         // Toggled flags stay even when cancelled; other bits are the caller's.
         EXPECT_EQ(8u, find.GetFlags());
         char buffer[121];
-        EXPECT_EQ(key == VK_RETURN ? kLong.substr(0, 119) + "a" : shown, find.GetPattern(buffer));
+        EXPECT_EQ(c.result ? kLong.substr(0, 119) + "a" : shown, find.GetPattern(buffer));
         EXPECT_EQ(64u, find.GetObjectType());
         find.SetPattern((kLong + kLong).c_str());
         EXPECT_EQ(120u, strlen(find.GetPattern(nullptr)));
@@ -90,11 +102,13 @@ TEST(FindDialogTest, FindIsEnabledOnlyWhileThePatternHoldsText) {
     std::string trail;
     DialogDriver driver;
     driver.Do(Note(1, &trail, true)).Do(Type(2031, "x")).Do(Note(1, &trail, true));
-    driver.Do(Type(2031, "\b")).Do(Note(1, &trail, true)).Do(Close()).Start();
+    driver.Do(Type(2031, "\b")).Do(Note(1, &trail, true));
+    driver.SetText(2031, kLong).Do(Press(1)).Start(); // set past the limit by another program
     BCFindDialog find(Template(1021), nullptr, nullptr, 0, &App());
     EXPECT_TRUE(driver.Finish());
     EXPECT_EQ("010", trail);
-    EXPECT_EQ(0, find.GetResult()); // closing is cancelling
+    EXPECT_EQ(1, find.GetResult());
+    EXPECT_EQ(kLong.substr(0, 120), find.GetPattern(nullptr));
 }
 
 TEST(ReplaceDialogTest, ResultsTextsAndOptions) {
@@ -113,9 +127,10 @@ TEST(ReplaceDialogTest, ResultsTextsAndOptions) {
         for (int box : {2034, 2035, 2036, 2036})
             driver.Do(Press(box)).Do(Note(box, &trail));
         driver.Do(c.end).Start();
-        BCReplaceDialog replace(Template(1022), nullptr, "", kLong.c_str(), 0, &App());
+        Probe<BCReplaceDialog> replace(Template(1022), nullptr, "", kLong.c_str(), 0, &App());
         EXPECT_TRUE(driver.Finish());
         EXPECT_EQ(c.result, replace.GetResult());
+        EXPECT_EQ(0u, replace.Controls());
         EXPECT_EQ("000111110", trail);
         EXPECT_EQ(kLong.substr(0, 120), shown);
         EXPECT_EQ(3u, replace.GetFlags());
@@ -144,9 +159,10 @@ TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
         DialogDriver driver;
         driver.ReadText(2013, &shown).Do(Note(1, &trail, true)).Do(Type(2013, c.typed));
         driver.Do(Note(1, &trail, true)).Do(c.end).Start();
-        BCStringDialog entry(BCResID(510u), nullptr, c.text, c.maxLen, &App());
+        Probe<BCStringDialog> entry(BCResID(510u), nullptr, c.text, c.maxLen, &App());
         EXPECT_TRUE(driver.Finish());
         EXPECT_EQ(c.result, entry.GetResult());
+        EXPECT_EQ(2u, entry.Controls()); // kept until the dialog goes
         EXPECT_EQ(std::min(c.maxLen, 80u), entry.GetMaxLen());
         EXPECT_EQ(std::string(c.text).substr(0, entry.GetMaxLen()), shown);
         EXPECT_EQ(c.enabled, trail);
