@@ -152,13 +152,15 @@ TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
     };
     const std::string k80 = kLong.substr(0, 80);
     for (const Case& c :
-         {Case{kLong.c_str(), 200, "\bxy", Press(1), 1, "11", k80.substr(0, 79) + "x"},
-          Case{"", 5, "ok\b", Press(2), 0, "01", ""},
+         {Case{kLong.c_str(), 200, "\bxy", Press(1), 1, "1111", k80.substr(0, 79) + "x"},
+          Case{"", 5, "ok\b\b", Press(2), 0, "01110", ""},
           Case{"abcdef", 3, "\b", Close(), 0, "11", "abc"}}) {
         std::string shown, trail;
         DialogDriver driver;
-        driver.ReadText(2013, &shown).Do(Note(1, &trail, true)).Do(Type(2013, c.typed));
-        driver.Do(Note(1, &trail, true)).Do(c.end).Start();
+        driver.ReadText(2013, &shown).Do(Note(1, &trail, true));
+        for (char typed : c.typed) // OK's state after each key
+            driver.Do(Type(2013, std::string(1, typed))).Do(Note(1, &trail, true));
+        driver.Do(c.end).Start();
         Probe<BCStringDialog> entry(BCResID(510u), nullptr, c.text, c.maxLen, &App());
         EXPECT_TRUE(driver.Finish());
         EXPECT_EQ(c.result, entry.GetResult());
@@ -177,6 +179,32 @@ TEST(StringDialogTest, WithoutATextItWaitsForItsDerivedClass) {
     BCStringDialog entry(BCResID(510u), nullptr, nullptr, 20, &App());
     EXPECT_FALSE(driver.Finish()); // no dialog came up
     EXPECT_STREQ("", entry.GetString(nullptr));
+}
+
+TEST(DialogFocusTest, TheFieldHasTheFocusWithItsTextSelected) {
+    for (int id : {2031, 2032, 2013}) {
+        std::string seen;
+        DialogDriver driver;
+        driver.Do([id, &seen](HWND dialog) {
+            GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
+            GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
+            DWORD start = 9, end = 9;
+            SendDlgItemMessageA(dialog, id, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+                                reinterpret_cast<LPARAM>(&end));
+            seen = std::to_string(info.hwndFocus == GetDlgItem(dialog, id)) + ":" +
+                   std::to_string(start) + "-" + std::to_string(end);
+            return true;
+        });
+        driver.Click(2).Start();
+        if (id == 2031)
+            BCFindDialog(BCResID(510u), nullptr, "abc", 0, &App());
+        else if (id == 2032)
+            BCReplaceDialog(BCResID(510u), nullptr, "abc", "de", 0, &App());
+        else
+            BCStringDialog(BCResID(510u), nullptr, "abc", 9, &App());
+        EXPECT_TRUE(driver.Finish());
+        EXPECT_EQ("1:0-3", seen) << id;
+    }
 }
 
 TEST(MessageDialogTest, GivesTheButtonPressedAndShowsTheMessage) {
