@@ -49,14 +49,13 @@ Step Press(int id) {
         return true;
     };
 }
-// A key the dialog's own loop takes (Enter, Escape), as the last step.
+// Posted through the dialog's own loop, as the last step: a key to a control (Enter,
+// Escape), or without one, closing the dialog.
 Step Key(int id, UINT key) {
     return [id, key](HWND dialog) {
-        return PostMessageA(GetDlgItem(dialog, id), WM_KEYDOWN, key, 1) != 0;
+        return PostMessageA(id ? GetDlgItem(dialog, id) : dialog, key ? WM_KEYDOWN : WM_CLOSE, key,
+                            1) != 0;
     };
-}
-Step Close() {
-    return [](HWND dialog) { return PostMessageA(dialog, WM_CLOSE, 0, 0) != 0; };
 }
 // Appends 1 or 0: whether the button is checked, or with `enabled`, whether it is enabled.
 Step Note(int id, std::string* trail, bool enabled = false) {
@@ -75,7 +74,7 @@ TEST(FindDialogTest, TextsAndOptionsAsTheUserLeftThem) {
         int result;
     };
     for (const Case& c :
-         {Case{Key(2031, VK_RETURN), 1}, Case{Key(2031, VK_ESCAPE), 0}, Case{Close(), 0}}) {
+         {Case{Key(2031, VK_RETURN), 1}, Case{Key(2031, VK_ESCAPE), 0}, Case{Key(0, 0), 0}}) {
         std::string shown, boxes;
         DialogDriver driver;
         driver.ReadText(2031, &shown).Do(Note(2034, &boxes)).Do(Note(2035, &boxes));
@@ -117,7 +116,7 @@ TEST(ReplaceDialogTest, ResultsTextsAndOptions) {
         int result;
     };
     for (const Case& c :
-         {Case{Press(1), 1}, Case{Press(2037), 2}, Case{Press(2), 0}, Case{Close(), 0}}) {
+         {Case{Press(1), 1}, Case{Press(2037), 2}, Case{Press(2), 0}, Case{Key(0, 0), 0}}) {
         std::string trail, shown;
         DialogDriver driver;
         driver.ReadText(2033, &shown).Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
@@ -154,7 +153,7 @@ TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
     for (const Case& c :
          {Case{kLong.c_str(), 200, "\bxy", Press(1), 1, "1111", k80.substr(0, 79) + "x"},
           Case{"", 5, "ok\b\b", Press(2), 0, "01110", ""},
-          Case{"abcdef", 3, "\b", Close(), 0, "11", "abc"}}) {
+          Case{"abcdef", 3, "\b", Key(0, 0), 0, "11", "abc"}}) {
         std::string shown, trail;
         DialogDriver driver;
         driver.ReadText(2013, &shown).Do(Note(1, &trail, true));
