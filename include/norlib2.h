@@ -28,3 +28,4 @@
 #include "bceditctl.h"
 #include "bcbutton.h"
 #include "bcprinter.h"
+#include "bcfinddlg.h"
