@@ -14,10 +14,9 @@ std::vector<HINSTANCE>& RegisteredModules() {
     return modules;
 }
 
-// LoadStringA cuts silently, so a full buffer means "try a larger one".
+// LoadStringA cuts silently, so a full buffer means "try a larger one". The callers give a
+// buffer of at least one byte.
 int LoadFromModule(HINSTANCE module, unsigned int id, char* buffer, unsigned int size) {
-    if (!buffer || size == 0)
-        return 0;
     int length = LoadStringA(module, id, buffer, static_cast<int>(size));
     if (length <= 0)
         buffer[0] = '\0';
