@@ -7,7 +7,7 @@ root="$(cd "$(dirname "$0")/.." && pwd)"
 cd "$root"
 ./scripts/deps.sh
 cmake --preset x64 >/dev/null
-cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo guidemo editdemo mdidemo dlgdemo
+cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo guidemo editdemo mdidemo dlgdemo test_printer
 export NORLIB_BUILD_DIR="$root/build/x64"
 . "$root/cmake/xvfb.sh"
 norlib_ensure_display
@@ -37,12 +37,18 @@ wait_for editdemo.typed && shoot editdemo-typing.png 620x490+20+20
 wait_for editdemo.done && shoot editdemo.png 620x490+20+20
 wait "$sample"
 
-rm -f mdidemo.tile mdidemo.cascade
+# The MDI sample prints its editor to the default printer: the test printer that the printer
+# tests install in the build's prefix, whose output lands in printer-job.ps.
+"$root/cmake/wine-run.sh" bin/test_printer.exe --gtest_filter='PrinterTest.Names*' >/dev/null
+rm -f mdidemo.tile mdidemo.cascade mdidemo.printed printer-job.ps
 "$root/cmake/wine-run.sh" bin/mdidemo.exe --demo 2 &
 sample=$!
 wait_for mdidemo.tile && shoot mdidemo-tile.png 760x540+20+20
 wait_for mdidemo.cascade && shoot mdidemo-cascade.png 760x540+20+20
 wait "$sample"
+wait_for printer-job.ps && sleep 1 &&
+  "$root/scripts/printer.sh" png printer-job.ps "$root/build/mdidemo-printed.png" 50 &&
+  echo "printed page: build/mdidemo-printed.png"
 
 rm -f dlgdemo.find dlgdemo.replace dlgdemo.string dlgdemo.message
 "$root/cmake/wine-run.sh" bin/dlgdemo.exe --demo 2 &

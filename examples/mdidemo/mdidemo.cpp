@@ -4,7 +4,8 @@
 //
 //   mdidemo.exe               runs until the frame is closed
 //   mdidemo.exe --demo N      opens two documents, tiles them, cascades them and changes the
-//                             editor's font on its own, then ends after N more seconds
+//                             editor's font on its own, prints the editor to the default
+//                             printer, then ends after N more seconds
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -19,6 +20,7 @@ enum : unsigned int {
     kNewEditor = 301,
     kNewDrawing = 302,
     kExit = 303,
+    kPrint = 304,
     kTile = 401,
     kCascade = 402,
     kArrange = 403,
@@ -61,6 +63,8 @@ class Document : public BCMDIChildWindow {
     }
     // The window the Font menu acts on.
     BCWindow* FontWindow() const { return fontWindow; }
+    // Draws the document on a printer whose job has started.
+    virtual void PrintOn(BCPrinter& printer) = 0;
 
   protected:
     int UseFont(BCWindow* window, const char* face, unsigned int points) {
@@ -117,6 +121,26 @@ class EditorDocument : public Document {
         return static_cast<long>(DefaultEvent(e));
     }
 
+    // One printed line per line of text, a small margin around them, in a face of fixed
+    // width a sixth of an inch high (the printer's units are its dots).
+    void PrintOn(BCPrinter& printer) override {
+        BCFont face("Liberation Mono", BCGetApp()->GetModule());
+        face.SetSize(BCSize(
+            0,
+            static_cast<short>(-GetDeviceCaps(static_cast<HDC>(printer.GetDC()), LOGPIXELSY) / 6)));
+        printer.SetFont(&face);
+        const short margin = 150, height = static_cast<short>(printer.GetChrHeight('H'));
+        char line[256];
+        for (unsigned int i = 0; i < editor->GetLineCnt(); ++i) {
+            unsigned int length = editor->GetTextLine(i, line, sizeof line - 1);
+            while (length > 0 && (line[length - 1] == '\r' || line[length - 1] == '\n'))
+                --length;
+            printer.PosStr(BCPosition(margin, static_cast<short>(margin + i * height)), line,
+                           static_cast<int>(length));
+        }
+        printer.SetFont(nullptr);
+    }
+
   private:
     BCTextEdit* editor = nullptr;
 };
@@ -153,6 +177,7 @@ class DrawingDocument : public Document {
         scene.Draw(this);
         return 0;
     }
+    void PrintOn(BCPrinter& printer) override { scene.Draw(&printer); }
 
   private:
     void Add(BCDrawGraphic* shape) {
@@ -199,6 +224,8 @@ class Frame : public BCMDIFrameWindow {
         case kExit:
             Destroy();
             return 0;
+        case kPrint:
+            return PrintActive();
         case kTile:
             return Tile();
         case kCascade:
@@ -223,6 +250,19 @@ class Frame : public BCMDIFrameWindow {
     long Timer(BCEvent*) override { return DemoStep(); }
 
   private:
+    // The active document on the default printer, with the status dialog while it prints.
+    long PrintActive() {
+        auto* active = static_cast<Document*>(GetActiveChild());
+        char title[64] = "";
+        if (!active || !active->GetTitle(title, sizeof title))
+            return 0;
+        BCPrinter printer(GetApp(), BC_PRINT_NORMAL);
+        if (!printer.Exists() || !printer.Start(title, this))
+            return 0;
+        active->PrintOn(printer);
+        return printer.End(this);
+    }
+
     BCWindow* Target() {
         Document* active = static_cast<Document*>(GetActiveChild());
         return active ? active->FontWindow() : nullptr;
@@ -294,6 +334,8 @@ class Frame : public BCMDIFrameWindow {
             return Pause(1500);
         case 3:
             Mark("mdidemo.cascade");
+            Command(kPrint); // the editor, in front
+            Mark("mdidemo.printed");
             return Pause(static_cast<unsigned int>(demoSeconds * 1000));
         default:
             Destroy();
