@@ -76,6 +76,10 @@ constexpr unsigned int kCmdRedo = 116;
 constexpr unsigned int kCmdFind = 120;
 constexpr unsigned int kCmdFindNext = 121;
 constexpr unsigned int kCmdReplace = 122;
+constexpr unsigned int kMsgTextNotFound = 10087;
+constexpr unsigned int kDlgFind = 1021;
+constexpr unsigned int kDlgReplace = 1022;
+constexpr unsigned int kDlgReplaceQuery = 1024;
 } // namespace bcids
 // ---- end of text editor ----
 
