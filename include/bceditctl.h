@@ -28,6 +28,16 @@ class NORLIB2_API BCEditControl : public BCControlWindow {
 
   protected:
     LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const;
+    // The shared bodies of the fields' text operations, with their no-window results.
+    unsigned long ReadText(char* buffer, unsigned long size);
+    int TextLen() const;
+    void LimitText(unsigned long count);
+    void ReplaceSelection(const char* text);
+    // The dump of both fields: length, modified flag and the first 16 bytes of the text.
+    void DisplayText(const char* prefix, const unsigned char (&bytes)[16], int length);
+    // The selection (start, end) cut to size - 1 characters when it is longer than `size`;
+    // false when there is nothing to copy.
+    bool ClampedSelection(unsigned long size, unsigned long& start, unsigned long& end) const;
 };
 
 // A single-line field.
@@ -45,7 +55,8 @@ class NORLIB2_API BCStringEdit : public BCEditControl {
     int SetText(const char* text);
     int GetTextLen() const;
     void SetCharLimit(unsigned int count);
-    // The selection, cut to size - 1 characters when longer than `size`; the count copied.
+    // The selection, cut to size - 1 characters when longer than `size` (a selection of
+    // exactly `size` is copied whole: the buffer holds size + 1 bytes); the count copied.
     unsigned int GetSelectedText(char* buffer, unsigned int size);
     void ReplaceSelectedText(const char* text);
     void DeleteSelectedText();

@@ -31,6 +31,8 @@ class NORLIB2_API BCFindDialog : public BCModalDialog {
     long Initialize(BCEvent* event) override;
     long ButtonSnglClk(BCEvent* event) override;
     long EditChange(BCEvent* event) override;
+    // Closing the window is cancelling.
+    long Close(BCEvent* event) override;
     // Deletes the control objects; they live only while the dialog runs.
     void Reset();
     // Texts are kept cut to 120 characters.
@@ -60,6 +62,7 @@ class NORLIB2_API BCReplaceDialog : public BCModalDialog {
     long Initialize(BCEvent* event) override;
     long ButtonSnglClk(BCEvent* event) override;
     long EditChange(BCEvent* event) override;
+    long Close(BCEvent* event) override;
     void Reset();
     void SetPattern(const char* pattern);
     char* GetPattern(char* buffer);
@@ -68,6 +71,10 @@ class NORLIB2_API BCReplaceDialog : public BCModalDialog {
     unsigned int GetFlags() const { return wFlags; }
 
   private:
+    // Reads both texts, lets the controls go and ends with `result`.
+    int Accept(int result);
+    void EnableReplace(bool on);
+
     char caPattern[121];
     char caReplacement[121];
     unsigned int wFlags;
@@ -93,6 +100,7 @@ class NORLIB2_API BCStringDialog : public BCModalDialog {
     long Initialize(BCEvent* event) override;
     long ButtonSnglClk(BCEvent* event) override;
     long EditChange(BCEvent* event) override;
+    long Close(BCEvent* event) override;
     // Makes the OK button, disabled while the text is empty.
     virtual void OkInit();
     void SetString(const char* text);

@@ -22,3 +22,6 @@
 #include "bcgfxlist.h"
 #include "bctextedit.h"
 #include "bcclipboard.h"
+#include "bceditctl.h"
+#include "bcbutton.h"
+#include "bcfinddlg.h"

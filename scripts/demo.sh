@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the x86_64 library and its samples, and runs them under
-# Wine: the console sample prints what it saved and loaded; the window and editor samples act
-# on their own for a few seconds and, headless (Xvfb), leave screenshots in build/.
+# Wine: the console sample prints what it saved and loaded; the window, editor and dialog
+# samples act on their own for a few seconds and, headless (Xvfb), leave screenshots in build/.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 cd "$root"
 ./scripts/deps.sh
 cmake --preset x64 >/dev/null
-cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo guidemo editdemo
+cmake --build --preset x64 -j "$(nproc 2>/dev/null || echo 2)" --target arraydemo guidemo editdemo dlgdemo
 export NORLIB_BUILD_DIR="$root/build/x64"
 . "$root/cmake/xvfb.sh"
 norlib_ensure_display
@@ -35,4 +35,12 @@ rm -f editdemo.typed editdemo.done
 sample=$!
 wait_for editdemo.typed && shoot editdemo-typing.png 620x490+20+20
 wait_for editdemo.done && shoot editdemo.png 620x490+20+20
+wait "$sample"
+
+rm -f dlgdemo.find dlgdemo.replace dlgdemo.string dlgdemo.message
+"$root/cmake/wine-run.sh" bin/dlgdemo.exe --demo 2 &
+sample=$!
+for dialog in find replace string message; do
+  wait_for "dlgdemo.$dialog" && shoot "$dialog.png" 440x320+40+40
+done
 wait "$sample"

@@ -77,18 +77,45 @@ constexpr unsigned int kCmdFind = 120;
 constexpr unsigned int kCmdFindNext = 121;
 constexpr unsigned int kCmdReplace = 122;
 constexpr unsigned int kMsgTextNotFound = 10087;
-constexpr unsigned int kDlgFind = 1021;
-constexpr unsigned int kDlgReplace = 1022;
-constexpr unsigned int kDlgReplaceQuery = 1024;
 } // namespace bcids
 // ---- end of text editor ----
 
 // ---- controls ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+constexpr unsigned int kTypeRadioButton = 33;
+constexpr unsigned int kTypePushButton = 34;
+constexpr unsigned int kTypeCheckBox = 35;
+constexpr unsigned int kTypeGroupBox = 36;
+constexpr unsigned int kTypeStringEdit = 38;
+constexpr unsigned int kTypeMultiStringEdit = 39;
+constexpr unsigned int kTypeSizeBox = 46;
+constexpr unsigned int kTypeStaticControl = 47;
+constexpr unsigned int kTypeStaticText = 48;
+constexpr unsigned int kTypeStaticIcon = 49;
+constexpr unsigned int kMsgEditTextTooLong = 10082;
+} // namespace bcids
 // ---- end of controls ----
 
 // ---- find, replace, string and message dialogs ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+constexpr unsigned int kTypeStringDialog = 63;
+constexpr unsigned int kTypeFindDialog = 64;
+constexpr unsigned int kTypeReplaceDialog = 65;
+constexpr unsigned int kTypeMessageDialog = 66;
+constexpr unsigned int kDlgFind = 1021;
+constexpr unsigned int kDlgReplace = 1022;
+constexpr unsigned int kDlgMessage = 1023;
+constexpr unsigned int kDlgReplaceQuery = 1024;
+constexpr unsigned int kCtlStringEdit = 2013;
+constexpr unsigned int kCtlMessageText = 2024;
+constexpr unsigned int kCtlFindPattern = 2031;
+constexpr unsigned int kCtlReplacePattern = 2032;
+constexpr unsigned int kCtlReplacement = 2033;
+constexpr unsigned int kCtlMatchCase = 2034;
+constexpr unsigned int kCtlWholeWord = 2035;
+constexpr unsigned int kCtlQuery = 2036;
+constexpr unsigned int kCtlReplaceAll = 2037;
+} // namespace bcids
 // ---- end of find, replace, string and message dialogs ----
 
 // ---- MDI windows and fonts ----

@@ -1,6 +1,7 @@
 #include "guidriver.h"
 
 #include <chrono>
+#include <utility>
 
 namespace {
 
@@ -59,6 +60,11 @@ DialogDriver& DialogDriver::ReadText(int controlId, std::string* into) {
         *into = text;
         return true;
     });
+    return *this;
+}
+
+DialogDriver& DialogDriver::Do(std::function<bool(HWND)> step) {
+    m_steps.push_back(std::move(step));
     return *this;
 }
 

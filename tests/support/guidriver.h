@@ -26,6 +26,8 @@ class DialogDriver {
     bool Finish();
     // Text the dialog's control had when the driver read it (after the steps before it).
     DialogDriver& ReadText(int controlId, std::string* into);
+    // Any other step, given the dialog's window; false stops the script.
+    DialogDriver& Do(std::function<bool(HWND)> step);
 
   private:
     void Run(int timeoutMs);

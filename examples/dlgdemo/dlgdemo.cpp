@@ -1,0 +1,145 @@
+// Opens the find, replace, string and message dialogs in turn over a main window; the last
+// one tells what was asked for in the first.
+//
+//   dlgdemo.exe             the user answers each dialog
+//   dlgdemo.exe --demo N    each dialog is filled in on its own, left up for N seconds and
+//                           accepted; a mark file per dialog tells a watcher it is up
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include <norlib2.h>
+
+namespace {
+
+enum : unsigned int { kStringTemplate = 300, kNextTimer = 1, kFillTimer = 2, kAcceptTimer = 3 };
+
+// Tells whoever watches the demonstration (a script taking screenshots) how far it got.
+void Mark(const char* file) {
+    if (FILE* f = std::fopen(file, "w"))
+        std::fclose(f);
+}
+
+BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
+    char className[16];
+    if (GetClassNameA(window, className, sizeof className) &&
+        std::strcmp(className, "#32770") == 0 && IsWindowVisible(window)) {
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+// The dialog running now on this thread, if any.
+HWND RunningDialog() {
+    HWND found = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), FindDialog, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+void Type(HWND dialog, int id, const char* text) {
+    HWND edit = GetDlgItem(dialog, id);
+    SendMessageA(edit, WM_KEYDOWN, VK_END, 1);
+    for (; *text; ++text)
+        SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(*text), 1);
+}
+
+void Click(HWND dialog, int id) {
+    PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
+}
+
+class DemoWindow : public BCMainWindow {
+  public:
+    explicit DemoWindow(int demoSeconds) : BCMainWindow(BCGetApp()), demoSeconds(demoSeconds) {
+        SetWindowRect(BCRectangle(40, 40, 480, 360));
+    }
+
+    int Start(const char* title) {
+        if (!Create(title))
+            return 0;
+        Show(SW_SHOW);
+        SetTimer(hWnd, kNextTimer, 500, nullptr);
+        return 1;
+    }
+    LRESULT DispatchEvent(BCEvent* e) override {
+        if (e->GetMessage() != WM_TIMER)
+            return BCMainWindow::DispatchEvent(e);
+        KillTimer(hWnd, e->GetWParam());
+        if (e->GetWParam() == kNextTimer)
+            RunNext();
+        else if (HWND dialog = RunningDialog())
+            e->GetWParam() == kFillTimer ? Fill(dialog) : Click(dialog, IDOK);
+        return 0;
+    }
+
+  private:
+    BCResID Template(unsigned int id) const { return BCResID(id, BCGetDLLModule2()); }
+
+    // Each dialog runs inside its constructor; the timers set before act on it meanwhile.
+    void RunNext() {
+        if (demoSeconds > 0)
+            SetTimer(hWnd, kFillTimer, 600, nullptr);
+        switch (step++) {
+        case 0: {
+            BCFindDialog find(Template(1021), this, "needle", BC_FIND_MATCH_CASE, GetApp());
+            pattern = find.GetPattern(nullptr);
+            break;
+        }
+        case 1:
+            BCReplaceDialog(Template(1022), this, pattern.c_str(), "thread", BC_FIND_QUERY,
+                            GetApp());
+            break;
+        case 2:
+            BCStringDialog(BCResID(kStringTemplate, GetApp()->GetModule()), this, "notes", 40,
+                           GetApp());
+            break;
+        case 3: {
+            std::string text = "Looking for `" + pattern + "'.";
+            BCMessageDialog(Template(1023), this, text.c_str(), GetApp());
+            break;
+        }
+        default:
+            Destroy();
+            return;
+        }
+        SetTimer(hWnd, kNextTimer, 300, nullptr);
+    }
+    // What a user would do in each dialog, then a mark for the screenshot.
+    void Fill(HWND dialog) {
+        static const char* const kMarks[] = {"dlgdemo.find", "dlgdemo.replace", "dlgdemo.string",
+                                             "dlgdemo.message"};
+        switch (step - 1) {
+        case 0:
+            Type(dialog, 2031, "s");
+            Click(dialog, 2035);
+            break;
+        case 1:
+            Type(dialog, 2033, "s");
+            break;
+        case 2:
+            Type(dialog, 2013, ".txt");
+            break;
+        default:
+            break;
+        }
+        Mark(kMarks[step - 1]);
+        SetTimer(hWnd, kAcceptTimer, static_cast<UINT>(demoSeconds * 1000), nullptr);
+    }
+
+    int demoSeconds;
+    int step = 0;
+    std::string pattern;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    int demoSeconds = argc > 2 && std::strcmp(argv[1], "--demo") == 0 ? std::atoi(argv[2]) : 0;
+    BCApplication app;
+    DemoWindow window(demoSeconds);
+    if (!window.Start("Norlib2 dialog sample"))
+        return 1;
+    return app.Run();
+}
