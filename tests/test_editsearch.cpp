@@ -2,6 +2,8 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <memory>
+#include <vector>
 
 #include "editfixture.h"
 #include "msgrecorder.h"
@@ -177,6 +179,115 @@ TEST_F(Search, SaveClearsTheModifiedStateAndNewEmptiesTheEditor) {
     EXPECT_EQ(0u, e.GetTextLen() + e.GetCaretOfs());
     EXPECT_FALSE(e.CanUndo());
     std::remove(name.c_str());
+}
+
+// Typing into a dialog's field as a user does.
+std::function<bool(HWND)> TypeInto(int id, const std::string& text) {
+    return [id, text](HWND dialog) {
+        HWND edit = GetDlgItem(dialog, id);
+        for (char c : text)
+            SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(c), 1);
+        return edit != nullptr;
+    };
+}
+
+std::function<bool(HWND)> Tick(int id) {
+    return [id](HWND dialog) {
+        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
+        return true;
+    };
+}
+
+BOOL CALLBACK ShownDialog(HWND window, LPARAM found) {
+    char name[16];
+    if (GetClassNameA(window, name, sizeof name) && !lstrcmpA(name, "#32770") &&
+        IsWindowVisible(window)) {
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+// Presses `button` in the dialog that comes up once the one answered before (`last`) has
+// gone: the questions come one after another.
+std::function<bool(HWND)> Answer(std::shared_ptr<HWND> last, int button) {
+    return [last, button](HWND first) {
+        DWORD thread = GetWindowThreadProcessId(first, nullptr);
+        HWND shown = nullptr;
+        for (int i = 0; i < 250 && !shown; ++i) {
+            Sleep(20);
+            if (!IsWindow(*last))
+                EnumThreadWindows(thread, ShownDialog, reinterpret_cast<LPARAM>(&shown));
+        }
+        *last = shown;
+        return shown && PostMessageA(shown, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                                     reinterpret_cast<LPARAM>(GetDlgItem(shown, button)));
+    };
+}
+
+struct DialogCase {
+    bool query;               // after a reset the query box is ticked
+    int button;               // of the replace dialog
+    std::vector<int> answers; // to "Replace this occurrence?"
+    const char* text;
+    long result;
+    size_t misses; // messages 10087
+};
+
+TEST_F(Search, ReplaceDialogAsksForEachOccurrenceOnceOrAll) {
+    const DialogCase cases[] = {
+        {true, 2037, {6, 7, 6}, "bb1 a2 bb3", 1, 1}, // the miss after the last answer, once
+        {true, 2037, {6, 2}, "bb1 a2 a3", 0, 0},
+        {true, 1, {7}, "a1 a2 a3", 1, 0},
+        {false, 2037, {}, "bb1 bb2 bb3", 1, 0},
+        {false, 1, {}, "bb1 a2 a3", 1, 0},
+        {true, 2, {}, "a1 a2 a3", 0, 0},
+    };
+    Make("");
+    for (const DialogCase& c : cases) {
+        edit->SetText("a1 a2 a3");
+        MsgRecorder rec;
+        auto last = std::make_shared<HWND>();
+        DialogDriver driver;
+        driver.Do([last](HWND dialog) { return (*last = dialog) != nullptr; });
+        driver.Do(TypeInto(2032, "a")).Do(TypeInto(2033, "bb"));
+        if (!c.query)
+            driver.Do(Tick(2036));
+        driver.Click(c.button);
+        for (int answer : c.answers)
+            driver.Do(Answer(last, answer));
+        driver.Start();
+        long result = Command(H(), 122);
+        EXPECT_TRUE(driver.Finish());
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(c.result, result);
+        EXPECT_EQ(c.text, Text());
+        EXPECT_EQ(c.misses, rec.Count());
+    }
+}
+
+TEST_F(Search, FindDialogShowsTheLastPatternAndStartsAtTheSelection) {
+    BCTextEdit& e = Make("a1 A1 a1");
+    MsgRecorder rec;
+    std::string shown[3];
+    const long results[] = {1, 1, 0};
+    const char* selections[] = {"0-2", "3-5", "3-5"};
+    for (int step = 0; step < 3; ++step) {
+        DialogDriver driver;
+        driver.ReadText(2031, &shown[step]);
+        if (step == 0)
+            driver.Do(TypeInto(2031, "A1"));
+        if (step == 1)
+            driver.Do(Tick(2034)); // match case: the "a1" selected is passed over
+        driver.Click(step < 2 ? 1 : 2).Start();
+        EXPECT_EQ(results[step], Command(H(), 120));
+        EXPECT_TRUE(driver.Finish());
+        EXPECT_EQ(selections[step], Selected(e));
+    }
+    EXPECT_EQ(",A1,A1", shown[0] + "," + shown[1] + "," + shown[2]);
+    EXPECT_EQ(5u, e.GetSearchOptions()); // query bit kept from the reset
+    EXPECT_EQ(0u, rec.Count());
 }
 
 } // namespace

@@ -436,8 +436,12 @@ long BCTextEdit::MenuCommand(BCEvent* e) {
         return Paste();
     case bcids::kCmdRedo:
         return Redo();
+    case bcids::kCmdFind:
+        return Find();
     case bcids::kCmdFindNext:
         return FindNext();
+    case bcids::kCmdReplace:
+        return Replace();
     default:
         return 0;
     }

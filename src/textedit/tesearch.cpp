@@ -9,6 +9,7 @@
 #include "bccursor.h"
 #include "bcfinddlg.h"
 #include "bcids2.h"
+#include "bclib2.h"
 #include "bcmemory.h"
 #include "bcmsg.h"
 
@@ -183,4 +184,48 @@ int BCTextEdit::ReplaceDirect(int all) {
     wait.Restore();
     Repaint();
     return ok;
+}
+
+int BCTextEdit::Find() {
+    BCFindDialog dialog(BCResID(bcids::kDlgFind, BCGetDLLModule2()), this, caPattern,
+                        static_cast<unsigned int>(dwSearchOpts), GetApp());
+    if (dialog.GetResult() == BC_FIND_CANCELLED)
+        return 0;
+    if (!SetSearch(dialog.GetPattern(nullptr), caReplace, dialog.GetFlags()))
+        return 0;
+    return FindNext();
+}
+
+int BCTextEdit::Replace() {
+    BCReplaceDialog dialog(BCResID(bcids::kDlgReplace, BCGetDLLModule2()), this, caPattern,
+                           caReplace, static_cast<unsigned int>(dwSearchOpts), GetApp());
+    int result = dialog.GetResult();
+    if (result == BC_FIND_CANCELLED ||
+        !SetSearch(dialog.GetPattern(nullptr), dialog.GetReplacement(nullptr), dialog.GetFlags()))
+        return 0;
+    if (dwSearchOpts & BC_FIND_QUERY)
+        return ReplaceAsking(result == BC_FIND_ONE);
+    return ReplaceDirect(result == BC_FIND_ALL);
+}
+
+// A replacement moves the search past itself, so one that holds the pattern is not asked
+// about again.
+int BCTextEdit::ReplaceAsking(int once) {
+    if (!caPattern)
+        return 0;
+    while (FindNext()) {
+        BCMessageDialog ask(BCResID(bcids::kDlgReplaceQuery, BCGetDLLModule2()), this, nullptr,
+                            GetApp());
+        int answer = ask.GetResult();
+        if (answer == IDCANCEL)
+            return 0;
+        if (answer == IDYES) {
+            if (!ReplaceSelectedText(caReplace ? caReplace : ""))
+                return 0;
+            dwSearchPos = SelLow() + Length(caReplace);
+        }
+        if (once)
+            return 1;
+    }
+    return 1;
 }
