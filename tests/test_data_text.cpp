@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cctype>
 #include <climits>
+#include <cstring>
 #include <random>
 
 #include "test_data.h"
@@ -104,6 +105,9 @@ TEST(TextTest, LineArithmeticOnCrLfText) {
 TEST(TextTest, RecordIsThePlainBytes) {
     BCText text(Str("hi\r\n"), 0);
     EXPECT_EQ(std::string("hi\r\n", 5), Saved(text)); // the NUL the length counts goes too
+    std::ostringstream lines; // LF-only lines: a lone CR is written as it is
+    ASSERT_EQ(1, BCText(Str("a\rb\r\nc"), 0).SaveLines(lines, 1));
+    EXPECT_EQ(std::string("a\rb\nc", 6), lines.str());
     BCText loaded(Str("old"), 0);
     std::istringstream in = InStream("line one\r\nline two");
     ASSERT_EQ(1, loaded.Load(in));
@@ -377,6 +381,34 @@ std::vector<unsigned long> NaiveMatches(const std::string& s, const std::string&
             found.push_back(static_cast<unsigned long>(at));
     }
     return found;
+}
+
+// A borrowed text that ends where readable memory ends: the search reads nothing past it.
+TEST(TextTest, SearchStopsAtTheLastByte) {
+    SYSTEM_INFO info;
+    GetSystemInfo(&info);
+    char* pages = static_cast<char*>(
+        VirtualAlloc(nullptr, 2 * info.dwPageSize, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    DWORD old = 0;
+    ASSERT_TRUE(pages &&
+                VirtualProtect(pages + info.dwPageSize, info.dwPageSize, PAGE_NOACCESS, &old));
+    char* text = pages + info.dwPageSize - 100;
+    std::memset(text, 'x', 99);
+    text[99] = 0;
+    BCText borrowed(text, BC_FLAG_BORROW);
+    std::string found;
+    for (const char* pattern : {"xy", "X", "xx", "x\xff"})
+        for (int options = 0; options < 4; ++options)
+            found += std::to_string(Find(borrowed, pattern, 40, options & 1, options & 2)) + " ";
+    std::string none = std::to_string(kNone) + " ";
+    auto nones = [&none](int n) {
+        std::string s;
+        while (n--)
+            s += none;
+        return s;
+    };
+    EXPECT_EQ(nones(4) + "40 " + nones(3) + "40 40 " + nones(6), found); // xy, X, xx, x\xff
+    VirtualFree(pages, 0, MEM_RELEASE);
 }
 
 // Patterns of 1 to 70 bytes taken from the text with their letters' case changed, looked for

@@ -1,5 +1,4 @@
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -7,6 +6,7 @@
 
 #include "editfixture.h"
 #include "msgrecorder.h"
+#include "streambytes.h"
 
 namespace {
 
@@ -21,61 +21,38 @@ std::string Selected(BCTextEdit& e) {
     return std::to_string(s.GetStart()) + "-" + std::to_string(s.GetEnd());
 }
 
-TEST_F(Search, FindNextSelectsEachMatchThenReportsTheMissOnce) {
-    BCTextEdit& e = Make("one two one\r\nOne");
-    MsgRecorder rec;
-    e.SetTextPos(2, -1);
-    std::string before = Selected(e);
-    EXPECT_EQ(0, Command(H(), 121)); // no pattern yet: nothing happens
-    EXPECT_EQ(before, Selected(e));
-    EXPECT_EQ(2u, e.GetCaretOfs());
-    EXPECT_EQ(0u, rec.Count());
-    ASSERT_TRUE(e.SetSearch("one", nullptr, 1));
-    EXPECT_EQ(2u, e.GetSearchPos()); // from the caret
-    EXPECT_EQ(1, Command(H(), 121));
-    EXPECT_EQ("8-11", Selected(e));
-    EXPECT_EQ(11u, e.GetSearchPos());
-    EXPECT_EQ(11u, e.GetCaretOfs());
-    EXPECT_EQ(0, e.FindNext()); // "One" differs in case
-    EXPECT_EQ("8-11", Selected(e));
-    ASSERT_EQ(std::vector<unsigned int>{10087}, rec.NumberedIds());
-    EXPECT_EQ("Text `one' not found.", rec.Last().text);
-
-    // Bad patterns: empty is none at all; one longer than the text is simply not there.
-    rec.Clear();
-    ASSERT_TRUE(e.SetSearch("", "x", 4));
-    EXPECT_EQ(nullptr, e.GetSearchPattern());
-    EXPECT_EQ(0, e.FindNext() + e.ReplaceDirect(1));
-    EXPECT_EQ(0u, rec.Count());
-    std::string longer(40, 'o');
-    ASSERT_TRUE(e.SetSearch(longer.c_str(), nullptr, 0));
-    EXPECT_EQ(0, e.FindNext());
-    EXPECT_EQ(1u, rec.Count());
-}
-
-struct OptionCase {
-    unsigned long options;
+struct FindCase {
+    unsigned long from, options;
     const char* pattern;
-    const char* found; // the selections, in order
+    const char* found; // selection@search position, one per Find Next until the miss
 };
 
-TEST_F(Search, OptionsAreMatchCaseAndWholeWord) {
+TEST_F(Search, FindNextSelectsEachMatchByTheOptionsThenReportsTheMissOnce) {
     BCTextEdit& e = Make("Cat cat scatter CAT");
     MsgRecorder rec;
-    const OptionCase cases[] = {{0, "cat", "0-3 4-7 9-12 16-19 "},
-                                {1, "cat", "4-7 9-12 "},
-                                {2, "CAT", "0-3 4-7 16-19 "},
-                                {3, "cat", "4-7 "}};
-    for (const OptionCase& c : cases) {
-        e.SetCrntSelection(BCLimits(0, 0)); // the search starts at the selection
-
+    e.SetTextPos(2, -1);
+    EXPECT_EQ(0, Command(H(), 121)); // no pattern yet: nothing happens
+    EXPECT_EQ(Nums(0, 2), Nums(rec.Count(), e.GetCaretOfs()));
+    const std::string longer(40, 'c');
+    const FindCase cases[] = {{0, 0, "cat", "0-3@3 4-7@7 9-12@12 16-19@19 "},
+                              {5, 1, "cat", "9-12@12 "}, // from the caret
+                              {0, 2, "CAT", "0-3@3 4-7@7 16-19@19 "},
+                              {0, 3, "cat", "4-7@7 "},
+                              {0, 0, longer.c_str(), ""}};
+    for (const FindCase& c : cases) {
+        e.SetCrntSelection(BCLimits(c.from, c.from));
         ASSERT_TRUE(e.SetSearch(c.pattern, nullptr, c.options));
         std::string found;
-        while (e.FindNext())
-            found += Selected(e) + " ";
+        while (Command(H(), 121))
+            found += Selected(e) + "@" + std::to_string(e.GetSearchPos()) + " ";
         EXPECT_EQ(c.found, found) << c.options;
     }
-    EXPECT_EQ(4u, rec.Count()); // one miss each
+    EXPECT_EQ(std::vector<unsigned int>(5, 10087), rec.NumberedIds());
+    EXPECT_EQ("Text `cat' not found.", rec.Entries()[3].text);
+    ASSERT_TRUE(e.SetSearch("", "x", 4)); // an empty pattern is none
+    EXPECT_EQ(nullptr, e.GetSearchPattern());
+    EXPECT_EQ(0, e.FindNext() + e.ReplaceDirect(1));
+    EXPECT_EQ(5u, rec.Count());
 }
 
 TEST_F(Search, ReplaceAllEndsAtTheTextsEndWithAStepPerReplacement) {
@@ -85,109 +62,68 @@ TEST_F(Search, ReplaceAllEndsAtTheTextsEndWithAStepPerReplacement) {
     ASSERT_TRUE(e.SetSearch("a", "aa", 0)); // the replacement holds the pattern
     EXPECT_EQ(1, e.ReplaceDirect(1));
     EXPECT_EQ("a-aa-baa\r\naa", Text());
-    EXPECT_EQ(Text().size(), e.GetCaretOfs());
-    EXPECT_EQ(Text().size(), e.GetSearchPos());
-    EXPECT_EQ(0u, rec.Count());
+    EXPECT_EQ(Nums(12, 12), Nums(e.GetCaretOfs(), e.GetSearchPos()));
     for (const char* before : {"a-aa-baa\r\na", "a-aa-ba\r\na", "a-a-ba\r\na"}) {
         e.Undo();
         EXPECT_EQ(before, Text());
     }
     EXPECT_FALSE(e.CanUndo());
-
-    // Deleting neighbours: still a step each.
-    e.SetText("xxxy");
+    e.SetText("xxxy"); // deleting neighbours: still a step each
     e.SetSearch("x", "", 0);
     EXPECT_EQ(1, e.ReplaceDirect(1));
-    EXPECT_EQ("y", Text());
     e.Undo();
     EXPECT_EQ("xy", Text());
-
-    // Once: the next match only, the search going on after it.
-    e.SetText("ab ab");
+    e.SetText("ab ab"); // once: the next match only, the search going on after it
     e.SetSearch("ab", "c", 0);
-    EXPECT_EQ(1, e.ReplaceDirect(0));
-    EXPECT_EQ("c ab", Text());
-    EXPECT_EQ(1u, e.GetSearchPos());
-    EXPECT_EQ(1, e.ReplaceDirect(0));
-    EXPECT_EQ(0, e.ReplaceDirect(0));
+    EXPECT_EQ((Seq{1, 1, 1, 0}),
+              (Seq{e.ReplaceDirect(0), e.GetSearchPos(), e.ReplaceDirect(0), e.ReplaceDirect(0)}));
     EXPECT_EQ("c c", Text());
     EXPECT_EQ(std::vector<unsigned int>{10087}, rec.NumberedIds());
 }
 
-// Text put on the system clipboard by hand; null empties it.
-void PutClipboard(const char* text) {
-    ASSERT_TRUE(OpenClipboard(nullptr) && EmptyClipboard());
-    if (text) {
-        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, std::strlen(text) + 1);
-        std::strcpy(static_cast<char*>(GlobalLock(block)), text);
-        GlobalUnlock(block);
-        SetClipboardData(CF_TEXT, block);
-    }
-    CloseClipboard();
-}
-
-std::string ClipboardText() {
-    std::string s;
-    if (OpenClipboard(nullptr)) {
-        if (HANDLE h = GetClipboardData(CF_TEXT)) {
-            s = static_cast<const char*>(GlobalLock(h));
-            GlobalUnlock(h);
-        }
-        CloseClipboard();
-    }
-    return s;
-}
-
-TEST_F(Search, CutCopyAndPasteGoThroughTheSystemClipboard) {
-    BCTextEdit& e = Make("abc\r\ndef");
-    PutClipboard(nullptr);
-    EXPECT_EQ(0, Command(H(), 114) + Command(H(), 113) + Command(H(), 112)); // nothing to move
-    EXPECT_EQ("abc\r\ndef", Text());
-    EXPECT_FALSE(e.CanUndo());
-    e.SetCrntSelection(BCLimits(2, 6));
-    EXPECT_EQ(1, Command(H(), 113));
-    EXPECT_EQ("c\r\nd", ClipboardText());
-    EXPECT_EQ("abc\r\ndef", Text());
-    EXPECT_EQ(1, Command(H(), 112));
-    EXPECT_EQ("abef", Text());
-    PutClipboard("XY");
-    e.SetCrntSelection(BCLimits(1, 3));
-    EXPECT_EQ(1, Command(H(), 114));
-    EXPECT_EQ("aXYf", Text());
-}
-
-TEST_F(Search, SaveClearsTheModifiedStateAndNewEmptiesTheEditor) {
+TEST_F(Search, ClipboardAndFileCommands) {
     char path[MAX_PATH];
     GetTempPathA(MAX_PATH, path);
     std::string name = std::string(path) + "editsearch.txt";
-    BCTextEdit e(7, &main, BCPosition(0, 0), BCSize(200, 100), "txt", name.c_str(), nullptr,
-                 &EditApp(), 0, 8);
+    edit.reset(new BCTextEdit(7, &main, BCPosition(0, 0), BCSize(200, 100), "txt", name.c_str(),
+                              nullptr, &EditApp(), 0, 8));
+    BCTextEdit& e = *edit;
     ASSERT_TRUE(e.Create(""));
-    e.SetText("saved\r\ntext");
+    e.SetText("abc\r\ndef");
+    BCClipboard clipboard(nullptr);
+    clipboard.Clear();
+    EXPECT_EQ(0, Command(H(), 114) + Command(H(), 113) + Command(H(), 112)); // nothing to move
+    EXPECT_FALSE(e.CanUndo());
+    e.SetCrntSelection(BCLimits(2, 6));
+    EXPECT_EQ(1, Command(H(), 113));
+    char copied[8] = "";
+    clipboard.GetText(copied, sizeof copied);
+    EXPECT_STREQ("c\r\nd", copied);
+    EXPECT_EQ(1, Command(H(), 112));
+    clipboard.Clear();
+    clipboard.SetText("XY");
+    e.SetCrntSelection(BCLimits(1, 3));
+    EXPECT_EQ(1, Command(H(), 114));
+    EXPECT_EQ("aXYf", Text());
+
     e.SetModified(1);
-    EXPECT_EQ(1, Command(e.GetHandle(), 103));
+    EXPECT_EQ(1, Command(H(), 103));
     EXPECT_FALSE(e.IsModified());
     std::ifstream file(name, std::ios::binary);
-    EXPECT_EQ("saved\r\ntext",
-              std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
+    EXPECT_EQ("aXYf", std::string(std::istreambuf_iterator<char>(file), {}));
     file.close();
-    e.SetTextPos(5, -1);
-    e.InsertText("x");
-    ASSERT_TRUE(e.CanUndo());
-    e.SetModified(0); // nothing to ask about
-    EXPECT_EQ(1, Command(e.GetHandle(), 101));
-    EXPECT_EQ(0u, e.GetTextLen() + e.GetCaretOfs());
-    EXPECT_FALSE(e.CanUndo());
     std::remove(name.c_str());
+    ASSERT_TRUE(e.CanUndo());
+    EXPECT_EQ(1, Command(H(), 101)); // saved: nothing to ask
+    EXPECT_EQ(Nums(0, 0, 0), Nums(e.GetTextLen(), e.GetCaretOfs(), e.CanUndo()));
 }
 
-// Typing into a dialog's field as a user does.
+// Typing into a dialog's field, and a click, as a user makes them.
 std::function<bool(HWND)> TypeInto(int id, const std::string& text) {
     return [id, text](HWND dialog) {
-        HWND edit = GetDlgItem(dialog, id);
         for (char c : text)
-            SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(c), 1);
-        return edit != nullptr;
+            SendDlgItemMessageA(dialog, id, WM_CHAR, static_cast<unsigned char>(c), 1);
+        return true;
     };
 }
 
@@ -201,16 +137,14 @@ std::function<bool(HWND)> Tick(int id) {
 
 BOOL CALLBACK ShownDialog(HWND window, LPARAM found) {
     char name[16];
-    if (GetClassNameA(window, name, sizeof name) && !lstrcmpA(name, "#32770") &&
-        IsWindowVisible(window)) {
+    bool dialog = GetClassNameA(window, name, sizeof name) && !lstrcmpA(name, "#32770");
+    if (dialog && IsWindowVisible(window))
         *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-    }
-    return TRUE;
+    return !*reinterpret_cast<HWND*>(found);
 }
 
-// Presses `button` in the dialog that comes up once the one answered before (`last`) has
-// gone: the questions come one after another.
+// Presses `button` in the dialog that comes up once the one answered before
+// (`last`) has gone: the questions come one after another.
 std::function<bool(HWND)> Answer(std::shared_ptr<HWND> last, int button) {
     return [last, button](HWND first) {
         DWORD thread = GetWindowThreadProcessId(first, nullptr);
@@ -221,8 +155,7 @@ std::function<bool(HWND)> Answer(std::shared_ptr<HWND> last, int button) {
                 EnumThreadWindows(thread, ShownDialog, reinterpret_cast<LPARAM>(&shown));
         }
         *last = shown;
-        return shown && PostMessageA(shown, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
-                                     reinterpret_cast<LPARAM>(GetDlgItem(shown, button)));
+        return shown && Tick(button)(shown);
     };
 }
 
@@ -237,7 +170,8 @@ struct DialogCase {
 
 TEST_F(Search, ReplaceDialogAsksForEachOccurrenceOnceOrAll) {
     const DialogCase cases[] = {
-        {true, 2037, {6, 7, 6}, "bb1 a2 bb3", 1, 1}, // the miss after the last answer, once
+        {true, 2037, {6, 7, 6}, "bb1 a2 bb3", 1, 1}, // the miss after the last
+                                                     // answer, once
         {true, 2037, {6, 2}, "bb1 a2 a3", 0, 0},
         {true, 1, {7}, "a1 a2 a3", 1, 0},
         {false, 2037, {}, "bb1 bb2 bb3", 1, 0},
@@ -254,25 +188,21 @@ TEST_F(Search, ReplaceDialogAsksForEachOccurrenceOnceOrAll) {
         driver.Do(TypeInto(2032, "a")).Do(TypeInto(2033, "bb"));
         if (!c.query)
             driver.Do(Tick(2036));
-        driver.Click(c.button);
+        driver.Do(Tick(c.button));
         for (int answer : c.answers)
             driver.Do(Answer(last, answer));
         driver.Start();
         long result = Command(H(), 122);
         EXPECT_TRUE(driver.Finish());
-        SCOPED_TRACE(c.text);
-        EXPECT_EQ(c.result, result);
         EXPECT_EQ(c.text, Text());
-        EXPECT_EQ(c.misses, rec.Count());
+        EXPECT_EQ(Nums(c.result, c.misses), Nums(result, rec.Count())) << c.text;
     }
 }
 
 TEST_F(Search, FindDialogShowsTheLastPatternAndStartsAtTheSelection) {
     BCTextEdit& e = Make("a1 A1 a1");
     MsgRecorder rec;
-    std::string shown[3];
-    const long results[] = {1, 1, 0};
-    const char* selections[] = {"0-2", "3-5", "3-5"};
+    std::string shown[3], trail;
     for (int step = 0; step < 3; ++step) {
         DialogDriver driver;
         driver.ReadText(2031, &shown[step]);
@@ -281,13 +211,13 @@ TEST_F(Search, FindDialogShowsTheLastPatternAndStartsAtTheSelection) {
         if (step == 1)
             driver.Do(Tick(2034)); // match case: the "a1" selected is passed over
         driver.Click(step < 2 ? 1 : 2).Start();
-        EXPECT_EQ(results[step], Command(H(), 120));
+        long result = Command(H(), 120);
+        trail += std::to_string(result) + ":" + Selected(e) + " ";
         EXPECT_TRUE(driver.Finish());
-        EXPECT_EQ(selections[step], Selected(e));
+        trail += shown[step] + "|";
     }
-    EXPECT_EQ(",A1,A1", shown[0] + "," + shown[1] + "," + shown[2]);
-    EXPECT_EQ(5u, e.GetSearchOptions()); // query bit kept from the reset
-    EXPECT_EQ(0u, rec.Count());
+    EXPECT_EQ("1:0-2 |1:3-5 A1|0:3-5 A1|", trail);
+    EXPECT_EQ(Nums(5, 0), Nums(e.GetSearchOptions(), rec.Count())); // query bit kept
 }
 
 } // namespace
