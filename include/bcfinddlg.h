@@ -73,7 +73,7 @@ class NORLIB2_API BCReplaceDialog : public BCModalDialog {
   private:
     // Reads both texts, lets the controls go and ends with `result`.
     int Accept(int result);
-    void EnableReplace(bool on);
+    int EnableReplace(bool on);
 
     char caPattern[121];
     char caReplacement[121];

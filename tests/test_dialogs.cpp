@@ -2,13 +2,17 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "guidriver.h"
 #include "msgrecorder.h"
 #include "norlib2.h"
 
 namespace {
+
+using Step = std::function<bool(HWND)>;
 
 BCApplication& App() {
     static BCApplication app;
@@ -21,158 +25,150 @@ BCResID Template(unsigned int id) {
 
 const std::string kLong(150, 'p');
 
-// Steps a user's hands would take, carried out synchronously so later reads see them.
-std::function<bool(HWND)> Type(int id, const std::string& text) {
+// Counts the control objects a dialog still holds once it has ended.
+template <class Dialog> struct Probe : Dialog {
+    using Dialog::Dialog;
+    unsigned long Controls() const { return this->opControls->GetCount(); }
+};
+
+// A user's actions, carried out synchronously so that later reads see them. Typing starts
+// at the end of the field.
+Step Type(int id, const std::string& text) {
     return [id, text](HWND dialog) {
         HWND edit = GetDlgItem(dialog, id);
+        SendMessageA(edit, WM_KEYDOWN, VK_END, 1);
         for (char c : text)
             SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(c), 1);
         return edit != nullptr;
     };
 }
-// The caret to the end of the field, as the End key takes it.
-std::function<bool(HWND)> ToEnd(int id) {
-    return [id](HWND dialog) {
-        SendDlgItemMessageA(dialog, id, WM_KEYDOWN, VK_END, 1);
-        return true;
-    };
-}
-std::function<bool(HWND)> Press(int id) {
+Step Press(int id) {
     return [id](HWND dialog) {
         SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
                      reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
         return true;
     };
 }
-std::function<bool(HWND)> Enabled(int id, std::string* trail) {
-    return [id, trail](HWND dialog) {
-        *trail += IsWindowEnabled(GetDlgItem(dialog, id)) ? '1' : '0';
-        return true;
+// A key the dialog's own loop takes (Enter, Escape), as the last step.
+Step Key(int id, UINT key) {
+    return [id, key](HWND dialog) {
+        return PostMessageA(GetDlgItem(dialog, id), WM_KEYDOWN, key, 1) != 0;
     };
 }
-std::function<bool(HWND)> Checked(int id, std::string* trail) {
-    return [id, trail](HWND dialog) {
-        *trail += SendDlgItemMessageA(dialog, id, BM_GETCHECK, 0, 0) ? '1' : '0';
-        return true;
+Step Close() {
+    return [](HWND dialog) { return PostMessageA(dialog, WM_CLOSE, 0, 0) != 0; };
+}
+// Appends 1 or 0: whether the button is checked, or with `enabled`, whether it is enabled.
+Step Note(int id, std::string* trail, bool enabled = false) {
+    return [=](HWND dialog) {
+        HWND button = GetDlgItem(dialog, id);
+        *trail += (enabled ? IsWindowEnabled(button) : SendMessageA(button, BM_GETCHECK, 0, 0))
+                      ? '1'
+                      : '0';
+        return button != nullptr;
     };
 }
 
-TEST(FindDialogTest, ResultsTextsAndOptionsAsTheUserLeftThem) {
+TEST(FindDialogTest, TextsAndOptionsAsTheUserLeftThem) {
     struct Case {
-        int button, result;
+        Step end;
+        int result;
     };
-    for (Case c : {Case{1, 1}, Case{2, 0}}) {
+    for (const Case& c :
+         {Case{Key(2031, VK_RETURN), 1}, Case{Key(2031, VK_ESCAPE), 0}, Case{Close(), 0}}) {
         std::string shown, boxes;
         DialogDriver driver;
-        driver.ReadText(2031, &shown).Do(Checked(2034, &boxes)).Do(Checked(2035, &boxes));
-        driver.Do(Press(2034)).Do(Checked(2034, &boxes)); // match case off
-        driver.Do(Press(2035)).Do(Press(2035)).Do(Checked(2035, &boxes));
-        driver.Do(Type(2031, "ab")).Click(c.button).Start();
-        BCFindDialog find(Template(1021), nullptr, "old", 1 | 8, &App());
+        driver.ReadText(2031, &shown).Do(Note(2034, &boxes)).Do(Note(2035, &boxes));
+        driver.Do(Press(2034)).Do(Note(2034, &boxes));
+        driver.Do(Press(2035)).Do(Press(2035)).Do(Note(2035, &boxes));
+        driver.Do(Type(2031, "\bab")).Do(c.end).Start(); // the b does not fit
+        Probe<BCFindDialog> find(Template(1021), nullptr, kLong.c_str(), 1 | 8, &App());
         EXPECT_TRUE(driver.Finish());
         EXPECT_EQ(c.result, find.GetResult());
-        EXPECT_EQ("old", shown);
+        EXPECT_EQ(0u, find.Controls());
+        EXPECT_EQ(kLong.substr(0, 120), shown);
         EXPECT_EQ("1000", boxes);
         // Toggled flags stay even when cancelled; other bits are the caller's.
         EXPECT_EQ(8u, find.GetFlags());
-        EXPECT_STREQ(c.result ? "ab" : "old", find.GetPattern(nullptr));
+        char buffer[121];
+        EXPECT_EQ(c.result ? kLong.substr(0, 119) + "a" : shown, find.GetPattern(buffer));
         EXPECT_EQ(64u, find.GetObjectType());
+        find.SetPattern((kLong + kLong).c_str());
+        EXPECT_EQ(120u, strlen(find.GetPattern(nullptr)));
     }
 }
 
 TEST(FindDialogTest, FindIsEnabledOnlyWhileThePatternHoldsText) {
     std::string trail;
     DialogDriver driver;
-    driver.Do(Enabled(1, &trail)).Do(Type(2031, "x")).Do(Enabled(1, &trail));
-    driver.Do(Type(2031, "\b")).Do(Enabled(1, &trail)).Click(2).Start();
+    driver.Do(Note(1, &trail, true)).Do(Type(2031, "x")).Do(Note(1, &trail, true));
+    driver.Do(Type(2031, "\b")).Do(Note(1, &trail, true));
+    driver.SetText(2031, kLong).Do(Press(1)).Start(); // set past the limit by another program
     BCFindDialog find(Template(1021), nullptr, nullptr, 0, &App());
     EXPECT_TRUE(driver.Finish());
     EXPECT_EQ("010", trail);
-    EXPECT_EQ(0, find.GetResult());
-}
-
-TEST(FindDialogTest, PatternsAreCutTo120Characters) {
-    std::string shown;
-    DialogDriver driver;
-    driver.ReadText(2031, &shown).Do(ToEnd(2031)).Do(Type(2031, "more")).Click(1).Start();
-    BCFindDialog find(Template(1021), nullptr, kLong.c_str(), 0, &App());
-    EXPECT_TRUE(driver.Finish());
-    EXPECT_EQ(kLong.substr(0, 120), shown);
-    char buffer[121];
-    EXPECT_EQ(kLong.substr(0, 120), find.GetPattern(buffer)); // the edit took no more
-    find.SetPattern((kLong + kLong).c_str());
-    EXPECT_EQ(120u, strlen(find.GetPattern(nullptr)));
+    EXPECT_EQ(1, find.GetResult());
+    EXPECT_EQ(kLong.substr(0, 120), find.GetPattern(nullptr));
 }
 
 TEST(ReplaceDialogTest, ResultsTextsAndOptions) {
     struct Case {
-        int button, result;
+        Step end;
+        int result;
     };
-    for (Case c : {Case{1, 1}, Case{2037, 2}, Case{2, 0}}) {
+    for (const Case& c :
+         {Case{Press(1), 1}, Case{Press(2037), 2}, Case{Press(2), 0}, Case{Close(), 0}}) {
         std::string trail, shown;
         DialogDriver driver;
-        driver.ReadText(2033, &shown).Do(Enabled(1, &trail)).Do(Enabled(2037, &trail));
+        driver.ReadText(2033, &shown).Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
         // A change to the replacement does not count.
-        driver.Do(ToEnd(2033)).Do(Type(2033, "\b")).Do(Enabled(1, &trail));
-        driver.Do(Type(2032, "p")).Do(Enabled(1, &trail)).Do(Enabled(2037, &trail));
-        for (int box : {2034, 2035, 2036})
-            driver.Do(Press(box)).Do(Checked(box, &trail));
-        driver.Do(Press(2036)).Do(Checked(2036, &trail)).Click(c.button).Start();
-        BCReplaceDialog replace(Template(1022), nullptr, "", kLong.c_str(), 0, &App());
+        driver.Do(Type(2033, "\b")).Do(Note(1, &trail, true));
+        driver.Do(Type(2032, "p")).Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
+        for (int box : {2034, 2035, 2036, 2036})
+            driver.Do(Press(box)).Do(Note(box, &trail));
+        driver.Do(c.end).Start();
+        Probe<BCReplaceDialog> replace(Template(1022), nullptr, "", kLong.c_str(), 0, &App());
         EXPECT_TRUE(driver.Finish());
         EXPECT_EQ(c.result, replace.GetResult());
+        EXPECT_EQ(0u, replace.Controls());
         EXPECT_EQ("000111110", trail);
         EXPECT_EQ(kLong.substr(0, 120), shown);
         EXPECT_EQ(3u, replace.GetFlags());
-        std::string read = c.result ? "p" : "";
         char buffer[121];
-        EXPECT_EQ(read, replace.GetPattern(buffer));
+        EXPECT_STREQ(c.result ? "p" : "", replace.GetPattern(buffer));
         EXPECT_EQ(c.result ? kLong.substr(0, 119) : shown, replace.GetReplacement(nullptr));
         EXPECT_EQ(65u, replace.GetObjectType());
     }
 }
 
-TEST(DialogCloseTest, ClosingTheWindowCancels) {
-    for (int kind = 0; kind < 3; ++kind) {
+TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
+    struct Case {
+        const char* text;
+        unsigned int maxLen;
+        std::string typed;
+        Step end;
+        int result;
+        std::string enabled, kept;
+    };
+    const std::string k80 = kLong.substr(0, 80);
+    for (const Case& c :
+         {Case{kLong.c_str(), 200, "\bxy", Press(1), 1, "11", k80.substr(0, 79) + "x"},
+          Case{"", 5, "ok\b", Press(2), 0, "01", ""},
+          Case{"abcdef", 3, "\b", Close(), 0, "11", "abc"}}) {
+        std::string shown, trail;
         DialogDriver driver;
-        driver.Do([](HWND dialog) { return PostMessageA(dialog, WM_CLOSE, 0, 0) != 0; }).Start();
-        int result = -1;
-        if (kind == 0)
-            result = BCFindDialog(Template(1021), nullptr, "a", 0, &App()).GetResult();
-        else if (kind == 1)
-            result = BCReplaceDialog(Template(1022), nullptr, "a", "b", 0, &App()).GetResult();
-        else
-            result = BCStringDialog(BCResID(510u), nullptr, "a", 10, &App()).GetResult();
+        driver.ReadText(2013, &shown).Do(Note(1, &trail, true)).Do(Type(2013, c.typed));
+        driver.Do(Note(1, &trail, true)).Do(c.end).Start();
+        Probe<BCStringDialog> entry(BCResID(510u), nullptr, c.text, c.maxLen, &App());
         EXPECT_TRUE(driver.Finish());
-        EXPECT_EQ(0, result) << kind;
+        EXPECT_EQ(c.result, entry.GetResult());
+        EXPECT_EQ(2u, entry.Controls()); // kept until the dialog goes
+        EXPECT_EQ(std::min(c.maxLen, 80u), entry.GetMaxLen());
+        EXPECT_EQ(std::string(c.text).substr(0, entry.GetMaxLen()), shown);
+        EXPECT_EQ(c.enabled, trail);
+        char buffer[81];
+        EXPECT_EQ(c.kept, entry.GetString(buffer));
     }
-}
-
-TEST(StringDialogTest, KeepsAtMost80CharactersAndReturnsWhatWasTyped) {
-    std::string shown, trail;
-    DialogDriver driver;
-    driver.ReadText(2013, &shown).Do(Enabled(1, &trail));
-    driver.Do(ToEnd(2013)).Do(Type(2013, "x")).Do(Enabled(1, &trail)).Click(1).Start();
-    BCStringDialog entry(BCResID(510u), nullptr, kLong.c_str(), 200, &App());
-    EXPECT_TRUE(driver.Finish());
-    EXPECT_EQ(1, entry.GetResult());
-    EXPECT_EQ(80u, entry.GetMaxLen());
-    EXPECT_EQ(kLong.substr(0, 80), shown);
-    EXPECT_EQ("11", trail);
-    EXPECT_EQ(kLong.substr(0, 80), entry.GetString(nullptr)); // the typed x did not fit
-}
-
-TEST(StringDialogTest, EmptyTextDisablesOkAndCancelGivesZero) {
-    std::string trail;
-    DialogDriver driver;
-    driver.Do(Enabled(1, &trail)).Do(Type(2013, "ok")).Do(Enabled(1, &trail));
-    driver.Do(Type(2013, "\b\b")).Do(Enabled(1, &trail)).Click(2).Start();
-    BCStringDialog entry(BCResID(510u), nullptr, "", 5, &App());
-    EXPECT_TRUE(driver.Finish());
-    EXPECT_EQ("010", trail);
-    EXPECT_EQ(0, entry.GetResult());
-    char buffer[81];
-    EXPECT_STREQ("", entry.GetString(buffer));
 }
 
 TEST(StringDialogTest, WithoutATextItWaitsForItsDerivedClass) {
@@ -180,25 +176,23 @@ TEST(StringDialogTest, WithoutATextItWaitsForItsDerivedClass) {
     driver.Click(2).Start(300);
     BCStringDialog entry(BCResID(510u), nullptr, nullptr, 20, &App());
     EXPECT_FALSE(driver.Finish()); // no dialog came up
-    EXPECT_EQ(nullptr, entry.GetHandle());
     EXPECT_STREQ("", entry.GetString(nullptr));
 }
 
 TEST(MessageDialogTest, GivesTheButtonPressedAndShowsTheMessage) {
     struct Case {
-        unsigned int tpl;
+        unsigned int id;
         const char* message;
         int button;
         const char* shown;
     };
-    for (Case c : {Case{1023, "Hello there", 1, "Hello there"},
-                   Case{1024, nullptr, 6, "Replace this occurrence?"},
-                   Case{1024, nullptr, 7, "Replace this occurrence?"},
-                   Case{1024, "Replace it?", 2, "Replace it?"}}) {
+    const char* query = "Replace this occurrence?";
+    for (Case c : {Case{1023, "Hello there", 1, "Hello there"}, Case{1024, nullptr, 6, query},
+                   Case{1024, nullptr, 7, query}, Case{1024, "Replace it?", 2, "Replace it?"}}) {
         std::string shown;
         DialogDriver driver;
         driver.ReadText(2024, &shown).Click(c.button).Start();
-        BCMessageDialog message(Template(c.tpl), nullptr, c.message, &App());
+        BCMessageDialog message(Template(c.id), nullptr, c.message, &App());
         EXPECT_TRUE(driver.Finish());
         EXPECT_EQ(c.button, message.GetResult());
         EXPECT_EQ(c.shown, shown);

@@ -43,14 +43,12 @@ inline BCStringEdit* BindEdit(unsigned int id, BCDialog* dialog, const char* tex
     return edit;
 }
 
-// A button that needs a text is enabled exactly while the edit holds one.
-inline void EnableForText(BCPushButton* button, bool hasText) {
+// A button that needs a text is enabled exactly while the edit holds one; the platform's
+// answer, or 0 without a button.
+inline int EnableForText(BCPushButton* button, bool hasText) {
     if (!button)
-        return;
-    if (hasText)
-        button->Enable();
-    else
-        button->Disable();
+        return 0;
+    return hasText ? button->Enable() : button->Disable();
 }
 
 template <class Object> void Drop(Object*& object) {

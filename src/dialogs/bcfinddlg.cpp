@@ -9,15 +9,15 @@ constexpr unsigned int kTextMax = 120;
 
 BCCheckBox* BindBox(unsigned int id, BCDialog* dialog, unsigned int flags, unsigned int bit) {
     BCCheckBox* box = bcdlg::Bind<BCCheckBox>(id, dialog);
-    box->SetState((flags & bit) ? 1 : 0);
+    box->SetState((flags & bit) != 0);
     return box;
 }
 
-// The flags change with each click, so a cancelled dialog keeps what was toggled.
-void Toggle(unsigned int& flags, unsigned int bit, BCCheckBox* box) {
+// The flags change with each click, so a cancelled dialog keeps what was toggled. The
+// check box's answer is the handler's.
+long Toggle(unsigned int& flags, unsigned int bit, BCCheckBox* box) {
     flags ^= bit;
-    if (box)
-        box->SetState((flags & bit) ? 1 : 0);
+    return box ? box->SetState((flags & bit) != 0) : 0;
 }
 
 void ReadEdit(BCStringEdit* edit, char* into) {
@@ -40,11 +40,8 @@ BCFindDialog::BCFindDialog(const BCResID& dialogTemplate, BCWindow* parent, cons
     Create("");
 }
 
-BCFindDialog::~BCFindDialog() {
-    Reset();
-    caPattern[0] = '\0';
-    wFlags &= ~0xFFu;
-}
+// The control objects left go with the dialog's own list.
+BCFindDialog::~BCFindDialog() = default;
 
 long BCFindDialog::Initialize(BCEvent*) {
     opPatternEdit = bcdlg::BindEdit(bcids::kCtlFindPattern, this, caPattern, kTextMax, true);
@@ -64,20 +61,18 @@ long BCFindDialog::ButtonSnglClk(BCEvent* event) {
     case IDCANCEL:
         return Close(event);
     case bcids::kCtlMatchCase:
-        Toggle(wFlags, BC_FIND_MATCH_CASE, opMatchCase);
-        return 1;
+        return Toggle(wFlags, BC_FIND_MATCH_CASE, opMatchCase);
     case bcids::kCtlWholeWord:
-        Toggle(wFlags, BC_FIND_WHOLE_WORD, opWholeWord);
-        return 1;
+        return Toggle(wFlags, BC_FIND_WHOLE_WORD, opWholeWord);
     default:
         return BCModalDialog::ButtonSnglClk(event);
     }
 }
 
-long BCFindDialog::EditChange(BCEvent*) {
+long BCFindDialog::EditChange(BCEvent* event) {
     if (opPatternEdit && opPatternEdit->IsModified())
-        bcdlg::EnableForText(opFindButton, HoldsText(opPatternEdit));
-    return 0;
+        return bcdlg::EnableForText(opFindButton, HoldsText(opPatternEdit));
+    return BCModalDialog::EditChange(event);
 }
 
 long BCFindDialog::Close(BCEvent*) {
@@ -112,11 +107,7 @@ BCReplaceDialog::BCReplaceDialog(const BCResID& dialogTemplate, BCWindow* parent
     Create("");
 }
 
-BCReplaceDialog::~BCReplaceDialog() {
-    Reset();
-    caPattern[0] = '\0';
-    wFlags = 0;
-}
+BCReplaceDialog::~BCReplaceDialog() = default;
 
 long BCReplaceDialog::Initialize(BCEvent*) {
     opPatternEdit = bcdlg::BindEdit(bcids::kCtlReplacePattern, this, caPattern, kTextMax, true);
@@ -139,23 +130,20 @@ long BCReplaceDialog::ButtonSnglClk(BCEvent* event) {
     case IDCANCEL:
         return Close(event);
     case bcids::kCtlMatchCase:
-        Toggle(wFlags, BC_FIND_MATCH_CASE, opMatchCase);
-        return 1;
+        return Toggle(wFlags, BC_FIND_MATCH_CASE, opMatchCase);
     case bcids::kCtlWholeWord:
-        Toggle(wFlags, BC_FIND_WHOLE_WORD, opWholeWord);
-        return 1;
+        return Toggle(wFlags, BC_FIND_WHOLE_WORD, opWholeWord);
     case bcids::kCtlQuery:
-        Toggle(wFlags, BC_FIND_QUERY, opQuery);
-        return 1;
+        return Toggle(wFlags, BC_FIND_QUERY, opQuery);
     default:
         return BCModalDialog::ButtonSnglClk(event);
     }
 }
 
-long BCReplaceDialog::EditChange(BCEvent*) {
+long BCReplaceDialog::EditChange(BCEvent* event) {
     if (opPatternEdit && opPatternEdit->IsModified())
-        EnableReplace(HoldsText(opPatternEdit));
-    return 0;
+        return EnableReplace(HoldsText(opPatternEdit));
+    return BCModalDialog::EditChange(event);
 }
 
 long BCReplaceDialog::Close(BCEvent*) {
@@ -196,7 +184,6 @@ int BCReplaceDialog::Accept(int result) {
     return EndDlg(result);
 }
 
-void BCReplaceDialog::EnableReplace(bool on) {
-    bcdlg::EnableForText(opReplaceButton, on);
-    bcdlg::EnableForText(opReplaceAllButton, on);
+int BCReplaceDialog::EnableReplace(bool on) {
+    return bcdlg::EnableForText(opReplaceButton, on) & bcdlg::EnableForText(opReplaceAllButton, on);
 }

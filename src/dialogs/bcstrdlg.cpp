@@ -18,10 +18,8 @@ BCStringDialog::BCStringDialog(const BCResID& dialogTemplate, BCWindow* parent, 
         Create("");
 }
 
-BCStringDialog::~BCStringDialog() {
-    bcdlg::Drop(opStringEdit);
-    bcdlg::Drop(opOkButton);
-}
+// The controls stay until now and go with the dialog's own list.
+BCStringDialog::~BCStringDialog() = default;
 
 long BCStringDialog::Initialize(BCEvent*) {
     opStringEdit = bcdlg::BindEdit(bcids::kCtlStringEdit, this, caString, wMaxLen, true);
@@ -48,10 +46,10 @@ long BCStringDialog::ButtonSnglClk(BCEvent* event) {
     }
 }
 
-long BCStringDialog::EditChange(BCEvent*) {
+long BCStringDialog::EditChange(BCEvent* event) {
     if (opStringEdit && opStringEdit->IsModified())
-        bcdlg::EnableForText(opOkButton, opStringEdit->GetTextLen() > 0);
-    return 0;
+        return bcdlg::EnableForText(opOkButton, opStringEdit->GetTextLen() > 0);
+    return BCModalDialog::EditChange(event);
 }
 
 long BCStringDialog::Close(BCEvent*) {
