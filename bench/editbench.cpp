@@ -1,13 +1,17 @@
 // The editor window at document scale: keys and clicks sent to a real BCTextEdit as a user
 // makes them, timed from the message to the end of the repaint, on texts of 10 KB to 100 MB;
-// and a full repaint against a raw ExtTextOutA loop over the same lines.
+// a full repaint against a raw ExtTextOutA loop over the same lines; the text object's search
+// against a plain Boyer-Moore-Horspool over the same bytes; and replace all of 10,000
+// occurrences through the editor.
 //
-//   editbench.exe [largest size in MB, 100 by default]
+//   editbench.exe [largest size in MB, 100 by default] [search: search and replace only]
 #include <windows.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <string>
 #include <vector>
@@ -17,7 +21,8 @@
 namespace {
 
 constexpr int kRounds = 40;
-constexpr int kLongLine = 2000; // a line long enough for a click at column 1000
+constexpr int kLongLine = 2000;     // a line long enough for a click at column 1000
+constexpr int kOccurrences = 10000; // of the pattern, for search and replace
 
 double Now() {
     static LARGE_INTEGER frequency = [] {
@@ -89,7 +94,7 @@ class Bench {
         BCRectangle client = main.GetClientRect();
         edit = new BCTextEdit(1, &main, BCPosition(0, 0),
                               BCSize(client.GetRight(), client.GetBottom()), nullptr, nullptr,
-                              nullptr, &app, 0, 100);
+                              nullptr, &app, 0, kOccurrences + 1);
         edit->SetStyle(WS_VSCROLL, 1);
         edit->Create("");
         edit->SetText(text.c_str());
@@ -264,6 +269,157 @@ void Repaint(Bench& b) {
         ours.median, theirs.median, ours.median / theirs.median);
 }
 
+// ---- search and replace ----
+
+constexpr int kSearchRounds = 5;
+const char kNeedle[] = "needle";
+
+// The document with `kOccurrences` lines, spread evenly, whose "a line" reads "needle".
+std::string MakeNeedles(size_t size) {
+    std::string text = MakeDocument(size);
+    size_t step = text.size() / kOccurrences;
+    for (int k = 0; k < kOccurrences; ++k) {
+        size_t line = text.find("a line", static_cast<size_t>(k) * step);
+        text.replace(line, 6, kNeedle);
+    }
+    return text;
+}
+
+bool WordByte(char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) != 0;
+}
+
+bool WholeAt(const std::string& text, size_t at, size_t length) {
+    return (at == 0 || !WordByte(text[at - 1])) &&
+           (at + length == text.size() || !WordByte(text[at + length]));
+}
+
+struct FoldHash {
+    size_t operator()(char c) const {
+        return static_cast<size_t>(std::toupper(static_cast<unsigned char>(c)));
+    }
+};
+struct FoldEqual {
+    bool operator()(char a, char b) const {
+        return std::toupper(static_cast<unsigned char>(a)) ==
+               std::toupper(static_cast<unsigned char>(b));
+    }
+};
+
+// Matches counted by the standard library's Boyer-Moore-Horspool searcher, the whole-word
+// rule checked on each hit.
+template <class Searcher>
+int CountPlain(const std::string& text, const Searcher& searcher, size_t length, bool word) {
+    int count = 0;
+    for (auto at = text.begin();;) {
+        at = std::search(at, text.end(), searcher);
+        if (at == text.end())
+            return count;
+        count += !word || WholeAt(text, static_cast<size_t>(at - text.begin()), length);
+        ++at;
+    }
+}
+
+// A textbook Horspool loop: the shift is looked up by the byte under the pattern's end;
+// letters go through a folding table when case does not matter.
+int CountHorspool(const std::string& text, const char* pattern, bool matchCase, bool word) {
+    unsigned char map[256];
+    for (int i = 0; i < 256; ++i)
+        map[i] = static_cast<unsigned char>(matchCase ? i : std::toupper(i));
+    const unsigned char* p = reinterpret_cast<const unsigned char*>(pattern);
+    const unsigned char* t = reinterpret_cast<const unsigned char*>(text.data());
+    size_t m = std::strlen(pattern), n = text.size();
+    size_t skip[256];
+    std::fill(skip, skip + 256, m);
+    for (size_t i = 0; i + 1 < m; ++i)
+        skip[map[p[i]]] = m - 1 - i;
+    int count = 0;
+    for (size_t at = 0; at + m <= n;) {
+        unsigned char end = map[t[at + m - 1]];
+        if (end == map[p[m - 1]]) {
+            size_t i = 0;
+            while (i + 1 < m && map[t[at + i]] == map[p[i]])
+                ++i;
+            count += i + 1 == m && (!word || WholeAt(text, at, m));
+        }
+        at += skip[end];
+    }
+    return count;
+}
+
+int CountOurs(BCText& text, const char* pattern, int matchCase, int word) {
+    int count = 0;
+    for (unsigned long at = 0; text.Search(pattern, at, matchCase, word); ++at)
+        ++count;
+    return count;
+}
+
+double Median(const std::function<int()>& run, int& result) {
+    std::vector<double> times;
+    for (int i = 0; i < kSearchRounds; ++i) {
+        double start = Now();
+        result = run();
+        times.push_back(Now() - start);
+    }
+    return Summarise(times).median;
+}
+
+// Every match of the pattern in the text, with the free bytes of an edit in its middle.
+void SearchBench(const std::string& doc) {
+    BCText text(nullptr, 0);
+    text.SetText(doc.data(), 0, static_cast<unsigned long>(doc.size()), 1);
+    text.SetText("x", static_cast<unsigned long>(doc.size() / 2), 1, 1);
+    std::string plain = doc;
+    plain.insert(doc.size() / 2, 1, 'x');
+    std::boyer_moore_horspool_searcher<const char*> exact(kNeedle, kNeedle + 6);
+    const char upper[] = "NEEDLE";
+    std::boyer_moore_horspool_searcher<const char*, FoldHash, FoldEqual> folded(upper, upper + 6);
+    struct Case {
+        const char* name;
+        const char* pattern;
+        int matchCase;
+        int word;
+    };
+    const Case cases[] = {{"match case", kNeedle, 1, 0},
+                          {"any case", upper, 0, 0},
+                          {"match case, whole word", kNeedle, 1, 1},
+                          {"any case, whole word", upper, 0, 1}};
+    std::printf("\nsearch of %zu MB, %d matches (ms)  ours   std::search   Horspool loop   "
+                "ratio to the faster\n",
+                doc.size() >> 20, kOccurrences);
+    for (const Case& c : cases) {
+        int ours = 0, theirs = 0, loop = 0;
+        double t = Median([&] { return CountOurs(text, c.pattern, c.matchCase, c.word); }, ours);
+        double h = Median(
+            [&] {
+                return c.matchCase ? CountPlain(plain, exact, 6, c.word)
+                                   : CountPlain(plain, folded, 6, c.word);
+            },
+            theirs);
+        double l =
+            Median([&] { return CountHorspool(plain, c.pattern, c.matchCase, c.word); }, loop);
+        std::printf("%-26s %9.1f %13.1f %15.1f %9.2f%s\n", c.name, t, h, l, t / std::min(h, l),
+                    ours == theirs && ours == loop ? "" : "   COUNTS DIFFER");
+    }
+}
+
+// Replace all through the editor, from the message to the end of the repaint.
+void ReplaceBench(Bench& b, const std::string& doc, const char* replacement) {
+    b.Open(doc);
+    BCTextEdit& e = b.Edit();
+    e.SetTextPos(0, -1);
+    e.SetSearch(kNeedle, replacement, 0);
+    double start = Now();
+    int ok = e.ReplaceDirect(1);
+    Pump();
+    UpdateWindow(b.H());
+    double took = Now() - start;
+    long grown = static_cast<long>(e.GetTextLen()) - static_cast<long>(doc.size());
+    std::printf("replace all %d \"%s\" by \"%s\" %9.1f ms  (%s, text %+ld bytes, caret %s)\n",
+                kOccurrences, kNeedle, replacement, took, ok ? "done" : "FAILED", grown,
+                e.GetCaretOfs() == e.GetTextLen() ? "at the end" : "NOT AT THE END");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -272,6 +428,13 @@ int main(int argc, char** argv) {
                                  static_cast<size_t>(largestMb) * 1024 * 1024};
     BCApplication app;
     Bench bench(app);
+    std::string needles = MakeNeedles(sizes.back());
+    SearchBench(needles);
+    ReplaceBench(bench, needles, "haystack");
+    ReplaceBench(bench, needles, "pin");
+    if (argc > 2 && std::string(argv[2]) == "search")
+        return 0;
+    needles.clear();
     std::vector<Key> keys = Keys();
     std::vector<std::vector<Stats>> results(keys.size());
     std::printf("%-26s", "key (median / p99 ms)");

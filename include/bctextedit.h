@@ -45,7 +45,7 @@ class NORLIB2_API BCTextEdit : public BCChildWindow {
     long HorizScroll(BCEvent* event) override;
     long Initialize(BCEvent* event) override;
     long KeyDown(BCEvent* event) override;
-    // Undo (111) and Redo (116); every other command returns 0.
+    // The file (101-104), edit (111-116) and search (120-122) commands; others return 0.
     long MenuCommand(BCEvent* event) override;
     // Enables Undo, Redo, Cut, Copy and Paste (111, 116, 112, 113, 114) by the state.
     long MenuInit(BCEvent* event) override;
@@ -120,6 +120,38 @@ class NORLIB2_API BCTextEdit : public BCChildWindow {
     int CanUndo() const { return opUndo && opUndo->CanUndo(); }
     int CanRedo() const { return opUndo && opUndo->CanRedo(); }
 
+    // The system clipboard's text. Each returns 1 when it did its work: Cut and Copy need a
+    // selection, Paste a text on the clipboard.
+    int Cut();
+    int Copy();
+    int Paste();
+    // The data object's file commands. A new or opened document is shown from its start with
+    // an empty history; a saved one is no longer modified.
+    int NewFile();
+    int OpenFile();
+    int SaveFile();
+    int SaveAsFile();
+    // Find and Replace ask for the texts and options (BCFindOption) in the library's dialogs;
+    // FindNext selects the next match of the last pattern from the search position. A
+    // pattern that is not there is reported with message 10087.
+    int Find();
+    int FindNext();
+    int Replace();
+    // What the dialogs leave: copies of the texts (null for none) and the options; the search
+    // then starts at the selection's low end, or at the caret. 0 when a copy could not be
+    // made.
+    int SetSearch(const char* pattern, const char* replacement, unsigned long options);
+    // Replaces matches from the search position, asking before each one; `once` stops after
+    // the first one asked about. 0 when cancelled or when a replacement failed.
+    int ReplaceAsking(int once);
+    // Replaces the next match, or with `all` every one up to the end, leaving the caret at the
+    // end; each replacement is its own undo step and the window is repainted once.
+    int ReplaceDirect(int all);
+    const char* GetSearchPattern() const { return caPattern; }
+    const char* GetReplacement() const { return caReplace; }
+    unsigned long GetSearchOptions() const { return dwSearchOpts; }
+    unsigned long GetSearchPos() const { return dwSearchPos; }
+
     unsigned long GetMode() const { return dwMode; }
     unsigned long GetState() const { return dwState; }
     unsigned long GetCaretOfs() const { return dwCaret; }
@@ -165,6 +197,12 @@ class NORLIB2_API BCTextEdit : public BCChildWindow {
     // Where a scroll-bar event puts the page's top; all bits set for none.
     unsigned long ScrollTarget(BCEvent* event);
     void DrawFrag(unsigned long ofs, unsigned long count, int highlighted);
+    // tesearch.cpp
+    unsigned long SelLow() const;
+    int SearchNext();
+    void NotFound();
+    // ReplaceTextA at the search position, which then moves past the replacement.
+    int ReplaceFound();
     // tekeys.cpp
     void CollapseSel();
     void DisplayOnlyKey(unsigned int key);

@@ -77,6 +77,7 @@ constexpr unsigned int kCmdRedo = 116;
 constexpr unsigned int kCmdFind = 120;
 constexpr unsigned int kCmdFindNext = 121;
 constexpr unsigned int kCmdReplace = 122;
+constexpr unsigned int kMsgTextNotFound = 10087;
 } // namespace bcids
 // ---- end of text editor ----
 

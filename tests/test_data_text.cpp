@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <cctype>
 #include <climits>
+#include <cstring>
 #include <random>
 
 #include "test_data.h"
@@ -103,6 +105,9 @@ TEST(TextTest, LineArithmeticOnCrLfText) {
 TEST(TextTest, RecordIsThePlainBytes) {
     BCText text(Str("hi\r\n"), 0);
     EXPECT_EQ(std::string("hi\r\n", 5), Saved(text)); // the NUL the length counts goes too
+    std::ostringstream lines; // LF-only lines: a lone CR is written as it is
+    ASSERT_EQ(1, BCText(Str("a\rb\r\nc"), 0).SaveLines(lines, 1));
+    EXPECT_EQ(std::string("a\rb\nc", 6), lines.str());
     BCText loaded(Str("old"), 0);
     std::istringstream in = InStream("line one\r\nline two");
     ASSERT_EQ(1, loaded.Load(in));
@@ -354,6 +359,83 @@ TEST(TextTest, EditedTextAnswersLineQueriesAsItsBytesSay) {
     std::string more(text.GetBufLen(), 'z');
     ASSERT_EQ(more.size(), text.SetText(more.data(), 0, more.size(), 1));
     EXPECT_EQ(more + model.s.insert(1, "y"), Contents(text));
+}
+
+bool Word(char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) != 0;
+}
+
+// Every match, worked out naively: a-z folded to A-Z and nothing else; a whole word has no
+// letter or digit beside it.
+std::vector<unsigned long> NaiveMatches(const std::string& s, const std::string& p, bool matchCase,
+                                        bool wholeWord) {
+    auto fold = [&](char c) { return !matchCase && c >= 'a' && c <= 'z' ? char(c - 32) : c; };
+    std::vector<unsigned long> found;
+    for (size_t at = 0; at + p.size() <= s.size(); ++at) {
+        bool same = true;
+        for (size_t i = 0; same && i < p.size(); ++i)
+            same = fold(s[at + i]) == fold(p[i]);
+        size_t end = at + p.size();
+        bool whole = (at == 0 || !Word(s[at - 1])) && (end == s.size() || !Word(s[end]));
+        if (same && (!wholeWord || whole))
+            found.push_back(static_cast<unsigned long>(at));
+    }
+    return found;
+}
+
+// A borrowed text that ends where readable memory ends: the search reads nothing past it.
+TEST(TextTest, SearchStopsAtTheLastByte) {
+    SYSTEM_INFO info;
+    GetSystemInfo(&info);
+    char* pages = static_cast<char*>(
+        VirtualAlloc(nullptr, 2 * info.dwPageSize, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    DWORD old = 0;
+    ASSERT_TRUE(pages &&
+                VirtualProtect(pages + info.dwPageSize, info.dwPageSize, PAGE_NOACCESS, &old));
+    char* text = pages + info.dwPageSize - 100;
+    std::memset(text, 'x', 99);
+    text[99] = 0;
+    BCText borrowed(text, BC_FLAG_BORROW);
+    std::string found;
+    for (const char* pattern : {"xy", "X", "xx", "x\xff"})
+        for (int options = 0; options < 4; ++options)
+            found += std::to_string(Find(borrowed, pattern, 40, options & 1, options & 2)) + " ";
+    std::string none = std::to_string(kNone) + " ";
+    auto nones = [&none](int n) {
+        std::string s;
+        while (n--)
+            s += none;
+        return s;
+    };
+    EXPECT_EQ(nones(4) + "40 " + nones(3) + "40 40 " + nones(6), found); // xy, X, xx, x\xff
+    VirtualFree(pages, 0, MEM_RELEASE);
+}
+
+// Patterns of 1 to 70 bytes taken from the text with their letters' case changed, looked for
+// with the free bytes of the last edit at a random place, matches spanning them included.
+TEST(TextTest, SearchFindsWhatANaiveScanFinds) {
+    std::mt19937 random(1124);
+    auto below = [&](size_t n) { return static_cast<size_t>(random() % n); };
+    std::string s(3000, ' ');
+    for (char& c : s)
+        c = "aAbB1 [{@`\xe1\xc1"[below(12)];
+    BCText text;
+    text.SetText(s.data(), 0, static_cast<unsigned long>(s.size()), 1);
+    for (int round = 0; round < 300; ++round) {
+        size_t at = below(s.size());
+        text.SetText("b", static_cast<unsigned long>(at), 1, 1); // moves the free bytes there
+        s.insert(at, "b");
+        size_t length = 1 + below(round % 10 ? 8 : 70);
+        std::string p = s.substr(below(s.size() - length), length);
+        for (char& c : p)
+            c = below(2) && std::isalpha(static_cast<unsigned char>(c)) ? c ^ 0x20 : c;
+        bool matchCase = round % 2, wholeWord = round % 3 == 0;
+        std::vector<unsigned long> got;
+        for (unsigned long from = 0; text.Search(p.c_str(), from, matchCase, wholeWord); ++from)
+            got.push_back(from);
+        ASSERT_EQ(NaiveMatches(s, p, matchCase, wholeWord), got)
+            << "round " << round << " pattern " << p;
+    }
 }
 
 } // namespace

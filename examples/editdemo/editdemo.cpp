@@ -1,5 +1,6 @@
-// A main window filled by a text editor with a vertical scroll bar and an Edit menu of the
-// commands the editor carries, opening the file named on the command line.
+// A main window filled by a text editor with a vertical scroll bar and the File, Edit and
+// Search menus of the commands the editor carries, with their usual shortcut keys, opening
+// the file named on the command line.
 //
 //   editdemo.exe [file]              runs until the window is closed
 //   editdemo.exe --demo N [file]     types, selects, scrolls and undoes on its own, then
@@ -32,7 +33,10 @@ const char kWelcome[] =
     "F8 starts a selection that grows by word, line and text.\r\n"
     "Drag the mouse to select; a click in the left margin takes the whole line.\r\n"
     "\tTABs line up\tat the tab stops.\r\n"
-    "Edit > Undo takes back the last step, Edit > Redo puts it back.\r\n";
+    "Edit > Undo takes back the last step, Edit > Redo puts it back.\r\n"
+    "Cut, Copy and Paste go through the clipboard (Ctrl+X, Ctrl+C, Ctrl+V).\r\n"
+    "Search > Find (Ctrl+F) looks for a text, F3 finds the next one, and\r\n"
+    "Search > Replace (Ctrl+H) replaces one occurrence, each after asking, or all.\r\n";
 
 class EditorWindow : public BCMainWindow {
   public:
@@ -79,11 +83,7 @@ class EditorWindow : public BCMainWindow {
         }
         return editor->MenuCommand(e);
     }
-    LRESULT DispatchEvent(BCEvent* e) override {
-        if (e->GetMessage() == WM_TIMER)
-            return DemoStep();
-        return BCMainWindow::DispatchEvent(e);
-    }
+    long Timer(BCEvent*) override { return DemoStep(); }
     int Start(const char* title) {
         if (!Create(title) || !editor->Create(""))
             return 0;
@@ -93,7 +93,7 @@ class EditorWindow : public BCMainWindow {
         Show(SW_SHOW);
         editor->SetFocus();
         if (demoSeconds > 0)
-            ::SetTimer(hWnd, kDemoTimer, 1500, nullptr);
+            SetTimer(kDemoTimer, 1500);
         return 1;
     }
 
@@ -114,7 +114,7 @@ class EditorWindow : public BCMainWindow {
     }
     // The next step comes a while after this one ended, however long it took.
     long Pause() {
-        ::SetTimer(hWnd, kDemoTimer, 1500, nullptr);
+        SetTimer(kDemoTimer, 1500);
         return 0;
     }
     // The demonstration: typing at the end, an undo, a scroll back to the top and a
@@ -138,13 +138,13 @@ class EditorWindow : public BCMainWindow {
             SendMessageA(h, WM_VSCROLL, SB_TOP, 0);
             BCTextData* text = editor->GetText();
             Drag(PointOf(text->GetLineOfs(2) + 5), PointOf(text->GetLineOfs(4) + 12));
-            ::KillTimer(hWnd, kDemoTimer);
+            KillTimer(kDemoTimer);
             Mark("editdemo.done");
-            ::SetTimer(hWnd, kDemoTimer, static_cast<UINT>(demoSeconds * 1000), nullptr);
+            SetTimer(kDemoTimer, static_cast<unsigned int>(demoSeconds * 1000));
             return 0;
         }
         default:
-            ::KillTimer(hWnd, kDemoTimer);
+            KillTimer(kDemoTimer);
             Destroy();
             return 0;
         }
@@ -156,6 +156,19 @@ class EditorWindow : public BCMainWindow {
     int demoSeconds;
     int step = 0;
 };
+
+// The application's loop with the menu's shortcut keys turned into commands first.
+int RunWithKeys(HWND window) {
+    HACCEL keys = LoadAcceleratorsA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(100));
+    MSG message;
+    while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+        if (keys && TranslateAcceleratorA(window, keys, &message))
+            continue;
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+    return static_cast<int>(message.wParam);
+}
 
 } // namespace
 
@@ -171,5 +184,5 @@ int main(int argc, char** argv) {
     EditorWindow window(fileName, demoSeconds);
     if (!window.Start("Norlib2 editor sample"))
         return 1;
-    return app.Run();
+    return RunWithKeys(window.GetHandle());
 }

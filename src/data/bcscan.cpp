@@ -33,15 +33,6 @@ const unsigned char* FindPlain(const unsigned char* p, std::size_t n, unsigned c
     return nullptr;
 }
 
-const unsigned char* FindEitherPlain(const unsigned char* p, std::size_t n, unsigned char a,
-                                     unsigned char b) {
-    for (std::size_t i = 0; i < n; ++i) {
-        if (p[i] == a || p[i] == b)
-            return p + i;
-    }
-    return nullptr;
-}
-
 const unsigned char* FindLastPlain(const unsigned char* p, std::size_t n, unsigned char c) {
     while (n > 0) {
         if (p[--n] == c)
@@ -59,16 +50,43 @@ const unsigned char* FindNthPlain(const unsigned char* p, std::size_t n, unsigne
     return nullptr;
 }
 
+bool Stands(unsigned char x, bcscan::Folded f) {
+    return (x | f.mask) == f.value;
+}
+
+unsigned char Upper(unsigned char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<unsigned char>(c - 'a' + 'A') : c;
+}
+
+const unsigned char* FindPairPlain(const unsigned char* p, std::size_t n, std::size_t distance,
+                                   bcscan::Folded first, bcscan::Folded last) {
+    for (std::size_t i = 0; i < n; ++i) {
+        if (Stands(p[i], first) && Stands(p[i + distance], last))
+            return p + i;
+    }
+    return nullptr;
+}
+
+bool EqualPlain(const unsigned char* a, const unsigned char* b, std::size_t n, bool foldCase) {
+    for (std::size_t i = 0; i < n; ++i) {
+        if (a[i] != b[i] && (!foldCase || Upper(a[i]) != Upper(b[i])))
+            return false;
+    }
+    return true;
+}
+
 struct Kernels {
     std::size_t (*count)(const unsigned char*, std::size_t, unsigned char);
     const unsigned char* (*find)(const unsigned char*, std::size_t, unsigned char);
-    const unsigned char* (*findEither)(const unsigned char*, std::size_t, unsigned char,
-                                       unsigned char);
     const unsigned char* (*findLast)(const unsigned char*, std::size_t, unsigned char);
     const unsigned char* (*findNth)(const unsigned char*, std::size_t, unsigned char, std::size_t&);
+    const unsigned char* (*findPair)(const unsigned char*, std::size_t, std::size_t, bcscan::Folded,
+                                     bcscan::Folded);
+    bool (*equal)(const unsigned char*, const unsigned char*, std::size_t, bool);
 };
 
-const Kernels kPlain = {CountPlain, FindPlain, FindEitherPlain, FindLastPlain, FindNthPlain};
+const Kernels kPlain = {CountPlain,   FindPlain,     FindLastPlain,
+                        FindNthPlain, FindPairPlain, EqualPlain};
 
 #ifdef BC_SCAN_SSE2
 
@@ -119,20 +137,6 @@ BC_SSE2 const unsigned char* FindSse2(const unsigned char* p, std::size_t n, uns
     return FindPlain(p + i, n - i, c);
 }
 
-BC_SSE2 const unsigned char* FindEitherSse2(const unsigned char* p, std::size_t n, unsigned char a,
-                                            unsigned char b) {
-    const __m128i first = Needle(a);
-    const __m128i second = Needle(b);
-    std::size_t i = 0;
-    for (; n - i >= 16; i += 16) {
-        __m128i bytes = Load(p + i);
-        __m128i hits = _mm_or_si128(_mm_cmpeq_epi8(bytes, first), _mm_cmpeq_epi8(bytes, second));
-        if (unsigned int mask = static_cast<unsigned int>(_mm_movemask_epi8(hits)))
-            return p + i + __builtin_ctz(mask);
-    }
-    return FindEitherPlain(p + i, n - i, a, b);
-}
-
 BC_SSE2 const unsigned char* FindLastSse2(const unsigned char* p, std::size_t n, unsigned char c) {
     const __m128i needle = Needle(c);
     for (; n >= 16; n -= 16) {
@@ -169,7 +173,53 @@ BC_SSE2 const unsigned char* FindNthSse2(const unsigned char* p, std::size_t n, 
     return FindNthPlain(p + i, n - i, c, nth);
 }
 
-const Kernels kSse2 = {CountSse2, FindSse2, FindEitherSse2, FindLastSse2, FindNthSse2};
+BC_SSE2 inline unsigned int PairMask(const unsigned char* p, std::size_t distance, __m128i fv,
+                                     __m128i fm, __m128i lv, __m128i lm) {
+    __m128i a = _mm_cmpeq_epi8(_mm_or_si128(Load(p), fm), fv);
+    __m128i b = _mm_cmpeq_epi8(_mm_or_si128(Load(p + distance), lm), lv);
+    return static_cast<unsigned int>(_mm_movemask_epi8(_mm_and_si128(a, b)));
+}
+
+// Two groups a round: a hit is rare, and the test of both masks at once keeps the loop short.
+BC_SSE2 const unsigned char* FindPairSse2(const unsigned char* p, std::size_t n,
+                                          std::size_t distance, bcscan::Folded first,
+                                          bcscan::Folded last) {
+    const __m128i fv = Needle(first.value), fm = Needle(first.mask);
+    const __m128i lv = Needle(last.value), lm = Needle(last.mask);
+    std::size_t i = 0;
+    for (; n - i >= 32; i += 32) {
+        unsigned int low = PairMask(p + i, distance, fv, fm, lv, lm);
+        unsigned int high = PairMask(p + i + 16, distance, fv, fm, lv, lm);
+        if (low | high)
+            return p + i + __builtin_ctz(low | (high << 16));
+    }
+    return FindPairPlain(p + i, n - i, distance, first, last);
+}
+
+// a-z lowered by 0x20: the bytes are shifted so that the letters fall at the bottom of the
+// signed range, where one comparison finds them.
+BC_SSE2 inline __m128i Upper16(__m128i x) {
+    __m128i shifted = _mm_add_epi8(x, _mm_set1_epi8(static_cast<char>(128 - 'a')));
+    __m128i letter = _mm_cmplt_epi8(shifted, _mm_set1_epi8(static_cast<char>(-128 + 26)));
+    return _mm_sub_epi8(x, _mm_and_si128(letter, _mm_set1_epi8(0x20)));
+}
+
+BC_SSE2 bool EqualSse2(const unsigned char* a, const unsigned char* b, std::size_t n,
+                       bool foldCase) {
+    std::size_t i = 0;
+    for (; n - i >= 16; i += 16) {
+        __m128i x = Load(a + i), y = Load(b + i);
+        if (foldCase) {
+            x = Upper16(x);
+            y = Upper16(y);
+        }
+        if (_mm_movemask_epi8(_mm_cmpeq_epi8(x, y)) != 0xFFFF)
+            return false;
+    }
+    return EqualPlain(a + i, b + i, n - i, foldCase);
+}
+
+const Kernels kSse2 = {CountSse2, FindSse2, FindLastSse2, FindNthSse2, FindPairSse2, EqualSse2};
 
 bool HasSse2() {
 #ifdef __x86_64__
@@ -205,11 +255,6 @@ const unsigned char* Find(const unsigned char* p, std::size_t n, unsigned char c
     return p ? Pick().find(p, n, c) : nullptr;
 }
 
-const unsigned char* FindEither(const unsigned char* p, std::size_t n, unsigned char a,
-                                unsigned char b) {
-    return p ? Pick().findEither(p, n, a, b) : nullptr;
-}
-
 const unsigned char* FindLast(const unsigned char* p, std::size_t n, unsigned char c) {
     return p ? Pick().findLast(p, n, c) : nullptr;
 }
@@ -219,6 +264,22 @@ const unsigned char* FindNth(const unsigned char* p, std::size_t n, unsigned cha
     if (nth == 0)
         return nullptr;
     return p ? Pick().findNth(p, n, c, nth) : nullptr;
+}
+
+Folded Fold(unsigned char c, bool foldCase) {
+    unsigned char lower = static_cast<unsigned char>(c | 0x20);
+    if (foldCase && lower >= 'a' && lower <= 'z')
+        return {lower, 0x20};
+    return {c, 0};
+}
+
+const unsigned char* FindPair(const unsigned char* p, std::size_t n, std::size_t distance,
+                              Folded first, Folded last) {
+    return p && n ? Pick().findPair(p, n, distance, first, last) : nullptr;
+}
+
+bool Equal(const unsigned char* a, const unsigned char* b, std::size_t n, bool foldCase) {
+    return n == 0 || (a && b && Pick().equal(a, b, n, foldCase));
 }
 
 } // namespace bcscan

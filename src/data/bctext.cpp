@@ -92,15 +92,6 @@ constexpr unsigned long kLongest = 4 * kStretch;
 // A line start is first looked for this far back, before the counts are consulted.
 constexpr unsigned long kNearby = kStretch;
 
-// Only the ASCII letters fold; other bytes compare as they are.
-char Upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool IsWordChar(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
 }
@@ -412,45 +403,69 @@ unsigned long BCText::LineStart(unsigned long offset) {
 
 bool BCText::MatchesAt(const char* pattern, unsigned long length, unsigned long at,
                        int matchCase) const {
-    const char* text = Chars() + at;
-    if (matchCase)
-        return std::memcmp(text, pattern, length) == 0;
-    for (unsigned long i = 0; i < length; ++i) {
-        if (Upper(text[i]) != Upper(pattern[i]))
-            return false;
-    }
-    return true;
+    Run first, second;
+    Runs(at, at + length, first, second);
+    const unsigned char* bytes = reinterpret_cast<const unsigned char*>(pattern);
+    return bcscan::Equal(first.bytes, bytes, first.size, !matchCase) &&
+           bcscan::Equal(second.bytes, bytes + first.size, second.size, !matchCase);
 }
 
 // Nothing lies before the first byte or after the last one: the text's edges are word edges.
 bool BCText::IsWholeWord(unsigned long at, unsigned long length) const {
     unsigned long end = at + length;
-    if (at > 0 && IsWordChar(Chars()[at - 1]))
+    if (at > 0 && IsWordChar(static_cast<char>(At(at - 1))))
         return false;
-    return end >= Held() || !IsWordChar(Chars()[end]);
+    return end >= Held() || !IsWordChar(static_cast<char>(At(end)));
 }
 
-// Candidates are found by their first byte, in either case when case does not matter.
+// The text is searched where it lies, on both sides of the free bytes, so that a search
+// after an edit costs no more than one before it: candidates inside either run are found
+// by the pattern's first and last bytes together; the few that span the free bytes are
+// tried one by one.
 int BCText::Search(const char* pattern, unsigned long& position, int matchCase, int wholeWord) {
     unsigned long held = Held();
     unsigned long length = pattern ? static_cast<unsigned long>(std::strlen(pattern)) : 0;
-    if (length == 0 || position >= held || length > held)
+    if (length == 0 || position >= held || length > held - position)
         return 0;
-    const unsigned char* text = Contiguous();
-    unsigned char upper = static_cast<unsigned char>(matchCase ? pattern[0] : Upper(pattern[0]));
-    unsigned char lower = static_cast<unsigned char>(matchCase ? pattern[0] : Lower(pattern[0]));
-    const unsigned long last = held - length;
-    for (unsigned long at = position; at <= last; ++at) {
-        const unsigned char* first = bcscan::FindEither(text + at, last - at + 1, upper, lower);
-        if (!first)
-            return 0;
-        at = Offset(first, text, 0);
-        if (MatchesAt(pattern, length, at, matchCase) && (!wholeWord || IsWholeWord(at, length))) {
-            position = at;
-            return 1;
+    const unsigned long last = held - length; // the last offset a match can start at
+    bool fold = !matchCase;
+    bcscan::Folded head = bcscan::Fold(static_cast<unsigned char>(pattern[0]), fold);
+    bcscan::Folded tail = bcscan::Fold(static_cast<unsigned char>(pattern[length - 1]), fold);
+    auto accept = [&](unsigned long at) {
+        return MatchesAt(pattern, length, at, matchCase) && (!wholeWord || IsWholeWord(at, length));
+    };
+    unsigned long found = 0;
+    // Starts [from, to) whose bytes all lie in `run`, which holds offset `base` on.
+    auto inRun = [&](const Run& run, unsigned long base, unsigned long from, unsigned long to) {
+        while (from < to) {
+            const unsigned char* hit =
+                bcscan::FindPair(run.bytes + (from - base), to - from, length - 1, head, tail);
+            if (!hit)
+                return false;
+            from = Offset(hit, run.bytes, base);
+            if (accept(from)) {
+                found = from;
+                return true;
+            }
+            ++from;
         }
+        return false;
+    };
+    Run first, second;
+    Runs(position, held, first, second);
+    const unsigned long split = position + first.size;
+    const unsigned long end = last + 1;
+    // From `span` on, a match would reach past the first run.
+    const unsigned long span = split + 1 > length ? split + 1 - length : 0;
+    bool hit = inRun(first, position, position, std::min(span, end));
+    for (unsigned long at = std::max(position, span); !hit && at < std::min(split, end); ++at) {
+        hit = accept(at);
+        found = at;
     }
-    return 0;
+    hit = hit || inRun(second, split, split, end);
+    if (hit)
+        position = found;
+    return hit ? 1 : 0;
 }
 
 unsigned long BCText::GetLineOfs(unsigned long line) {

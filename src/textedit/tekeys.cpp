@@ -418,10 +418,30 @@ long BCTextEdit::MenuInit(BCEvent* e) {
 
 long BCTextEdit::MenuCommand(BCEvent* e) {
     switch (e->GetControlID()) {
+    case bcids::kCmdNewFile:
+        return NewFile();
+    case bcids::kCmdOpenFile:
+        return OpenFile();
+    case bcids::kCmdSaveFile:
+        return SaveFile();
+    case bcids::kCmdSaveAsFile:
+        return SaveAsFile();
     case bcids::kCmdUndo:
         return Undo();
+    case bcids::kCmdCut:
+        return Cut();
+    case bcids::kCmdCopy:
+        return Copy();
+    case bcids::kCmdPaste:
+        return Paste();
     case bcids::kCmdRedo:
         return Redo();
+    case bcids::kCmdFind:
+        return Find();
+    case bcids::kCmdFindNext:
+        return FindNext();
+    case bcids::kCmdReplace:
+        return Replace();
     default:
         return 0;
     }
