@@ -76,7 +76,7 @@ class NORLIB2_API BCSizeBox : public BCScrollBar {
               BCApplication* app);
     // At the parent's origin, as large as a scroll bar is wide.
     BCSizeBox(unsigned int id, BCWindow* parent, BCApplication* app);
-    long Paint(BCEvent* event) override;
+    LRESULT Paint(BCEvent* event) override;
 };
 
 class NORLIB2_API BCStaticControl : public BCControlWindow {

@@ -28,11 +28,11 @@ class NORLIB2_API BCFindDialog : public BCModalDialog {
     BCFindDialog(const BCFindDialog&) = delete;
     BCFindDialog& operator=(const BCFindDialog&) = delete;
 
-    long Initialize(BCEvent* event) override;
-    long ButtonSnglClk(BCEvent* event) override;
-    long EditChange(BCEvent* event) override;
+    LRESULT Initialize(BCEvent* event) override;
+    LRESULT ButtonSnglClk(BCEvent* event) override;
+    LRESULT EditChange(BCEvent* event) override;
     // Closing the window is cancelling.
-    long Close(BCEvent* event) override;
+    LRESULT Close(BCEvent* event) override;
     // Deletes the control objects; they live only while the dialog runs.
     void Reset();
     // Texts are kept cut to 120 characters.
@@ -59,10 +59,10 @@ class NORLIB2_API BCReplaceDialog : public BCModalDialog {
     BCReplaceDialog(const BCReplaceDialog&) = delete;
     BCReplaceDialog& operator=(const BCReplaceDialog&) = delete;
 
-    long Initialize(BCEvent* event) override;
-    long ButtonSnglClk(BCEvent* event) override;
-    long EditChange(BCEvent* event) override;
-    long Close(BCEvent* event) override;
+    LRESULT Initialize(BCEvent* event) override;
+    LRESULT ButtonSnglClk(BCEvent* event) override;
+    LRESULT EditChange(BCEvent* event) override;
+    LRESULT Close(BCEvent* event) override;
     void Reset();
     void SetPattern(const char* pattern);
     char* GetPattern(char* buffer);
@@ -97,10 +97,10 @@ class NORLIB2_API BCStringDialog : public BCModalDialog {
     BCStringDialog(const BCStringDialog&) = delete;
     BCStringDialog& operator=(const BCStringDialog&) = delete;
 
-    long Initialize(BCEvent* event) override;
-    long ButtonSnglClk(BCEvent* event) override;
-    long EditChange(BCEvent* event) override;
-    long Close(BCEvent* event) override;
+    LRESULT Initialize(BCEvent* event) override;
+    LRESULT ButtonSnglClk(BCEvent* event) override;
+    LRESULT EditChange(BCEvent* event) override;
+    LRESULT Close(BCEvent* event) override;
     // Makes the OK button, disabled while the text is empty.
     virtual void OkInit();
     void SetString(const char* text);
@@ -121,8 +121,8 @@ class NORLIB2_API BCMessageDialog : public BCModalDialog {
     BCMessageDialog(const BCResID& dialogTemplate, BCWindow* parent, const char* message,
                     BCApplication* app);
 
-    long Initialize(BCEvent* event) override;
-    long ButtonSnglClk(BCEvent* event) override;
+    LRESULT Initialize(BCEvent* event) override;
+    LRESULT ButtonSnglClk(BCEvent* event) override;
 
   private:
     const char* lpMessage;

@@ -40,22 +40,22 @@ class NORLIB2_API BCTextEdit : public BCChildWindow {
 
     void Display(const char* prefix) override;
 
-    long CharKey(BCEvent* event) override;
-    long Focus(BCEvent* event) override;
-    long HorizScroll(BCEvent* event) override;
-    long Initialize(BCEvent* event) override;
-    long KeyDown(BCEvent* event) override;
+    LRESULT CharKey(BCEvent* event) override;
+    LRESULT Focus(BCEvent* event) override;
+    LRESULT HorizScroll(BCEvent* event) override;
+    LRESULT Initialize(BCEvent* event) override;
+    LRESULT KeyDown(BCEvent* event) override;
     // The file (101-104), edit (111-116) and search (120-122) commands; others return 0.
-    long MenuCommand(BCEvent* event) override;
+    LRESULT MenuCommand(BCEvent* event) override;
     // Enables Undo, Redo, Cut, Copy and Paste (111, 116, 112, 113, 114) by the state.
-    long MenuInit(BCEvent* event) override;
-    long MouseDown(BCEvent* event) override;
-    long MouseUp(BCEvent* event) override;
-    long MouseDblClk(BCEvent* event) override;
-    long MouseDrag(BCEvent* event) override;
-    long Paint(BCEvent* event) override;
-    long ReSize(BCEvent* event) override;
-    long VertScroll(BCEvent* event) override;
+    LRESULT MenuInit(BCEvent* event) override;
+    LRESULT MouseDown(BCEvent* event) override;
+    LRESULT MouseUp(BCEvent* event) override;
+    LRESULT MouseDblClk(BCEvent* event) override;
+    LRESULT MouseDrag(BCEvent* event) override;
+    LRESULT Paint(BCEvent* event) override;
+    LRESULT ReSize(BCEvent* event) override;
+    LRESULT VertScroll(BCEvent* event) override;
 
     // Draws `len` characters (at most 1024) from `ofs` at `pos`; returns the number drawn.
     virtual unsigned int PosLineFrag(const BCPosition& pos, unsigned long ofs, unsigned int len);

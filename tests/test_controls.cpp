@@ -193,7 +193,7 @@ class EnterDialog : public BCModalDialog {
         edit = new BCMultiStringEdit(BCResID(101u), this, &App());
         lines = newLines;
     }
-    long Initialize(BCEvent*) override {
+    LRESULT Initialize(BCEvent*) override {
         edit->SetStyle(0x0800, lines); // the bound control took the template's style
         ::SetFocus(edit->GetHandle());
         PostMessageA(edit->GetHandle(), WM_KEYDOWN, VK_RETURN, 0x1C0001);
@@ -272,7 +272,7 @@ TEST(ControlTest, StylesTypeCodesAndStates) {
 // Counts the drags the framework hands it.
 struct DragCountingEdit : BCMultiStringEdit {
     using BCMultiStringEdit::BCMultiStringEdit;
-    long MouseDrag(BCEvent* e) override { return ++drags, BCMultiStringEdit::MouseDrag(e); }
+    LRESULT MouseDrag(BCEvent* e) override { return ++drags, BCMultiStringEdit::MouseDrag(e); }
     int drags = 0;
 };
 

@@ -262,7 +262,7 @@ TEST_F(TextTest, ATextInItsRowLooksLikeTheRowClearedAndTheTextWritten) {
 class BoxWindow : public BCMainWindow {
   public:
     BoxWindow() : BCMainWindow(&App()) {}
-    long Paint(BCEvent*) override {
+    LRESULT Paint(BCEvent*) override {
         painted = PutRect(BCRectangle(60, 10, 100, 50), BC_DRAW_FILLED);
         return 0;
     }

@@ -36,23 +36,23 @@ class RecordingWindow : public BCChildWindow {
             thumb = e->GetThumbPos(); // the first since the test reset it
         return 1;
     }
-    long CharKey(BCEvent* e) override { return Note("CharKey", e); }
-    long Focus(BCEvent* e) override { return Note("Focus", e); }
-    long HorizScroll(BCEvent* e) override { return Note("HorizScroll", e); }
-    long KeyDown(BCEvent* e) override { return Note("KeyDown", e); }
-    long MenuCommand(BCEvent* e) override { return Note("MenuCommand", e); }
-    long MenuInit(BCEvent* e) override { return Note("MenuInit", e); }
-    long MouseDown(BCEvent* e) override { return Note("MouseDown", e); }
-    long MouseUp(BCEvent* e) override { return Note("MouseUp", e); }
-    long MouseDblClk(BCEvent* e) override { return Note("MouseDblClk", e); }
-    long MouseDrag(BCEvent* e) override { return Note("MouseDrag", e); }
-    long Paint(BCEvent* e) override { return Note("Paint", e); }
-    long ReSize(BCEvent* e) override { return Note("ReSize", e); }
-    long VertScroll(BCEvent* e) override { return Note("VertScroll", e); }
-    long ButtonSnglClk(BCEvent* e) override { return Note("ButtonSnglClk", e); }
-    long EditChange(BCEvent* e) override { return Note("EditChange", e); }
-    long ListBoxSnglClk(BCEvent* e) override { return Note("ListBoxSnglClk", e); }
-    long ListBoxDblClk(BCEvent* e) override { return Note("ListBoxDblClk", e); }
+    LRESULT CharKey(BCEvent* e) override { return Note("CharKey", e); }
+    LRESULT Focus(BCEvent* e) override { return Note("Focus", e); }
+    LRESULT HorizScroll(BCEvent* e) override { return Note("HorizScroll", e); }
+    LRESULT KeyDown(BCEvent* e) override { return Note("KeyDown", e); }
+    LRESULT MenuCommand(BCEvent* e) override { return Note("MenuCommand", e); }
+    LRESULT MenuInit(BCEvent* e) override { return Note("MenuInit", e); }
+    LRESULT MouseDown(BCEvent* e) override { return Note("MouseDown", e); }
+    LRESULT MouseUp(BCEvent* e) override { return Note("MouseUp", e); }
+    LRESULT MouseDblClk(BCEvent* e) override { return Note("MouseDblClk", e); }
+    LRESULT MouseDrag(BCEvent* e) override { return Note("MouseDrag", e); }
+    LRESULT Paint(BCEvent* e) override { return Note("Paint", e); }
+    LRESULT ReSize(BCEvent* e) override { return Note("ReSize", e); }
+    LRESULT VertScroll(BCEvent* e) override { return Note("VertScroll", e); }
+    LRESULT ButtonSnglClk(BCEvent* e) override { return Note("ButtonSnglClk", e); }
+    LRESULT EditChange(BCEvent* e) override { return Note("EditChange", e); }
+    LRESULT ListBoxSnglClk(BCEvent* e) override { return Note("ListBoxSnglClk", e); }
+    LRESULT ListBoxDblClk(BCEvent* e) override { return Note("ListBoxDblClk", e); }
     LRESULT DefaultEvent(BCEvent* e) override {
         if (e->GetMessage() == WM_USER + 5 || e->GetMessage() == WM_MOUSEMOVE)
             calls.push_back("Default");
@@ -64,9 +64,9 @@ class RecordingWindow : public BCChildWindow {
 class CountingControl : public BCControlWindow {
   public:
     using BCControlWindow::BCControlWindow;
-    long CharKey(BCEvent* e) override {
+    LRESULT CharKey(BCEvent* e) override {
         ++chars;
-        return static_cast<long>(DefaultEvent(e)); // the control still types it
+        return DefaultEvent(e); // the control still types it
     }
     int chars = 0;
 };
@@ -170,7 +170,7 @@ TEST(WindowEventTest, TimersTickUntilKilled) {
     struct Ticking : BCChildWindow {
         using BCChildWindow::BCChildWindow;
         std::vector<unsigned int> ticks;
-        long Timer(BCEvent* e) override {
+        LRESULT Timer(BCEvent* e) override {
             ticks.push_back(e->GetTimerID());
             return 0;
         }
@@ -228,10 +228,10 @@ class TestDialog : public BCModalDialog {
     TestDialog() : BCModalDialog(BCResID(500u), nullptr, &App()) {
         edit = new BCControlWindow(BCResID(101u), this, 31, &App());
     }
-    long ButtonSnglClk(BCEvent* e) override {
+    LRESULT ButtonSnglClk(BCEvent* e) override {
         seen.resize(64);
         seen.resize(static_cast<size_t>(edit->GetTitle(&seen[0], 64)));
-        return static_cast<long>(DefaultEvent(e)); // OK and Cancel end the dialog
+        return DefaultEvent(e); // OK and Cancel end the dialog
     }
     BCControlWindow* edit;
     std::string seen;

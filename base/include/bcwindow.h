@@ -34,29 +34,30 @@ class NORLIB1_API BCWindow : public BCDisplayDevice {
     virtual long DataUpdated(BCObject* source, unsigned int code, BCObject* data);
 
     // Event handlers. Each base handler passes the event to DefaultEvent and returns its
-    // result; an override decides itself whether the default handling is wanted.
-    virtual long CharKey(BCEvent* event);
-    virtual long Focus(BCEvent* event);
-    virtual long HorizScroll(BCEvent* event);
-    virtual long Initialize(BCEvent* event);
-    virtual long KeyDown(BCEvent* event);
-    virtual long MenuCommand(BCEvent* event);
-    virtual long MenuInit(BCEvent* event);
-    virtual long MouseDown(BCEvent* event);
-    virtual long MouseUp(BCEvent* event);
-    virtual long MouseDblClk(BCEvent* event);
+    // result; an override decides itself whether the default handling is wanted. They
+    // return what DispatchEvent returns for the message (LRESULT: a handle fits).
+    virtual LRESULT CharKey(BCEvent* event);
+    virtual LRESULT Focus(BCEvent* event);
+    virtual LRESULT HorizScroll(BCEvent* event);
+    virtual LRESULT Initialize(BCEvent* event);
+    virtual LRESULT KeyDown(BCEvent* event);
+    virtual LRESULT MenuCommand(BCEvent* event);
+    virtual LRESULT MenuInit(BCEvent* event);
+    virtual LRESULT MouseDown(BCEvent* event);
+    virtual LRESULT MouseUp(BCEvent* event);
+    virtual LRESULT MouseDblClk(BCEvent* event);
     // Mouse moves while a button is held.
-    virtual long MouseDrag(BCEvent* event);
-    virtual long Paint(BCEvent* event);
-    virtual long ReSize(BCEvent* event);
-    virtual long VertScroll(BCEvent* event);
-    virtual long ButtonSnglClk(BCEvent* event);
-    virtual long EditChange(BCEvent* event);
-    virtual long ListBoxSnglClk(BCEvent* event);
-    virtual long ListBoxDblClk(BCEvent* event);
-    virtual long Close(BCEvent* event);
+    virtual LRESULT MouseDrag(BCEvent* event);
+    virtual LRESULT Paint(BCEvent* event);
+    virtual LRESULT ReSize(BCEvent* event);
+    virtual LRESULT VertScroll(BCEvent* event);
+    virtual LRESULT ButtonSnglClk(BCEvent* event);
+    virtual LRESULT EditChange(BCEvent* event);
+    virtual LRESULT ListBoxSnglClk(BCEvent* event);
+    virtual LRESULT ListBoxDblClk(BCEvent* event);
+    virtual LRESULT Close(BCEvent* event);
     // A timer of this window went off; GetTimerID tells which.
-    virtual long Timer(BCEvent* event);
+    virtual LRESULT Timer(BCEvent* event);
 
     int Destroy();
     // Starts (or restarts) timer `id`, which sends Timer events every `milliseconds` until

@@ -58,9 +58,9 @@ class SketchWindow : public BCMainWindow {
 
     // Paint runs inside the system's paint cycle: the window's device holds the paint
     // context, so the drawing paints straight onto it.
-    long Paint(BCEvent*) override { return drawing.GetGraphics()->Draw(this); }
+    LRESULT Paint(BCEvent*) override { return drawing.GetGraphics()->Draw(this); }
 
-    long MouseDown(BCEvent* e) override {
+    LRESULT MouseDown(BCEvent* e) override {
         const BCPosition at = e->GetPos();
         dragged = drawing.GetGraphics()->GetTopHitObject(at, 3);
         if (!dragged) {
@@ -73,7 +73,7 @@ class SketchWindow : public BCMainWindow {
         return 0;
     }
 
-    long MouseDrag(BCEvent* e) override {
+    LRESULT MouseDrag(BCEvent* e) override {
         if (!dragged)
             return 0;
         dragged->SetPos(e->GetPos() - grip);
@@ -83,13 +83,13 @@ class SketchWindow : public BCMainWindow {
         return 0;
     }
 
-    long MouseUp(BCEvent*) override {
+    LRESULT MouseUp(BCEvent*) override {
         dragged = nullptr;
         ReleaseMouse();
         return 0;
     }
 
-    long MenuCommand(BCEvent* e) override {
+    LRESULT MenuCommand(BCEvent* e) override {
         const unsigned int id = e->GetControlID();
         switch (id) {
         case kNew:
@@ -121,11 +121,9 @@ class SketchWindow : public BCMainWindow {
     }
 
     // Closing asks to save unsaved changes; Cancel keeps the window.
-    long Close(BCEvent* e) override {
-        return drawing.QuerySaveFile() ? static_cast<long>(DefaultEvent(e)) : 0;
-    }
+    LRESULT Close(BCEvent* e) override { return drawing.QuerySaveFile() ? DefaultEvent(e) : 0; }
 
-    long Timer(BCEvent*) override {
+    LRESULT Timer(BCEvent*) override {
         KillTimer(kSelfTestTimer);
         selfTestResult = SelfTest();
         Destroy(); // the main window going ends the message loop

@@ -63,7 +63,7 @@ class DemoWindow : public BCMainWindow {
         SetTimer(kNextTimer, 500);
         return 1;
     }
-    long Timer(BCEvent* e) override {
+    LRESULT Timer(BCEvent* e) override {
         const unsigned int timer = e->GetTimerID();
         KillTimer(timer);
         if (timer == kNextTimer)

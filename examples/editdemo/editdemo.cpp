@@ -51,7 +51,7 @@ class EditorWindow : public BCMainWindow {
     }
     ~EditorWindow() override { delete editor; }
 
-    long Initialize(BCEvent*) override {
+    LRESULT Initialize(BCEvent*) override {
         BCTextData* data = nullptr;
         if (fileName) {
             data = new BCTextData(this, "txt", fileName);
@@ -63,27 +63,27 @@ class EditorWindow : public BCMainWindow {
         editor->SetStyle(WS_VSCROLL, 1);
         return 0;
     }
-    long ReSize(BCEvent*) override {
+    LRESULT ReSize(BCEvent*) override {
         if (editor && editor->GetHandle()) {
             BCRectangle client = GetClientRect();
             editor->SetWindowRect(client);
         }
         return 0;
     }
-    long Focus(BCEvent* e) override {
+    LRESULT Focus(BCEvent* e) override {
         if (editor && editor->GetHandle() && e->GetMessage() == WM_SETFOCUS)
             editor->SetFocus();
         return 0;
     }
-    long MenuInit(BCEvent* e) override { return editor->MenuInit(e); }
-    long MenuCommand(BCEvent* e) override {
+    LRESULT MenuInit(BCEvent* e) override { return editor->MenuInit(e); }
+    LRESULT MenuCommand(BCEvent* e) override {
         if (e->GetControlID() == kMenuExit) {
             Destroy();
             return 1;
         }
         return editor->MenuCommand(e);
     }
-    long Timer(BCEvent*) override { return DemoStep(); }
+    LRESULT Timer(BCEvent*) override { return DemoStep(); }
     int Start(const char* title) {
         if (!Create(title) || !editor->Create(""))
             return 0;

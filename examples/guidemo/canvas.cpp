@@ -79,12 +79,12 @@ template <class... Args> long Canvas::Report(const char* format, Args... args) {
     return 1;
 }
 
-long Canvas::Paint(BCEvent*) {
+LRESULT Canvas::Paint(BCEvent*) {
     scene.Draw(this);
     return 0;
 }
 
-long Canvas::MouseDown(BCEvent* e) {
+LRESULT Canvas::MouseDown(BCEvent* e) {
     SetFocus();
     BCPosition pos = e->GetPos();
     // The object on top: the last one that holds the point.
@@ -99,7 +99,7 @@ long Canvas::MouseDown(BCEvent* e) {
     return Report("Picked %s", dragged->GetObjectTypeStr());
 }
 
-long Canvas::MouseDrag(BCEvent* e) {
+LRESULT Canvas::MouseDrag(BCEvent* e) {
     if (!dragged)
         return 0;
     BCPosition pos = e->GetPos();
@@ -112,7 +112,7 @@ long Canvas::MouseDrag(BCEvent* e) {
     return 1;
 }
 
-long Canvas::MouseUp(BCEvent* e) {
+LRESULT Canvas::MouseUp(BCEvent* e) {
     if (!dragged)
         return Report("Mouse up at %d, %d", e->GetPos().GetX(), e->GetPos().GetY());
     ReleaseMouse();
@@ -122,10 +122,10 @@ long Canvas::MouseUp(BCEvent* e) {
     return Report("Dropped at %d, %d", at.GetX(), at.GetY());
 }
 
-long Canvas::KeyDown(BCEvent* e) {
+LRESULT Canvas::KeyDown(BCEvent* e) {
     return Report("Key down: code %u", e->GetKeycode());
 }
 
-long Canvas::CharKey(BCEvent* e) {
+LRESULT Canvas::CharKey(BCEvent* e) {
     return Report("Character: '%c'", static_cast<int>(e->GetWParam()));
 }

@@ -9,12 +9,12 @@ class Canvas : public BCChildWindow {
     Canvas(BCWindow* parent, unsigned int id, BCListBox* log);
     ~Canvas() override;
 
-    long Paint(BCEvent* e) override;
-    long MouseDown(BCEvent* e) override;
-    long MouseDrag(BCEvent* e) override;
-    long MouseUp(BCEvent* e) override;
-    long KeyDown(BCEvent* e) override;
-    long CharKey(BCEvent* e) override;
+    LRESULT Paint(BCEvent* e) override;
+    LRESULT MouseDown(BCEvent* e) override;
+    LRESULT MouseDrag(BCEvent* e) override;
+    LRESULT MouseUp(BCEvent* e) override;
+    LRESULT KeyDown(BCEvent* e) override;
+    LRESULT CharKey(BCEvent* e) override;
 
   private:
     void Build();

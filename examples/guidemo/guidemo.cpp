@@ -42,20 +42,20 @@ class GreetingDialog : public BCModalDialog {
         : BCModalDialog(BCResID(300u), parent, BCGetApp()), closeItself(closeItself) {
         name = new BCControlWindow(BCResID(301u), this, 37, BCGetApp());
     }
-    long Initialize(BCEvent* e) override {
+    LRESULT Initialize(BCEvent* e) override {
         name->SetTitle("Ada");
         if (closeItself) {
             SetTimer(kDemoTimer, 3000);
             Mark("guidemo.dialog");
         }
-        return static_cast<long>(BCModalDialog::Initialize(e));
+        return BCModalDialog::Initialize(e);
     }
-    long ButtonSnglClk(BCEvent* e) override {
+    LRESULT ButtonSnglClk(BCEvent* e) override {
         if (e->GetControlID() == IDOK)
             name->GetTitle(typed, sizeof typed);
-        return static_cast<long>(DefaultEvent(e));
+        return DefaultEvent(e);
     }
-    long Timer(BCEvent*) override { // as if OK was pressed
+    LRESULT Timer(BCEvent*) override { // as if OK was pressed
         name->GetTitle(typed, sizeof typed);
         return EndDlg(IDOK);
     }
@@ -83,19 +83,19 @@ class DemoWindow : public BCMainWindow {
         delete pad;
         delete log;
     }
-    long Initialize(BCEvent*) override {
+    LRESULT Initialize(BCEvent*) override {
         log = new BCListBox(kLogId, this, BCPosition(260, 10), BCSize(240, 330), nullptr, GetApp());
         pad = new Canvas(this, kPadId, log);
         pad->SetWindowRect(BCRectangle(10, 10, 250, 340));
         return 0;
     }
-    long MenuInit(BCEvent* e) override {
+    LRESULT MenuInit(BCEvent* e) override {
         BCMenu* opened = e->GetMenu();
         if (opened)
             opened->SetExclCheck(kMenuSmall, kMenuLarge, large ? kMenuLarge : kMenuSmall);
         return 0;
     }
-    long MenuCommand(BCEvent* e) override {
+    LRESULT MenuCommand(BCEvent* e) override {
         switch (e->GetControlID()) {
         case kMenuGreeting:
             return Greet();
@@ -111,10 +111,10 @@ class DemoWindow : public BCMainWindow {
             large = e->GetControlID() == kMenuLarge;
             return 1;
         default:
-            return static_cast<long>(DefaultEvent(e));
+            return DefaultEvent(e);
         }
     }
-    long Timer(BCEvent*) override { return DemoStep(); }
+    LRESULT Timer(BCEvent*) override { return DemoStep(); }
     int Start(const char* title) {
         if (!Create(title) || !pad->Create("pad") || !log->Create(""))
             return 0;

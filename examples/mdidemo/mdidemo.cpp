@@ -110,15 +110,15 @@ class EditorDocument : public Document {
         editor->SetText(kEditorText);
         return 1;
     }
-    long ReSize(BCEvent* e) override {
+    LRESULT ReSize(BCEvent* e) override {
         if (editor && editor->GetHandle())
             editor->SetWindowRect(GetClientRect());
-        return static_cast<long>(DefaultEvent(e)); // the client needs it to maximize
+        return DefaultEvent(e); // the client needs it to maximize
     }
-    long Focus(BCEvent* e) override {
+    LRESULT Focus(BCEvent* e) override {
         if (editor && editor->GetHandle() && e->GetMessage() == WM_SETFOCUS)
             editor->SetFocus();
-        return static_cast<long>(DefaultEvent(e));
+        return DefaultEvent(e);
     }
 
     // One printed line per line of text, a small margin around them, in a face of fixed
@@ -173,7 +173,7 @@ class DrawingDocument : public Document {
             return 0;
         return UseFont(this, "Liberation Serif", 14);
     }
-    long Paint(BCEvent*) override {
+    LRESULT Paint(BCEvent*) override {
         scene.Draw(this);
         return 0;
     }
@@ -207,14 +207,14 @@ class Frame : public BCMDIFrameWindow {
         return 1;
     }
 
-    long MenuInit(BCEvent* e) override {
+    LRESULT MenuInit(BCEvent* e) override {
         if (e->GetMessage() == WM_INITMENUPOPUP &&
             reinterpret_cast<HMENU>(e->GetWParam()) == fontMenu.GetHandle())
             BuildFontMenu();
-        return static_cast<long>(DefaultEvent(e));
+        return DefaultEvent(e);
     }
 
-    long MenuCommand(BCEvent* e) override {
+    LRESULT MenuCommand(BCEvent* e) override {
         const unsigned int id = e->GetControlID();
         switch (id) {
         case kNewEditor:
@@ -244,10 +244,10 @@ class Frame : public BCMDIFrameWindow {
             target->Repaint();
             return 0;
         }
-        return static_cast<long>(DefaultEvent(e)); // the Window menu's documents
+        return DefaultEvent(e); // the Window menu's documents
     }
 
-    long Timer(BCEvent*) override { return DemoStep(); }
+    LRESULT Timer(BCEvent*) override { return DemoStep(); }
 
   private:
     // The active document on the default printer, with the status dialog while it prints.

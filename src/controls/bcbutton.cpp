@@ -156,8 +156,8 @@ BCSizeBox::BCSizeBox(unsigned int id, BCWindow* parent, BCApplication* app)
     : BCSizeBox(id, parent, BCGetNullPos(), ScrollBarSize(), app) {}
 
 // The system's picture first, then a right and a bottom edge line over it.
-long BCSizeBox::Paint(BCEvent* event) {
-    long result = static_cast<long>(DefaultEvent(event));
+LRESULT BCSizeBox::Paint(BCEvent* event) {
+    long result = DefaultEvent(event);
     BCRectangle client = GetClientRect();
     short right = static_cast<short>(client.GetWidth() - 1);
     short bottom = static_cast<short>(client.GetHeight() - 1);

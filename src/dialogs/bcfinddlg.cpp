@@ -43,7 +43,7 @@ BCFindDialog::BCFindDialog(const BCResID& dialogTemplate, BCWindow* parent, cons
 // The control objects left go with the dialog's own list.
 BCFindDialog::~BCFindDialog() = default;
 
-long BCFindDialog::Initialize(BCEvent*) {
+LRESULT BCFindDialog::Initialize(BCEvent*) {
     opPatternEdit = bcdlg::BindEdit(bcids::kCtlFindPattern, this, caPattern, kTextMax, true);
     opMatchCase = BindBox(bcids::kCtlMatchCase, this, wFlags, BC_FIND_MATCH_CASE);
     opWholeWord = BindBox(bcids::kCtlWholeWord, this, wFlags, BC_FIND_WHOLE_WORD);
@@ -52,7 +52,7 @@ long BCFindDialog::Initialize(BCEvent*) {
     return 0;
 }
 
-long BCFindDialog::ButtonSnglClk(BCEvent* event) {
+LRESULT BCFindDialog::ButtonSnglClk(BCEvent* event) {
     switch (event->GetControlID()) {
     case IDOK:
         ReadEdit(opPatternEdit, caPattern);
@@ -69,13 +69,13 @@ long BCFindDialog::ButtonSnglClk(BCEvent* event) {
     }
 }
 
-long BCFindDialog::EditChange(BCEvent* event) {
+LRESULT BCFindDialog::EditChange(BCEvent* event) {
     if (opPatternEdit && opPatternEdit->IsModified())
         return bcdlg::EnableForText(opFindButton, HoldsText(opPatternEdit));
     return BCModalDialog::EditChange(event);
 }
 
-long BCFindDialog::Close(BCEvent*) {
+LRESULT BCFindDialog::Close(BCEvent*) {
     Reset();
     return EndDlg(BC_FIND_CANCELLED);
 }
@@ -109,7 +109,7 @@ BCReplaceDialog::BCReplaceDialog(const BCResID& dialogTemplate, BCWindow* parent
 
 BCReplaceDialog::~BCReplaceDialog() = default;
 
-long BCReplaceDialog::Initialize(BCEvent*) {
+LRESULT BCReplaceDialog::Initialize(BCEvent*) {
     opPatternEdit = bcdlg::BindEdit(bcids::kCtlReplacePattern, this, caPattern, kTextMax, true);
     opReplaceEdit = bcdlg::BindEdit(bcids::kCtlReplacement, this, caReplacement, kTextMax, false);
     opMatchCase = BindBox(bcids::kCtlMatchCase, this, wFlags, BC_FIND_MATCH_CASE);
@@ -121,7 +121,7 @@ long BCReplaceDialog::Initialize(BCEvent*) {
     return 0;
 }
 
-long BCReplaceDialog::ButtonSnglClk(BCEvent* event) {
+LRESULT BCReplaceDialog::ButtonSnglClk(BCEvent* event) {
     switch (event->GetControlID()) {
     case IDOK:
         return Accept(BC_FIND_ONE);
@@ -140,13 +140,13 @@ long BCReplaceDialog::ButtonSnglClk(BCEvent* event) {
     }
 }
 
-long BCReplaceDialog::EditChange(BCEvent* event) {
+LRESULT BCReplaceDialog::EditChange(BCEvent* event) {
     if (opPatternEdit && opPatternEdit->IsModified())
         return EnableReplace(HoldsText(opPatternEdit));
     return BCModalDialog::EditChange(event);
 }
 
-long BCReplaceDialog::Close(BCEvent*) {
+LRESULT BCReplaceDialog::Close(BCEvent*) {
     Reset();
     return EndDlg(BC_FIND_CANCELLED);
 }

@@ -8,7 +8,7 @@ BCMessageDialog::BCMessageDialog(const BCResID& dialogTemplate, BCWindow* parent
     Create("");
 }
 
-long BCMessageDialog::Initialize(BCEvent* event) {
+LRESULT BCMessageDialog::Initialize(BCEvent* event) {
     if (lpMessage) {
         // The control keeps the text; the object is needed only to put it there.
         BCStaticText text(BCResID(bcids::kCtlMessageText), this, GetApp());
@@ -18,6 +18,6 @@ long BCMessageDialog::Initialize(BCEvent* event) {
     return BCModalDialog::Initialize(event); // the dialog manager focuses the first button
 }
 
-long BCMessageDialog::ButtonSnglClk(BCEvent* event) {
+LRESULT BCMessageDialog::ButtonSnglClk(BCEvent* event) {
     return EndDlg(static_cast<int>(event->GetControlID()));
 }

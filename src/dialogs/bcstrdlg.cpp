@@ -21,7 +21,7 @@ BCStringDialog::BCStringDialog(const BCResID& dialogTemplate, BCWindow* parent, 
 // The controls stay until now and go with the dialog's own list.
 BCStringDialog::~BCStringDialog() = default;
 
-long BCStringDialog::Initialize(BCEvent*) {
+LRESULT BCStringDialog::Initialize(BCEvent*) {
     opStringEdit = bcdlg::BindEdit(bcids::kCtlStringEdit, this, caString, wMaxLen, true);
     OkInit();
     return 0;
@@ -32,7 +32,7 @@ void BCStringDialog::OkInit() {
     bcdlg::EnableForText(opOkButton, caString[0] != '\0');
 }
 
-long BCStringDialog::ButtonSnglClk(BCEvent* event) {
+LRESULT BCStringDialog::ButtonSnglClk(BCEvent* event) {
     switch (event->GetControlID()) {
     case IDOK:
         if (opStringEdit)
@@ -46,13 +46,13 @@ long BCStringDialog::ButtonSnglClk(BCEvent* event) {
     }
 }
 
-long BCStringDialog::EditChange(BCEvent* event) {
+LRESULT BCStringDialog::EditChange(BCEvent* event) {
     if (opStringEdit && opStringEdit->IsModified())
         return bcdlg::EnableForText(opOkButton, opStringEdit->GetTextLen() > 0);
     return BCModalDialog::EditChange(event);
 }
 
-long BCStringDialog::Close(BCEvent*) {
+LRESULT BCStringDialog::Close(BCEvent*) {
     return EndDlg(0);
 }
 

@@ -33,12 +33,12 @@ class StatusDialog : public BCModelessDialog {
         : BCModelessDialog(BCResID(bcids::kDlgPrintStatus, BCGetDLLModule2()), parent,
                            parent ? parent->GetApp() : nullptr),
           strDocName(docName) {}
-    long Initialize(BCEvent*) override {
+    LRESULT Initialize(BCEvent*) override {
         BCTraced(SetDlgItemTextA(hWnd, bcids::kCtlPrintDocName, strDocName.c_str()),
                  "SetDlgItemTextA");
         return TRUE;
     }
-    long ButtonSnglClk(BCEvent* e) override;
+    LRESULT ButtonSnglClk(BCEvent* e) override;
 
   private:
     std::string strDocName;
@@ -59,7 +59,7 @@ PrintJob& Job() {
     return job;
 }
 
-long StatusDialog::ButtonSnglClk(BCEvent* e) {
+LRESULT StatusDialog::ButtonSnglClk(BCEvent* e) {
     if (e->GetControlID() != bcids::kCtlPrintCancel)
         return DefaultEvent(e);
     Job().abort = true;

@@ -240,7 +240,7 @@ void BCTextEdit::PlaceCaret() {
 
 // ---- painting ----
 
-long BCTextEdit::Paint(BCEvent*) {
+LRESULT BCTextEdit::Paint(BCEvent*) {
     CaretOff();
     HeldDC dc(this);
     RECT clip = {0, 0, 0, 0};
@@ -471,7 +471,7 @@ void BCTextEdit::CaretOff() {
     blCaretShown = 0;
 }
 
-long BCTextEdit::Focus(BCEvent* e) {
+LRESULT BCTextEdit::Focus(BCEvent* e) {
     if (dwMode & BC_TE_DISPLAY_ONLY)
         return 0;
     if (e->IsFocused()) {
@@ -560,14 +560,14 @@ void BCTextEdit::ComputeTextRect() {
     SetTabOrigin(rcText.GetLeft());
 }
 
-long BCTextEdit::Initialize(BCEvent* e) {
+LRESULT BCTextEdit::Initialize(BCEvent* e) {
     ComputeTextRect();
     SetScrollRange(1);
     SetIntCaretPos(0);
-    return static_cast<long>(DefaultEvent(e));
+    return DefaultEvent(e);
 }
 
-long BCTextEdit::ReSize(BCEvent*) {
+LRESULT BCTextEdit::ReSize(BCEvent*) {
     ComputeTextRect();
     dwPageEnd = dwPageTop;
     blDirty = 1;
@@ -601,7 +601,7 @@ unsigned long BCTextEdit::ScrollTarget(BCEvent* e) {
     }
 }
 
-long BCTextEdit::VertScroll(BCEvent* e) {
+LRESULT BCTextEdit::VertScroll(BCEvent* e) {
     unsigned long target = opText ? ScrollTarget(e) : 0xFFFFFFFFul;
     if (target == 0xFFFFFFFFul)
         return 0;
@@ -614,7 +614,7 @@ long BCTextEdit::VertScroll(BCEvent* e) {
     return 0;
 }
 
-long BCTextEdit::HorizScroll(BCEvent* e) {
+LRESULT BCTextEdit::HorizScroll(BCEvent* e) {
     int unit = GetChrWidth('H');
     int x = GetOrigin().GetX();
     switch (e->GetScrollType()) {

@@ -74,8 +74,8 @@ void BCTextEdit::CollapseSel() {
     SetCrntSelection(BCLimits(static_cast<long>(dwCaret), static_cast<long>(dwCaret)));
 }
 
-long BCTextEdit::CharKey(BCEvent* e) {
-    long result = static_cast<long>(DefaultEvent(e));
+LRESULT BCTextEdit::CharKey(BCEvent* e) {
+    long result = DefaultEvent(e);
     if (dwMode & BC_TE_DISPLAY_ONLY)
         return result;
     dwState &= ~static_cast<unsigned long>(BC_TE_EXTENDED_SEL);
@@ -94,13 +94,13 @@ long BCTextEdit::CharKey(BCEvent* e) {
         else if (IsTypedKey(key))
             InsertText(text);
     }
-    result = static_cast<long>(DefaultEvent(e));
+    result = DefaultEvent(e);
     CaretOn();
     return result;
 }
 
-long BCTextEdit::KeyDown(BCEvent* e) {
-    long result = static_cast<long>(DefaultEvent(e));
+LRESULT BCTextEdit::KeyDown(BCEvent* e) {
+    long result = DefaultEvent(e);
     unsigned int key = e->GetKeycode();
     if (!opText)
         return result;
@@ -317,7 +317,7 @@ int BCTextEdit::InLeftMargin(const BCPosition& pos) {
     return pos.GetX() < rcText.GetLeft() - GetChrWidth('H') / 2;
 }
 
-long BCTextEdit::MouseDown(BCEvent* e) {
+LRESULT BCTextEdit::MouseDown(BCEvent* e) {
     if (!opText)
         return 0;
     if (!HasFocus())
@@ -344,7 +344,7 @@ long BCTextEdit::MouseDown(BCEvent* e) {
     return 0;
 }
 
-long BCTextEdit::MouseDrag(BCEvent* e) {
+LRESULT BCTextEdit::MouseDrag(BCEvent* e) {
     if (!(dwState & BC_TE_MOUSE_SELECTING) || !opText)
         return 0;
     BCPosition pos = e->GetPos();
@@ -379,13 +379,13 @@ long BCTextEdit::MouseDrag(BCEvent* e) {
     return 0;
 }
 
-long BCTextEdit::MouseUp(BCEvent*) {
+LRESULT BCTextEdit::MouseUp(BCEvent*) {
     dwState &= ~static_cast<unsigned long>(BC_TE_MOUSE_SELECTING);
     ReleaseMouse();
     return 0;
 }
 
-long BCTextEdit::MouseDblClk(BCEvent*) {
+LRESULT BCTextEdit::MouseDblClk(BCEvent*) {
     if ((dwMode & BC_TE_NO_MOUSE_SEL) || !opText)
         return 0;
     CharReader r(opText);
@@ -400,7 +400,7 @@ long BCTextEdit::MouseDblClk(BCEvent*) {
 
 // ---- menu ----
 
-long BCTextEdit::MenuInit(BCEvent* e) {
+LRESULT BCTextEdit::MenuInit(BCEvent* e) {
     BCMenu* menu = e->GetMenu();
     if (!menu)
         return 0;
@@ -416,7 +416,7 @@ long BCTextEdit::MenuInit(BCEvent* e) {
     return 0;
 }
 
-long BCTextEdit::MenuCommand(BCEvent* e) {
+LRESULT BCTextEdit::MenuCommand(BCEvent* e) {
     switch (e->GetControlID()) {
     case bcids::kCmdNewFile:
         return NewFile();

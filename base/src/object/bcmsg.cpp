@@ -96,7 +96,8 @@ int BCDispAppText(BCWindow* window, const char* format, ...) {
     va_start(args, format);
     text.VSprintf(format ? format : "", args);
     va_end(args);
-    BCMsgInfo info = {BC_MSG_NUMBERED, 0, text.c_str(), nullptr, kAppModalStyle, nullptr, nullptr, 0};
+    BCMsgInfo info = {BC_MSG_NUMBERED, 0,       text.c_str(), nullptr,
+                      kAppModalStyle,  nullptr, nullptr,      0};
     BCSetMsgOwner(window ? window->GetHandle() : nullptr);
     int result = BCShowMsg(info);
     BCSetMsgOwner(nullptr);

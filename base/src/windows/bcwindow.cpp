@@ -174,7 +174,7 @@ LRESULT BCWindow::DispatchEvent(BCEvent* e) {
         }
         PAINTSTRUCT ps;
         AdoptDC(BeginPaint(hWnd, &ps));
-        long result = Paint(e);
+        LRESULT result = Paint(e);
         DropDC();
         EndPaint(e->GetWindow(), &ps);
         return result;
@@ -253,65 +253,65 @@ long BCWindow::DataUpdated(BCObject*, unsigned int, BCObject*) {
     return 1;
 }
 
-long BCWindow::CharKey(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::CharKey(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::Focus(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::Focus(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::HorizScroll(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::HorizScroll(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::Initialize(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::Initialize(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::KeyDown(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::KeyDown(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::MenuCommand(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::MenuCommand(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::MenuInit(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::MenuInit(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::MouseDown(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::MouseDown(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::MouseUp(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::MouseUp(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::MouseDblClk(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::MouseDblClk(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::MouseDrag(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::MouseDrag(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::Paint(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::Paint(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::ReSize(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::ReSize(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::VertScroll(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::VertScroll(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::ButtonSnglClk(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::ButtonSnglClk(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::EditChange(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::EditChange(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::ListBoxSnglClk(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::ListBoxSnglClk(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::ListBoxDblClk(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::ListBoxDblClk(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::Close(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::Close(BCEvent* e) {
+    return DefaultEvent(e);
 }
-long BCWindow::Timer(BCEvent* e) {
-    return static_cast<long>(DefaultEvent(e));
+LRESULT BCWindow::Timer(BCEvent* e) {
+    return DefaultEvent(e);
 }
 
 int BCWindow::SetTimer(unsigned int id, unsigned int milliseconds) {
