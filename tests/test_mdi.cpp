@@ -121,8 +121,8 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
         placed.SetDeviceFlags(BC_DEV_TOP_DOWN, topDown);
         ASSERT_TRUE(placed.Create("placed"));
         const int height = frame.GetClient()->GetClientRect().GetHeight();
-        EXPECT_EQ(topDown ? 20 : height - 20, placed.GetWindowRect().GetTop());
-        EXPECT_EQ(10, placed.GetWindowRect().GetLeft());
+        EXPECT_EQ(BCPosition(10, short(topDown ? 20 : height - 20)),
+                  placed.GetWindowRect().GetPos());
     }
     EXPECT_EQ("", FaultsOf(rec));
 }
@@ -160,13 +160,12 @@ TEST_F(MdiTest, MenusAreSwappedOnlyForMenusWithAWindowMenu) {
     BCMDIChildWindow doc(frame.GetClient(), &App());
     ASSERT_TRUE(doc.Create("doc"));
     doc.SetFrameMenu(&other);
-    EXPECT_TRUE(doc.GetMenu() == &other && doc.GetFrameMenu() == &other);
-    EXPECT_EQ(other.GetHandle(), GetMenu(frame.GetHandle()));
+    EXPECT_TRUE(doc.GetMenu() == &other && doc.GetFrameMenu() == &other &&
+                GetMenu(frame.GetHandle()) == other.GetHandle());
     EXPECT_TRUE(frame.SetMenu(&plain) == &other && GetMenu(frame.GetHandle()) == other.GetHandle());
     EXPECT_EQ("MDIFRM:110 Assertion failure|", FaultsOf(rec));
     EXPECT_TRUE(frame.SetMenu(&bar) == &other && GetMenu(frame.GetHandle()) == bar.GetHandle());
-    EXPECT_TRUE(frame.SetMenu(nullptr) == &bar && GetMenu(frame.GetHandle()) == nullptr);
-    EXPECT_EQ(nullptr, frame.GetMenu());
+    EXPECT_TRUE(frame.SetMenu(nullptr) == &bar && !GetMenu(frame.GetHandle()) && !frame.GetMenu());
     frame.SetMenu(&bar);
 }
 
