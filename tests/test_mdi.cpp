@@ -108,10 +108,10 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     EXPECT_TRUE(a.Destroy() == 1 && frame.GetActiveChild() == nullptr);
 
     // An active document object that goes leaves no pointer behind.
-    auto c = std::make_unique<BCMDIChildWindow>(frame.GetClient(), &App());
-    ASSERT_TRUE(c->Create("Gamma"));
-    EXPECT_EQ(c.get(), frame.GetActiveChild());
-    c.reset();
+    {
+        BCMDIChildWindow c(frame.GetClient(), &App());
+        ASSERT_TRUE(c.Create("Gamma") && frame.GetActiveChild() == &c);
+    }
     EXPECT_EQ(nullptr, frame.GetActiveChild());
     EXPECT_EQ(0, a.Maximize() + a.Restore() + a.BringToFront());
     // A placed document: its top counts from the bottom unless the window is top-down.
@@ -211,8 +211,6 @@ TEST(MdiBadInput, FramesAndDocumentsLeaveNoGdiObjects) {
     }
     EXPECT_EQ(before, BCGetGdiObjectCount());
 }
-
-// ---- font information and font menus ----
 
 TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     MsgRecorder rec;
