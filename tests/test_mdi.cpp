@@ -108,10 +108,10 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     EXPECT_TRUE(a.Destroy() == 1 && frame.GetActiveChild() == nullptr);
 
     // An active document object that goes leaves no pointer behind.
-    auto c = std::make_unique<BCMDIChildWindow>(frame.GetClient(), &App());
-    ASSERT_TRUE(c->Create("Gamma"));
-    EXPECT_EQ(c.get(), frame.GetActiveChild());
-    c.reset();
+    {
+        BCMDIChildWindow c(frame.GetClient(), &App());
+        ASSERT_TRUE(c.Create("Gamma") && frame.GetActiveChild() == &c);
+    }
     EXPECT_EQ(nullptr, frame.GetActiveChild());
     EXPECT_EQ(0, a.Maximize() + a.Restore() + a.BringToFront());
     // A placed document: its top counts from the bottom unless the window is top-down.
@@ -121,8 +121,8 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
         placed.SetDeviceFlags(BC_DEV_TOP_DOWN, topDown);
         ASSERT_TRUE(placed.Create("placed"));
         const int height = frame.GetClient()->GetClientRect().GetHeight();
-        EXPECT_EQ(topDown ? 20 : height - 20, placed.GetWindowRect().GetTop());
-        EXPECT_EQ(10, placed.GetWindowRect().GetLeft());
+        EXPECT_EQ(BCPosition(10, short(topDown ? 20 : height - 20)),
+                  placed.GetWindowRect().GetPos());
     }
     EXPECT_EQ("", FaultsOf(rec));
 }
@@ -160,13 +160,12 @@ TEST_F(MdiTest, MenusAreSwappedOnlyForMenusWithAWindowMenu) {
     BCMDIChildWindow doc(frame.GetClient(), &App());
     ASSERT_TRUE(doc.Create("doc"));
     doc.SetFrameMenu(&other);
-    EXPECT_TRUE(doc.GetMenu() == &other && doc.GetFrameMenu() == &other);
-    EXPECT_EQ(other.GetHandle(), GetMenu(frame.GetHandle()));
+    EXPECT_TRUE(doc.GetMenu() == &other && doc.GetFrameMenu() == &other &&
+                GetMenu(frame.GetHandle()) == other.GetHandle());
     EXPECT_TRUE(frame.SetMenu(&plain) == &other && GetMenu(frame.GetHandle()) == other.GetHandle());
     EXPECT_EQ("MDIFRM:110 Assertion failure|", FaultsOf(rec));
     EXPECT_TRUE(frame.SetMenu(&bar) == &other && GetMenu(frame.GetHandle()) == bar.GetHandle());
-    EXPECT_TRUE(frame.SetMenu(nullptr) == &bar && GetMenu(frame.GetHandle()) == nullptr);
-    EXPECT_EQ(nullptr, frame.GetMenu());
+    EXPECT_TRUE(frame.SetMenu(nullptr) == &bar && !GetMenu(frame.GetHandle()) && !frame.GetMenu());
     frame.SetMenu(&bar);
 }
 
@@ -212,8 +211,6 @@ TEST(MdiBadInput, FramesAndDocumentsLeaveNoGdiObjects) {
     }
     EXPECT_EQ(before, BCGetGdiObjectCount());
 }
-
-// ---- font information and font menus ----
 
 TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     MsgRecorder rec;

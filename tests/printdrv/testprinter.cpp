@@ -13,20 +13,6 @@ std::string BuildDir() {
     return dir ? dir : "/tmp";
 }
 
-// Gives the driver its description of the printer, in the driver directory where it looks.
-std::string CopyPpd() {
-    char dir[MAX_PATH] = "";
-    DWORD size = 0;
-    GetPrinterDriverDirectoryA(nullptr, nullptr, 1, reinterpret_cast<BYTE*>(dir), sizeof dir,
-                               &size);
-    std::string ppd = std::string(dir) + "\\3";
-    CreateDirectoryA(ppd.c_str(), nullptr);
-    ppd += "\\norlibps.ppd";
-    return CopyFileA("Z:" NORLIB_SOURCE_DIR "/tests/printdrv/norlibps.ppd", ppd.c_str(), FALSE)
-               ? ppd
-               : "";
-}
-
 bool AddTestPrinter() {
     HANDLE printer = nullptr;
     if (!OpenPrinterA(const_cast<char*>(kTestPrinter), &printer, nullptr)) {
@@ -42,18 +28,15 @@ bool AddTestPrinter() {
 
 bool ReadPage(const std::string& file, const PageGeometry& g, Page& page) {
     std::ifstream in("Z:" + file, std::ios::binary);
-    std::string magic, token;
-    in >> magic;
-    int fields[3], n = 0;
-    while (n < 3 && in >> token)
-        if (token[0] == '#')
-            std::getline(in, token);
-        else
-            fields[n++] = std::atoi(token.c_str());
+    std::string magic, comment;
+    int maxGrey = 0;
+    in >> magic >> std::ws;
+    while (in.peek() == '#')
+        std::getline(in, comment);
+    in >> page.width >> page.height >> maxGrey;
     in.get();
-    if (magic != "P5" || n < 3)
+    if (magic != "P5" || !in)
         return false;
-    page.width = fields[0], page.height = fields[1];
     page.grey.resize(size_t(page.width) * page.height);
     in.read(reinterpret_cast<char*>(page.grey.data()), std::streamsize(page.grey.size()));
     page.scale = double(kRenderDpi) / g.dpi, page.offsetX = g.offsetX, page.offsetY = g.offsetY;
@@ -70,7 +53,16 @@ bool UnixFileExists(const std::string& path) {
 }
 
 bool InstallTestPrinter() {
-    std::string ppd = CopyPpd();
+    // The driver looks for the printer's description in its own directory.
+    char dir[MAX_PATH] = "";
+    DWORD size = 0;
+    GetPrinterDriverDirectoryA(nullptr, nullptr, 1, reinterpret_cast<BYTE*>(dir), sizeof dir,
+                               &size);
+    std::string ppd = std::string(dir) + "\\3";
+    CreateDirectoryA(ppd.c_str(), nullptr);
+    ppd += "\\norlibps.ppd";
+    if (!CopyFileA("Z:" NORLIB_SOURCE_DIR "/tests/printdrv/norlibps.ppd", ppd.c_str(), FALSE))
+        return false;
     DRIVER_INFO_3A driver = {};
     driver.cVersion = 3;
     driver.pName = const_cast<char*>(kTestPrinter);
@@ -79,7 +71,7 @@ bool InstallTestPrinter() {
     AddPrinterDriverA(nullptr, 3, reinterpret_cast<BYTE*>(&driver)); // fails when it is there
     // Wine's spooler sends what a port receives to the Unix file named for it here.
     std::string file = JobFile();
-    return !ppd.empty() && AddTestPrinter() &&
+    return AddTestPrinter() &&
            RegSetKeyValueA(HKEY_CURRENT_USER, "Software\\Wine\\Printing\\Spooler", "LPT1:", REG_SZ,
                            file.c_str(), DWORD(file.size() + 1)) == ERROR_SUCCESS;
 }
@@ -103,14 +95,8 @@ std::vector<Page> RenderJob(const PageGeometry& geometry) {
     DeleteFileA(("Z:" + prefix + ".done").c_str());
     std::string command = "Z:\\bin\\sh " NORLIB_SOURCE_DIR "/scripts/printer.sh render " +
                           JobFile() + " " + prefix + " " + std::to_string(kRenderDpi);
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, &command[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &startup, &process))
+    if (WinExec(command.c_str(), SW_HIDE) < 32)
         return {};
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
     for (int i = 0; i < 600 && !UnixFileExists(prefix + ".done"); ++i)
         Sleep(50);
     std::vector<Page> pages;
