@@ -161,14 +161,12 @@ struct DialogCase {
 };
 
 TEST_F(Search, ReplaceDialogAsksForEachOccurrenceOnceOrAll) {
-    const DialogCase cases[] = {
-        {true, 2037, {6, 7, 6}, "bb1 a2 bb3", 1, 1},
-        {true, 2037, {6, 2}, "bb1 a2 a3", 0, 0},
-        {true, 1, {7}, "a1 a2 a3", 1, 0},
-        {false, 2037, {}, "bb1 bb2 bb3", 1, 0},
-        {false, 1, {}, "bb1 a2 a3", 1, 0},
-        {true, 2, {}, "a1 a2 a3", 0, 0},
-    };
+    const DialogCase cases[] = {{true, 2037, {6, 7, 6}, "bb1 a2 bb3", 1, 1},
+                                {true, 2037, {6, 2}, "bb1 a2 a3", 0, 0},
+                                {true, 1, {7}, "a1 a2 a3", 1, 0},
+                                {false, 2037, {}, "bb1 bb2 bb3", 1, 0},
+                                {false, 1, {}, "bb1 a2 a3", 1, 0},
+                                {true, 2, {}, "a1 a2 a3", 0, 0}};
     Make("");
     for (const DialogCase& c : cases) {
         edit->SetText("a1 a2 a3");
