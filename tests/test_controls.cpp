@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "msgrecorder.h"
@@ -38,7 +39,7 @@ template <class Field> std::string TextOf(Field& field) {
     return text;
 }
 
-// Tells when it goes, so that ownership can be seen.
+// Tells when it goes: ownership shows.
 template <class Base> struct Watched : Base {
     template <class... Args>
     explicit Watched(bool* gone, Args... args) : Base(args...), flag(gone) {}
@@ -51,12 +52,11 @@ TEST(EditControlTest, SelectionModifiedFlagUndoAndClipboard) {
     Frame frame;
     BCStringEdit edit(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdef", &App());
     edit.SetCrntSelection(BCLimits(1, 3));
-    EXPECT_TRUE(edit.GetCrntSelection() == BCLimits(1, 3));
+    std::string flags = std::to_string(edit.GetCrntSelection() == BCLimits(1, 3));
     edit.SetModified(0);
-    std::string flags;
     for (int flag : {1, 1, 0})
         flags += std::to_string(edit.SetModified(flag));
-    EXPECT_EQ("011", flags); // the old flag each time
+    EXPECT_EQ("1011", flags); // the old flag each time
     edit.Copy();
     edit.SetCrntSelection(BCLimits(6, 6));
     edit.Paste();
@@ -164,18 +164,18 @@ TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
         std::unique_ptr<BCMultiStringEdit> edit(frame.Lines("typed"));
         edit->SetModified(1);
         BCTextData* own = edit->GetText();
-        ASSERT_TRUE(own && own->GetText(text, 0, 16) == 5 && own->IsModified());
-        EXPECT_STREQ("typed", text);
+        ASSERT_TRUE(own && own->GetText(text, 0, 16) == 5 && own->IsModified() &&
+                    std::string(text) == "typed");
         edit->SetModified(0);
         EXPECT_TRUE(edit->GetText() == own && !own->IsModified());           // refilled in place
         EXPECT_TRUE(edit->SetText(&mine) == 1 && edit->SetText(&mine) == 1); // twice
         EXPECT_TRUE(!gone && TextOf(*edit) == "mine\r\ntext" && edit->IsModified());
         edit->SetCrntSelection(BCLimits(0, 4));
         edit->ReplaceSelectedText("your");
-        EXPECT_TRUE(edit->GetText() == &mine && mine.GetText(text, 0, 4) == 4);
-        EXPECT_STREQ("your", text);
-        EXPECT_TRUE(edit->SetText(static_cast<BCTextData*>(nullptr)) == 1 && TextOf(*edit).empty());
-        EXPECT_EQ(1, edit->SetText(&mine));
+        EXPECT_TRUE(edit->GetText() == &mine && mine.GetText(text, 0, 4) == 4 &&
+                    std::string(text) == "your");
+        EXPECT_TRUE(edit->SetText(static_cast<BCTextData*>(nullptr)) == 1 &&
+                    TextOf(*edit).empty() && edit->SetText(&mine) == 1);
     }
     EXPECT_FALSE(gone); // the caller's object outlives the control
 
@@ -187,18 +187,16 @@ TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
 }
 
 // Presses Enter in its multi-line field, then reads the field once the keys are handled.
-class EnterDialog : public BCModalDialog {
-  public:
-    explicit EnterDialog(bool newLines) : BCModalDialog(BCResID(600u), nullptr, &App()) {
-        edit = new BCMultiStringEdit(BCResID(101u), this, &App());
-        lines = newLines;
-    }
+struct EnterDialog : BCModalDialog {
+    explicit EnterDialog(bool newLines)
+        : BCModalDialog(BCResID(600u), nullptr, &App()),
+          edit(new BCMultiStringEdit(BCResID(101u), this, &App())), lines(newLines) {}
     LRESULT Initialize(BCEvent*) override {
         edit->SetStyle(0x0800, lines); // the bound control took the template's style
         ::SetFocus(edit->GetHandle());
         PostMessageA(edit->GetHandle(), WM_KEYDOWN, VK_RETURN, 0x1C0001);
         PostMessageA(hWnd, WM_APP, 0, 0);
-        return FALSE; // the focus is set
+        return FALSE;
     }
     LRESULT DispatchEvent(BCEvent* e) override {
         if (e->GetMessage() != WM_APP)
@@ -237,19 +235,16 @@ TEST(ControlTest, StylesTypeCodesAndStates) {
     BCStaticText label(0, parent, at, size, "Label", WS_CHILD | SS_LEFT, &App());
     BCStaticIcon icon(10, parent, at, BCResID(32512u), &App());
     ASSERT_TRUE(grip.Create(""));
-    struct Case {
-        BCWindow* control;
-        unsigned int type;
-        unsigned long style;
-    };
+    using Case = std::tuple<BCWindow*, unsigned int, unsigned long>;
     for (const Case& c :
          {Case{&ok, 34, 0x50000001}, Case{&other, 34, 0x50000000}, Case{&check, 35, 0x50000002},
           Case{&radio, 33, 0x50000004}, Case{&group, 36, 0x50000007}, Case{&line, 38, 0x50800080},
           Case{low.get(), 39, 0x50800080}, Case{high.get(), 39, 0x50B000C4},
           Case{&grip, 46, 0x50000008}, Case{&bare, 77, 0x40000000}, Case{&label, 48, 0x40000000},
           Case{&icon, 49, 0x50000003}}) {
-        EXPECT_TRUE(c.control->HandleCheck() && c.type == c.control->GetObjectType()) << c.type;
-        EXPECT_EQ(c.style, static_cast<unsigned long>(c.control->GetStyle())) << c.type;
+        auto [control, type, style] = c;
+        EXPECT_TRUE(control->HandleCheck() && type == control->GetObjectType()) << type;
+        EXPECT_EQ(style, static_cast<unsigned long>(control->GetStyle())) << type;
     }
     check.SetState(1);
     radio.SetState(1);
@@ -269,7 +264,6 @@ TEST(ControlTest, StylesTypeCodesAndStates) {
     EXPECT_EQ(0u, TextOf(fromTable).find("An edit control can only handle"));
 }
 
-// Counts the drags the framework hands it.
 struct DragCountingEdit : BCMultiStringEdit {
     using BCMultiStringEdit::BCMultiStringEdit;
     LRESULT MouseDrag(BCEvent* e) override { return ++drags, BCMultiStringEdit::MouseDrag(e); }
@@ -297,8 +291,8 @@ TEST(ControlTest, TemplateControlsAreBoundWithTheirTypes) {
     EXPECT_EQ((Ids{39, 38, 35, 33, 48, 36, 46, 49, 34, 47}), types);
 
     check->SetState(BST_INDETERMINATE);
-    EXPECT_EQ(BST_INDETERMINATE, SendMessageA(check->GetHandle(), BM_GETCHECK, 0, 0));
-    EXPECT_EQ(1, check->GetState());
+    EXPECT_TRUE(SendMessageA(check->GetHandle(), BM_GETCHECK, 0, 0) == BST_INDETERMINATE &&
+                check->GetState() == 1);
     for (int bit : {0, 0x0800}) { // with the bit a drag goes straight to the control
         lines->SetStyle(0x0800, bit);
         lines->drags = 0;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "guidriver.h"
@@ -13,6 +14,7 @@
 namespace {
 
 using Step = std::function<bool(HWND)>;
+using Ending = std::pair<Step, int>; // the user's last step and the result it gives
 
 BCApplication& App() {
     static BCApplication app;
@@ -31,8 +33,7 @@ template <class Dialog> struct Probe : Dialog {
     unsigned long Controls() const { return this->opControls->GetCount(); }
 };
 
-// A user's actions, carried out synchronously so that later reads see them. Typing starts
-// at the end of the field.
+// Sent, not posted, so that later reads see them; typing starts at the end of the field.
 Step Type(int id, const std::string& text) {
     return [id, text](HWND dialog) {
         HWND edit = GetDlgItem(dialog, id);
@@ -49,49 +50,40 @@ Step Press(int id) {
         return true;
     };
 }
-// Posted through the dialog's own loop, as the last step: a key to a control (Enter,
-// Escape), or without one, closing the dialog.
+// The last step, through the dialog's own loop: a key to a control, or with no id, closing.
 Step Key(int id, UINT key) {
     return [id, key](HWND dialog) {
         return PostMessageA(id ? GetDlgItem(dialog, id) : dialog, key ? WM_KEYDOWN : WM_CLOSE, key,
                             1) != 0;
     };
 }
-// Appends 1 or 0: whether the button is checked, or with `enabled`, whether it is enabled.
+// Appends whether the button is checked, or with `enabled`, whether it is enabled.
 Step Note(int id, std::string* trail, bool enabled = false) {
     return [=](HWND dialog) {
         HWND button = GetDlgItem(dialog, id);
-        *trail += (enabled ? IsWindowEnabled(button) : SendMessageA(button, BM_GETCHECK, 0, 0))
-                      ? '1'
-                      : '0';
+        bool on = enabled ? IsWindowEnabled(button) : SendMessageA(button, BM_GETCHECK, 0, 0);
+        *trail += std::to_string(on);
         return button != nullptr;
     };
 }
 
 TEST(FindDialogTest, TextsAndOptionsAsTheUserLeftThem) {
-    struct Case {
-        Step end;
-        int result;
-    };
-    for (const Case& c :
-         {Case{Key(2031, VK_RETURN), 1}, Case{Key(2031, VK_ESCAPE), 0}, Case{Key(0, 0), 0}}) {
+    for (const Ending& c :
+         {Ending{Key(2031, VK_RETURN), 1}, Ending{Key(2031, VK_ESCAPE), 0}, Ending{Key(0, 0), 0}}) {
         std::string shown, boxes;
         DialogDriver driver;
         driver.ReadText(2031, &shown).Do(Note(2034, &boxes)).Do(Note(2035, &boxes));
         driver.Do(Press(2034)).Do(Note(2034, &boxes));
         driver.Do(Press(2035)).Do(Press(2035)).Do(Note(2035, &boxes));
-        driver.Do(Type(2031, "\bab")).Do(c.end).Start(); // the b does not fit
+        driver.Do(Type(2031, "\bab")).Do(c.first).Start(); // the b does not fit
         Probe<BCFindDialog> find(Template(1021), nullptr, kLong.c_str(), 1 | 8, &App());
         EXPECT_TRUE(driver.Finish());
-        EXPECT_EQ(c.result, find.GetResult());
-        EXPECT_EQ(0u, find.Controls());
-        EXPECT_EQ(kLong.substr(0, 120), shown);
-        EXPECT_EQ("1000", boxes);
-        // Toggled flags stay even when cancelled; other bits are the caller's.
-        EXPECT_EQ(8u, find.GetFlags());
+        EXPECT_TRUE(c.second == find.GetResult() && find.Controls() == 0 &&
+                    find.GetObjectType() == 64);
+        EXPECT_EQ(kLong.substr(0, 120) + "1000", shown + boxes);
+        EXPECT_EQ(8u, find.GetFlags()); // toggled flags stay even when cancelled
         char buffer[121];
-        EXPECT_EQ(c.result ? kLong.substr(0, 119) + "a" : shown, find.GetPattern(buffer));
-        EXPECT_EQ(64u, find.GetObjectType());
+        EXPECT_EQ(c.second ? kLong.substr(0, 119) + "a" : shown, find.GetPattern(buffer));
         find.SetPattern((kLong + kLong).c_str());
         EXPECT_EQ(120u, strlen(find.GetPattern(nullptr)));
     }
@@ -105,38 +97,29 @@ TEST(FindDialogTest, FindIsEnabledOnlyWhileThePatternHoldsText) {
     driver.SetText(2031, kLong).Do(Press(1)).Start(); // set past the limit by another program
     BCFindDialog find(Template(1021), nullptr, nullptr, 0, &App());
     EXPECT_TRUE(driver.Finish());
-    EXPECT_EQ("010", trail);
+    EXPECT_EQ("010" + kLong.substr(0, 120), trail + find.GetPattern(nullptr));
     EXPECT_EQ(1, find.GetResult());
-    EXPECT_EQ(kLong.substr(0, 120), find.GetPattern(nullptr));
 }
 
 TEST(ReplaceDialogTest, ResultsTextsAndOptions) {
-    struct Case {
-        Step end;
-        int result;
-    };
-    for (const Case& c :
-         {Case{Press(1), 1}, Case{Press(2037), 2}, Case{Press(2), 0}, Case{Key(0, 0), 0}}) {
+    for (const Ending& c :
+         {Ending{Press(1), 1}, Ending{Press(2037), 2}, Ending{Press(2), 0}, Ending{Key(0, 0), 0}}) {
         std::string trail, shown;
         DialogDriver driver;
         driver.ReadText(2033, &shown).Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
-        // A change to the replacement does not count.
-        driver.Do(Type(2033, "\b")).Do(Note(1, &trail, true));
+        driver.Do(Type(2033, "\b")).Do(Note(1, &trail, true)); // the replacement does not count
         driver.Do(Type(2032, "p")).Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
         for (int box : {2034, 2035, 2036, 2036})
             driver.Do(Press(box)).Do(Note(box, &trail));
-        driver.Do(c.end).Start();
+        driver.Do(c.first).Start();
         Probe<BCReplaceDialog> replace(Template(1022), nullptr, "", kLong.c_str(), 0, &App());
         EXPECT_TRUE(driver.Finish());
-        EXPECT_EQ(c.result, replace.GetResult());
-        EXPECT_EQ(0u, replace.Controls());
-        EXPECT_EQ("000111110", trail);
-        EXPECT_EQ(kLong.substr(0, 120), shown);
-        EXPECT_EQ(3u, replace.GetFlags());
+        EXPECT_TRUE(c.second == replace.GetResult() && replace.Controls() == 0 &&
+                    replace.GetObjectType() == 65 && replace.GetFlags() == 3);
+        EXPECT_EQ(kLong.substr(0, 120) + "000111110", shown + trail);
         char buffer[121];
-        EXPECT_STREQ(c.result ? "p" : "", replace.GetPattern(buffer));
-        EXPECT_EQ(c.result ? kLong.substr(0, 119) : shown, replace.GetReplacement(nullptr));
-        EXPECT_EQ(65u, replace.GetObjectType());
+        EXPECT_STREQ(c.second ? "p" : "", replace.GetPattern(buffer));
+        EXPECT_EQ(c.second ? kLong.substr(0, 119) : shown, replace.GetReplacement(nullptr));
     }
 }
 
@@ -162,11 +145,9 @@ TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
         driver.Do(c.end).Start();
         Probe<BCStringDialog> entry(BCResID(510u), nullptr, c.text, c.maxLen, &App());
         EXPECT_TRUE(driver.Finish());
-        EXPECT_EQ(c.result, entry.GetResult());
+        EXPECT_TRUE(c.result == entry.GetResult() && std::min(c.maxLen, 80u) == entry.GetMaxLen());
         EXPECT_EQ(2u, entry.Controls()); // kept until the dialog goes
-        EXPECT_EQ(std::min(c.maxLen, 80u), entry.GetMaxLen());
-        EXPECT_EQ(std::string(c.text).substr(0, entry.GetMaxLen()), shown);
-        EXPECT_EQ(c.enabled, trail);
+        EXPECT_EQ(std::string(c.text).substr(0, entry.GetMaxLen()) + c.enabled, shown + trail);
         char buffer[81];
         EXPECT_EQ(c.kept, entry.GetString(buffer));
     }
@@ -181,10 +162,14 @@ TEST(StringDialogTest, WithoutATextItWaitsForItsDerivedClass) {
 }
 
 TEST(DialogFocusTest, TheFieldHasTheFocusWithItsTextSelected) {
-    for (int id : {2031, 2032, 2013}) {
+    std::vector<std::pair<int, std::function<void()>>> dialogs{
+        {2031, [] { BCFindDialog(BCResID(510u), nullptr, "abc", 0, &App()); }},
+        {2032, [] { BCReplaceDialog(BCResID(510u), nullptr, "abc", "de", 0, &App()); }},
+        {2013, [] { BCStringDialog(BCResID(510u), nullptr, "abc", 9, &App()); }}};
+    for (auto& [id, run] : dialogs) {
         std::string seen;
         DialogDriver driver;
-        driver.Do([id, &seen](HWND dialog) {
+        driver.Do([id = id, &seen](HWND dialog) {
             GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
             GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
             DWORD start = 9, end = 9;
@@ -195,35 +180,26 @@ TEST(DialogFocusTest, TheFieldHasTheFocusWithItsTextSelected) {
             return true;
         });
         driver.Click(2).Start();
-        if (id == 2031)
-            BCFindDialog(BCResID(510u), nullptr, "abc", 0, &App());
-        else if (id == 2032)
-            BCReplaceDialog(BCResID(510u), nullptr, "abc", "de", 0, &App());
-        else
-            BCStringDialog(BCResID(510u), nullptr, "abc", 9, &App());
+        run();
         EXPECT_TRUE(driver.Finish());
         EXPECT_EQ("1:0-3", seen) << id;
     }
 }
 
 TEST(MessageDialogTest, GivesTheButtonPressedAndShowsTheMessage) {
-    struct Case {
-        unsigned int id;
-        const char* message;
-        int button;
-        const char* shown;
-    };
     const char* query = "Replace this occurrence?";
-    for (Case c : {Case{1023, "Hello there", 1, "Hello there"}, Case{1024, nullptr, 6, query},
-                   Case{1024, nullptr, 7, query}, Case{1024, "Replace it?", 2, "Replace it?"}}) {
-        std::string shown;
+    for (auto [id, message, button, shown] :
+         {std::make_tuple(1023u, "Hello there", 1, "Hello there"),
+          std::make_tuple(1024u, (const char*)nullptr, 6, query),
+          std::make_tuple(1024u, (const char*)nullptr, 7, query),
+          std::make_tuple(1024u, "Replace it?", 2, "Replace it?")}) {
+        std::string seen;
         DialogDriver driver;
-        driver.ReadText(2024, &shown).Click(c.button).Start();
-        BCMessageDialog message(Template(c.id), nullptr, c.message, &App());
+        driver.ReadText(2024, &seen).Click(button).Start();
+        BCMessageDialog dialog(Template(id), nullptr, message, &App());
         EXPECT_TRUE(driver.Finish());
-        EXPECT_EQ(c.button, message.GetResult());
-        EXPECT_EQ(c.shown, shown);
-        EXPECT_EQ(66u, message.GetObjectType());
+        EXPECT_TRUE(button == dialog.GetResult() && seen == shown && dialog.GetObjectType() == 66)
+            << seen;
     }
 }
 

@@ -47,12 +47,10 @@ TEST_F(Search, FindNextSelectsEachMatchByTheOptionsThenReportsTheMissOnce) {
             found += Selected(e) + "@" + std::to_string(e.GetSearchPos()) + " ";
         EXPECT_EQ(c.found, found) << c.options;
     }
-    EXPECT_EQ(std::vector<unsigned int>(5, 10087), rec.NumberedIds());
     EXPECT_EQ("Text `cat' not found.", rec.Entries()[3].text);
     ASSERT_TRUE(e.SetSearch("", "x", 4)); // an empty pattern is none
-    EXPECT_EQ(nullptr, e.GetSearchPattern());
-    EXPECT_EQ(0, e.FindNext() + e.ReplaceDirect(1));
-    EXPECT_EQ(5u, rec.Count());
+    EXPECT_TRUE(e.GetSearchPattern() == nullptr && e.FindNext() + e.ReplaceDirect(1) == 0);
+    EXPECT_EQ(std::vector<unsigned int>(5, 10087), rec.NumberedIds());
 }
 
 TEST_F(Search, ReplaceAllEndsAtTheTextsEndWithAStepPerReplacement) {
@@ -95,20 +93,16 @@ TEST_F(Search, ClipboardAndFileCommands) {
     EXPECT_EQ(0, Command(H(), 114) + Command(H(), 113) + Command(H(), 112)); // nothing to move
     EXPECT_FALSE(e.CanUndo());
     e.SetCrntSelection(BCLimits(2, 6));
-    EXPECT_EQ(1, Command(H(), 113));
     char copied[8] = "";
+    EXPECT_EQ(1, Command(H(), 113));
     clipboard.GetText(copied, sizeof copied);
-    EXPECT_STREQ("c\r\nd", copied);
-    EXPECT_EQ(1, Command(H(), 112));
+    EXPECT_TRUE(std::string(copied) == "c\r\nd" && Command(H(), 112) == 1);
     clipboard.Clear();
     clipboard.SetText("XY");
     e.SetCrntSelection(BCLimits(1, 3));
-    EXPECT_EQ(1, Command(H(), 114));
-    EXPECT_EQ("aXYf", Text());
-
+    EXPECT_TRUE(Command(H(), 114) == 1 && Text() == "aXYf");
     e.SetModified(1);
-    EXPECT_EQ(1, Command(H(), 103));
-    EXPECT_FALSE(e.IsModified());
+    EXPECT_TRUE(Command(H(), 103) == 1 && !e.IsModified());
     std::ifstream file(name, std::ios::binary);
     EXPECT_EQ("aXYf", std::string(std::istreambuf_iterator<char>(file), {}));
     file.close();
@@ -118,7 +112,6 @@ TEST_F(Search, ClipboardAndFileCommands) {
     EXPECT_EQ(Nums(0, 0, 0), Nums(e.GetTextLen(), e.GetCaretOfs(), e.CanUndo()));
 }
 
-// Typing into a dialog's field, and a click, as a user makes them.
 std::function<bool(HWND)> TypeInto(int id, const std::string& text) {
     return [id, text](HWND dialog) {
         for (char c : text)
@@ -143,8 +136,7 @@ BOOL CALLBACK ShownDialog(HWND window, LPARAM found) {
     return !*reinterpret_cast<HWND*>(found);
 }
 
-// Presses `button` in the dialog that comes up once the one answered before
-// (`last`) has gone: the questions come one after another.
+// Presses `button` in the next dialog once the one answered before (`last`) has gone.
 std::function<bool(HWND)> Answer(std::shared_ptr<HWND> last, int button) {
     return [last, button](HWND first) {
         DWORD thread = GetWindowThreadProcessId(first, nullptr);
@@ -160,24 +152,21 @@ std::function<bool(HWND)> Answer(std::shared_ptr<HWND> last, int button) {
 }
 
 struct DialogCase {
-    bool query;               // after a reset the query box is ticked
-    int button;               // of the replace dialog
+    bool query; // after a reset the query box is ticked
+    int button;
     std::vector<int> answers; // to "Replace this occurrence?"
     const char* text;
     long result;
-    size_t misses; // messages 10087
+    size_t misses;
 };
 
 TEST_F(Search, ReplaceDialogAsksForEachOccurrenceOnceOrAll) {
-    const DialogCase cases[] = {
-        {true, 2037, {6, 7, 6}, "bb1 a2 bb3", 1, 1}, // the miss after the last
-                                                     // answer, once
-        {true, 2037, {6, 2}, "bb1 a2 a3", 0, 0},
-        {true, 1, {7}, "a1 a2 a3", 1, 0},
-        {false, 2037, {}, "bb1 bb2 bb3", 1, 0},
-        {false, 1, {}, "bb1 a2 a3", 1, 0},
-        {true, 2, {}, "a1 a2 a3", 0, 0},
-    };
+    const DialogCase cases[] = {{true, 2037, {6, 7, 6}, "bb1 a2 bb3", 1, 1},
+                                {true, 2037, {6, 2}, "bb1 a2 a3", 0, 0},
+                                {true, 1, {7}, "a1 a2 a3", 1, 0},
+                                {false, 2037, {}, "bb1 bb2 bb3", 1, 0},
+                                {false, 1, {}, "bb1 a2 a3", 1, 0},
+                                {true, 2, {}, "a1 a2 a3", 0, 0}};
     Make("");
     for (const DialogCase& c : cases) {
         edit->SetText("a1 a2 a3");
