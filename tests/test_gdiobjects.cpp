@@ -18,6 +18,8 @@ void Paint(BCMemoryDevice& dev, BCBrush* brush) {
 }
 
 TEST_F(GdiObjectTest, ColourPenBrushAndPolylineRecords) {
+    EXPECT_TRUE(BCBrush(BC_STOCK_CLEAR).GetHandle() ==
+                GetStockObject(NULL_BRUSH)); // the last stock
     BCColor red(BC_COLOR_RED);
     EXPECT_EQ(ColorRecord(0x0000FF), RecordOf(red));
 
@@ -123,6 +125,7 @@ TEST_F(GdiObjectTest, PicturesAreCopiedStretchedCombinedAndErased) {
     std::vector<unsigned long> pixels(6);
     ASSERT_TRUE(BCBitmap(3, 2).GetPixels(pixels.data()));
     EXPECT_EQ(std::vector<unsigned long>(6, 0x00FFFFFFul), pixels);
+    EXPECT_EQ(0, BCBitmap(3, 2).GetPixels(nullptr));
 }
 
 TEST_F(GdiObjectTest, TheRecordCarriesThePixels) {

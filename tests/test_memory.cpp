@@ -89,6 +89,8 @@ TEST(MemHelperTest, CopiesAndBoundedStrings) {
     char small[8];
     EXPECT_EQ(7, BCFrmtStr(small, sizeof small, "%d", 123456789));
     EXPECT_STREQ("1234567", small);
+    EXPECT_EQ(0, BCFrmtStr(small, 0, "%d", 5)); // no room: the buffer is left alone
+    EXPECT_STREQ("1234567", small);
 }
 
 } // namespace
