@@ -157,3 +157,7 @@ constexpr unsigned int kMsgPrintCannotStart = 10084;
 constexpr unsigned int kMsgPrinterDriverLoad = 10085;
 } // namespace bcids
 // ---- end of printer ----
+
+// ---- combo box and file list box ----
+namespace bcids {} // namespace bcids
+// ---- end of combo box and file list box ----
