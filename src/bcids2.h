@@ -159,5 +159,10 @@ constexpr unsigned int kMsgPrinterDriverLoad = 10085;
 // ---- end of printer ----
 
 // ---- combo box and file list box ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+constexpr unsigned int kTypeFileListBox = 41;
+constexpr unsigned int kTypeComboBox = 42;
+constexpr unsigned int kMsgComboNoMemory = 10070;
+constexpr unsigned int kMsgComboError = 10071;
+} // namespace bcids
 // ---- end of combo box and file list box ----
