@@ -92,6 +92,7 @@ class NORLIB2_API BCFileListBox : public BCListBox {
     HWND DialogHandle() const;
     int List(char* spec, unsigned int attrib);
     int CheckDirectory(const char* name);
+    int CheckExisting(const char* name);
 
     char caDfltPat[121];
     char caDfltExt[10];

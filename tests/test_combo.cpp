@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <chrono>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -148,4 +149,170 @@ TEST(ComboBoxTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {
     EXPECT_STREQ("keep", buffer);
 }
 
+// A fresh directory under the temporary one, left as the current directory was.
+struct Folder {
+    std::string root, previous;
+    explicit Folder(const char* name) {
+        char buffer[MAX_PATH];
+        GetCurrentDirectoryA(MAX_PATH, buffer);
+        previous = buffer;
+        GetTempPathA(MAX_PATH, buffer);
+        root = std::string(buffer) + name + std::to_string(GetCurrentProcessId());
+        Make("");
+    }
+    ~Folder() {
+        SetCurrentDirectoryA(previous.c_str());
+        Remove(root);
+    }
+    static void Remove(const std::string& path) {
+        WIN32_FIND_DATAA found;
+        HANDLE search = FindFirstFileA((path + "\\*").c_str(), &found);
+        for (BOOL more = search != INVALID_HANDLE_VALUE; more;
+             more = FindNextFileA(search, &found)) {
+            std::string name = found.cFileName, full = path + "\\" + name;
+            if (name == "." || name == "..")
+                continue;
+            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
+                Remove(full);
+            else
+                DeleteFileA(full.c_str());
+        }
+        FindClose(search);
+        RemoveDirectoryA(path.c_str());
+    }
+    void Make(const std::string& sub) { CreateDirectoryA((root + "\\" + sub).c_str(), nullptr); }
+    void File(const std::string& name) {
+        CloseHandle(CreateFileA((root + "\\" + name).c_str(), GENERIC_WRITE, 0, nullptr,
+                                CREATE_ALWAYS, 0, nullptr));
+    }
+    std::string Current() const {
+        char buffer[MAX_PATH];
+        GetCurrentDirectoryA(MAX_PATH, buffer);
+        return buffer;
+    }
+};
+
+struct FileDialog {
+    BCModelessDialog dialog{BCResID(700u), nullptr, &App()};
+    BCFileListBox* files = new BCFileListBox(BCResID(2002u), &dialog, BCResID(2003u), &App());
+    FileDialog() { EXPECT_TRUE(dialog.Create("Files")); }
+    ~FileDialog() { dialog.EndDlg(2); }
+    Strings Shown() {
+        Strings all;
+        for (int i = 0; i < files->GetCount(); ++i) {
+            std::string text(files->GetItemLen(i), '\0');
+            files->GetItem(i, &text[0]);
+            all.push_back(text);
+        }
+        return all;
+    }
+    std::string Path() {
+        char text[MAX_PATH] = "";
+        GetDlgItemTextA(dialog.GetHandle(), 2003, text, MAX_PATH);
+        return text;
+    }
+};
+
+bool SamePath(const std::string& a, const std::string& b) {
+    return _stricmp(a.c_str(), b.c_str()) == 0;
+}
+
+TEST(FileListBoxTest, ListsByPatternAndKeepsPatternAndExtension) {
+    Folder folder("nlcombo");
+    for (const char* d : {"Sub One", "Sub One\\Deeper"})
+        folder.Make(d);
+    for (const char* f : {"a.txt", "b one.TXT", "README", "notes.markdown12345", "Sub One\\in.txt"})
+        folder.File(f);
+    FileDialog ui;
+    EXPECT_EQ(41u, ui.files->GetObjectType());
+    std::string spec = folder.root + "\\*.txt";
+    EXPECT_EQ(1, ui.files->ListFiles(&spec[0], DDL_DIRECTORY));
+    EXPECT_EQ((Strings{"a.txt", "b one.TXT", "[..]", "[Sub One]"}), ui.Shown());
+    EXPECT_TRUE(SamePath(folder.root, ui.Path()) && SamePath(folder.root, folder.Current()));
+    MsgRecorder recorder;
+    ui.files->Display("> ");
+    EXPECT_EQ("> caDfltPat=*.txt, caDfltExt=txt, wAttrib=0010, wPathID=2003.",
+              recorder.Last().text);
+    struct Case {
+        const char *spec, *pattern, *extension;
+    } cases[] = {{"*", "*", ""},
+                 {"Sub One/*.markdown12345", "*.markdown12345", "markdown1"},
+                 {"..\\x.y.z", "x.y.z", "y.z"}};
+    for (const Case& c : cases) {
+        std::string typed = c.spec;
+        ui.files->ListFiles(&typed[0], 0);
+        EXPECT_TRUE(ui.files->GetDfltPat() == std::string(c.pattern) &&
+                    ui.files->GetDfltExt() == std::string(c.extension))
+            << c.spec;
+    }
+    EXPECT_EQ(0u, ui.files->GetAttrib());
+    std::string sub = folder.root + "\\Sub One\\*.q";
+    EXPECT_EQ(1, ui.files->ListDirs(&sub[0], DDL_DIRECTORY | DDL_EXCLUSIVE));
+    EXPECT_EQ((Strings{"[..]", "[Deeper]"}), ui.Shown());
+    EXPECT_TRUE(std::string("x.y.z") == ui.files->GetDfltPat() && ui.files->GetAttrib() == 0x8010u);
+    char chosen[MAX_PATH] = "keep";
+    ui.files->GoTo(0);
+    EXPECT_TRUE(ui.files->GetCrntFile(chosen) == 0 && chosen[0] == '\0'); // asked with length 0
+}
+
+TEST(FileListBoxTest, TypedNamesAreClassified) {
+    Folder folder("nlcheck");
+    folder.Make("Sub One");
+    for (const char* f : {"a.txt", "Sub One\\in.txt", "Sub One\\b.md"})
+        folder.File(f);
+    FileDialog ui;
+    std::string start = folder.root + "\\*.txt";
+    ASSERT_EQ(1, ui.files->ListFiles(&start[0], DDL_DIRECTORY));
+    struct Case {
+        const char* typed;
+        int result;
+        const char* after; // what the name reads afterwards
+        Strings shown;
+    } cases[] = {
+        {"a.txt", 0, "a.txt", {"a.txt", "[..]", "[Sub One]"}},
+        {"new file.txt", 2, "new file.txt", {"a.txt", "[..]", "[Sub One]"}},
+        {"no dir\\x.txt", 1, "no dir\\x.txt", {"a.txt", "[..]", "[Sub One]"}},
+        {"Sub One\\", 3, "Sub One\\", {"in.txt", "[..]"}},
+        {"*.md", 3, "*.MD", {"b.md", "[..]"}}, // the listing writes the file part back
+        {"", 3, "", {"b.md", "[..]"}},
+        {"..", 1, "..", {"b.md", "[..]"}}, // a directory is not a file
+        {"a<b.txt", 1, "a<b.txt", {"b.md", "[..]"}},
+        {"no dir\\*.txt", 1, "no dir\\*.txt", {"b.md", "[..]"}},
+    };
+    for (const Case& c : cases) {
+        char name[300];
+        std::strcpy(name, c.typed);
+        EXPECT_EQ(c.result, ui.files->CheckFile(name)) << c.typed;
+        EXPECT_STREQ(c.after, name);
+        EXPECT_EQ(c.shown, ui.Shown()) << c.typed;
+    }
+    std::string long_name(300, 'n');
+    EXPECT_EQ(1, ui.files->CheckFile(&long_name[0]));
+    char drive[16] = "C:";
+    std::strcat(drive, "*.md");
+    drive[0] = folder.root[0];
+    EXPECT_EQ(3, ui.files->CheckFile(drive));
+    EXPECT_STREQ("*.md", drive); // a name with a drive becomes the pattern
+}
+
+TEST(FileListBoxTest, TenThousandFilesListWithinASecond) {
+    Folder folder("nlmany");
+    for (int i = 0; i < 10000; ++i)
+        folder.File("file " + std::to_string(i) + ".dat");
+    FileDialog ui;
+    std::string spec = folder.root + "\\*.dat";
+    auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(1, ui.files->ListFiles(&spec[0], 0));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
+    EXPECT_EQ(10000, ui.files->GetCount());
+}
+
+TEST(FileListBoxTest, WithoutADialogWindowNothingIsListed) {
+    BCModelessDialog dialog(BCResID(700u), nullptr, &App());
+    BCFileListBox* files = new BCFileListBox(BCResID(2002u), &dialog, BCResID(2003u), &App());
+    char spec[] = "*.txt", buffer[8] = "keep";
+    EXPECT_EQ(0, files->ListFiles(spec, 0) + files->ListDirs(spec, 0) + files->GetCrntFile(buffer));
+    EXPECT_EQ(1, files->CheckFile(spec));
+    EXPECT_TRUE(buffer[0] == '\0' && files->GetDfltPat()[0] == '\0' && files->GetAttrib() == 0);
+}
 } // namespace

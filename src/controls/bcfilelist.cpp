@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 #include "bccombo.h"
 #include "bcdialog.h"
@@ -10,6 +11,8 @@ namespace {
 // The part of a directory name that CheckFile keeps, and what it appends.
 constexpr size_t kDirectoryPart = 132;
 constexpr const char* kAllFiles = "*.*";
+// Characters that no file name holds.
+constexpr const char* kBadCharacters = "<>\"|";
 
 // Copies at most `count` characters of `text` and terminates.
 void CopyCut(char* target, const char* text, size_t count) {
@@ -54,8 +57,10 @@ HWND BCFileListBox::DialogHandle() const {
 
 int BCFileListBox::List(char* spec, unsigned int attrib) {
     wAttrib = attrib;
+    EnableRedraw(0); // a large directory would otherwise repaint the box for every name
     int listed = DlgDirListA(DialogHandle(), spec, static_cast<int>(GetID()),
                              static_cast<int>(wPathID), attrib);
+    EnableRedraw(1);
     if (!listed)
         BCTraceFailure("DlgDirListA");
     return listed;
@@ -100,16 +105,31 @@ int BCFileListBox::CheckFile(char* name) {
     if (!HasWildcard(name)) {
         if (NamesDirectory(name))
             return CheckDirectory(name);
-        OFSTRUCT info{};
-        if (OpenFile(name, &info, OF_EXIST) != HFILE_ERROR)
-            return 0;
-        return info.nErrCode == ERROR_FILE_NOT_FOUND ? 2 : 1;
+        return CheckExisting(name);
     }
+    // The listing writes the file part back, so the drive is looked for first.
+    bool drive = std::strchr(name, ':') != nullptr;
     if (!ListFiles(name, wAttrib))
         return 1;
-    if (std::strchr(name, ':'))
+    if (drive)
         std::strcpy(name, caDfltPat);
     return 3;
+}
+
+// Some platforms report a missing directory as a missing file: the directory is asked too,
+// so that only a new name in an existing directory counts as a new file.
+int BCFileListBox::CheckExisting(const char* name) {
+    OFSTRUCT info{};
+    if (OpenFile(name, &info, OF_EXIST) != HFILE_ERROR)
+        return 0;
+    if (info.nErrCode != ERROR_FILE_NOT_FOUND || std::strpbrk(name, kBadCharacters))
+        return 1;
+    const char* part = FilePart(name);
+    if (part == name)
+        return 2;
+    std::string directory(name, static_cast<size_t>(part - name));
+    DWORD attributes = GetFileAttributesA(directory.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) ? 2 : 1;
 }
 
 // Lists the directory with the pattern last listed, or every file.
