@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -22,21 +23,17 @@ BCApplication& App() {
 
 struct Frame {
     BCMainWindow main{&App()};
-    Frame() {
-        main.SetWindowRect(BCRectangle(10, 10, 410, 310));
-        EXPECT_TRUE(main.Create("Frame"));
-    }
+    Frame() { EXPECT_TRUE(main.Create("Frame")); }
     BCComboBox* Combo(long style, const char* text = nullptr) {
         return new BCComboBox(7, &main, BCPosition(0, 0), BCSize(200, 150), style, text, &App(), 1);
     }
 };
 
-Strings Entries(BCComboBox& box) {
+template <class Box> Strings Entries(Box& box) {
     Strings all;
     for (int i = 0; i < box.GetCount(); ++i) {
-        std::string text(box.GetItemLen(i), '\0');
-        box.GetItem(i, &text[0]);
-        all.push_back(text);
+        all.emplace_back(box.GetItemLen(i), '\0');
+        box.GetItem(i, &all.back()[0]);
     }
     return all;
 }
@@ -45,63 +42,47 @@ char* Text(const char* s) {
     return const_cast<char*>(s);
 }
 
-TEST(ComboBoxTest, EntriesSelectionAndFind) {
+TEST(ComboBoxTest, EntriesEditFieldAndFind) {
+    using s = std::string;
     Frame frame;
-    std::unique_ptr<BCComboBox> box(frame.Combo(CBS_DROPDOWN, "typed"));
-    EXPECT_EQ(0x50A00002, box->GetStyle() & 0x50A00003);
-    EXPECT_EQ(42u, box->GetObjectType());
-    char text[16] = "";
-    EXPECT_TRUE(box->GetText(text, sizeof text) == 5 && std::string("typed") == text);
-    EXPECT_EQ(0, box->Delete(-1)); // nothing to delete
-    for (const char* s : {"beta", "alpha", "gamma"})
+    std::unique_ptr<BCComboBox> box(frame.Combo(CBS_DROPDOWN, "typed text"));
+    EXPECT_TRUE(box->GetObjectType() == 42u && (box->GetStyle() & 0x50A00003) == 0x50A00002);
+    char text[200] = "";
+    EXPECT_TRUE(box->GetText(text, sizeof text) == 10 && text == s("typed text"));
+    MsgRecorder recorder;
+    EXPECT_TRUE(box->Delete(-1) == 0 && box->Insert(Text("x"), 5) == 0); // empty box
+    EXPECT_EQ((std::vector<unsigned int>{10071}), recorder.NumberedIds());
+    for (const char* s : {"beta", "alpha", "gamma", "omega"})
         box->Append(Text(s));
     EXPECT_TRUE(box->Insert(Text("delta"), 1) && box->Delete(-1) && box->Delete(0));
-    EXPECT_EQ((Strings{"delta", "alpha"}), Entries(*box));
-    EXPECT_EQ(-1, box->GetCrntInd());
-    EXPECT_FALSE(box->GetCrntItem(text) || box->GoTo(5));
-    EXPECT_TRUE(box->GoTo(1) && box->GetCrntItem(text) && std::string("alpha") == text);
-    EXPECT_EQ(0, box->Find(Text("del"), -1, 0, 0));
+    EXPECT_EQ((Strings{"delta", "alpha", "gamma"}), Entries(*box));
+    EXPECT_FALSE(box->GetCrntInd() != -1 || box->GetCrntItem(text) || box->GoTo(5));
+    EXPECT_TRUE(box->GoTo(1) && box->GetCrntItem(text) && s("alpha") == text);
+    EXPECT_TRUE(box->Find(Text("del"), -1, 0, 0) == 0 && box->GetCrntInd() == 1);
     EXPECT_TRUE(box->Find(Text("del"), -1, 1, 0) == 0 && box->GetCrntInd() == 0);
     EXPECT_EQ(-1, box->Find(Text("zeta"), -1, 0, 0));
-
     // Data words: the search starts after `start`, wraps once and sees `start` itself last.
-    box->Append(Text("omega"));
-    int data[] = {7, 9, 7};
+    int data[] = {7, 9};
     for (int i = 0; i < 3; ++i)
-        EXPECT_TRUE(box->SetItemData(i, &data[i == 2 ? 0 : i]));
+        EXPECT_TRUE(box->SetItemData(i, &data[i % 2 ? 1 : 0]));
     struct Case {
         int start, select, found;
     } cases[] = {{-1, 0, 0}, {0, 0, 2}, {2, 0, 0}, {1, 0, 2}, {1, 1, 1}};
     for (const Case& c : cases)
         EXPECT_EQ(c.found, box->Find(&data[0], c.start, c.select, 1)) << c.start;
-    EXPECT_EQ(2, box->GetCrntInd());
-    EXPECT_TRUE(box->Find(&data[1], 1, 0, 1) == 1 && box->Find(text, 0, 0, 1) == -1);
-    EXPECT_TRUE(box->GetItemData(1) == &data[1] && box->GetItemData(9) == nullptr);
-    EXPECT_EQ(0, box->SetItemData(9, data));
-    EXPECT_TRUE(box->DeleteAll() && box->GetCount() == 0);
-}
-
-TEST(ComboBoxTest, EditFieldSelectionIsCutToTheBufferAnd131Characters) {
-    Frame frame;
-    std::unique_ptr<BCComboBox> box(frame.Combo(CBS_DROPDOWN));
-    ASSERT_TRUE(box->SetText("combo box") && box->GetTextLen() == 9);
-    box->SetCrntSelection(BCLimits(2, 7));
-    EXPECT_TRUE(box->GetCrntSelection() == BCLimits(2, 7));
-    char text[200] = "";
-    EXPECT_TRUE(box->GetSelectedText(text, 5) == 5 && std::string("mbo b") == text);
-    EXPECT_TRUE(box->GetSelectedText(text, 3) == 2 && std::string("mb") == text);
+    EXPECT_TRUE(box->GetCrntInd() == 2 && box->Find(text, 0, 0, 1) == -1);
+    EXPECT_TRUE(box->GetItemData(1) == &data[1] && box->GetItemData(9) == nullptr &&
+                box->SetItemData(9, data) == 0);
+    // The edit field and its selection, cut to the buffer and to 131 characters.
+    EXPECT_TRUE(box->SetText("typed text") && box->GetText(text, 6) == 5 && text == s("typed"));
+    box->SetCrntSelection(BCLimits(2, 8));
+    EXPECT_TRUE(box->GetCrntSelection() == BCLimits(2, 8) && box->GetTextLen() == 10);
+    EXPECT_TRUE(box->GetSelectedText(text, 6) == 6 && s("ped te") == text);
+    EXPECT_TRUE(box->GetSelectedText(text, 4) == 3 && s("ped") == text);
     EXPECT_TRUE(box->SetCharLimit(300) && box->SetText(std::string(150, 'x').c_str()));
     box->SetCrntSelection(BCLimits(0, 150));
     EXPECT_EQ(131u, box->GetSelectedText(text, sizeof text));
-    EXPECT_EQ(9u, box->GetText(text, 10));
-}
-
-TEST(ComboBoxTest, InsertAndAppendFailuresShowTheirMessages) {
-    Frame frame;
-    std::unique_ptr<BCComboBox> box(frame.Combo(CBS_DROPDOWN));
-    MsgRecorder recorder;
-    EXPECT_EQ(0, box->Insert(Text("x"), 5)); // past the end
-    EXPECT_EQ((std::vector<unsigned int>{10071}), recorder.NumberedIds());
+    EXPECT_TRUE(box->DeleteAll() && box->GetCount() == 0);
 }
 
 // Every list kind fills a box and takes its entries back through the list protocol.
@@ -126,9 +107,11 @@ TEST(ComboBoxTest, LoadAndSaveWorkWithEveryListKind) {
     }
     BCDoubleLinkedList pointers(0x0800, 16), empty(0, 16);
     ASSERT_TRUE(sorted->SaveToList(&pointers, text, 1) && pointers.GetCount() == 3u);
+    pointers.Home();
+    EXPECT_EQ(sorted->GetItemData(0), pointers.GetCrntItem());
     EXPECT_EQ(1, sorted->LoadFromList(&empty, text, 0, 0));
-    EXPECT_EQ(0, sorted->LoadFromList(&empty, BCGetBitmapFormat(), 0, 0));
-    EXPECT_EQ(0, sorted->SaveToList(&empty, BCGetBitmapFormat(), 0));
+    EXPECT_EQ(0, sorted->LoadFromList(&empty, BCGetBitmapFormat(), 0, 0) +
+                     sorted->SaveToList(&empty, BCGetBitmapFormat(), 0));
 }
 
 TEST(ComboBoxTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {
@@ -149,86 +132,53 @@ TEST(ComboBoxTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {
     EXPECT_STREQ("keep", buffer);
 }
 
-// A fresh directory under the temporary one, left as the current directory was.
+// A fresh directory under the temporary one; the current directory is put back afterwards.
 struct Folder {
-    std::string root, previous;
-    explicit Folder(const char* name) {
-        char buffer[MAX_PATH];
-        GetCurrentDirectoryA(MAX_PATH, buffer);
-        previous = buffer;
-        GetTempPathA(MAX_PATH, buffer);
-        root = std::string(buffer) + name + std::to_string(GetCurrentProcessId());
+    char previous[MAX_PATH], temp[MAX_PATH];
+    std::string root;
+    Folder(const char* name, std::initializer_list<const char*> dirs = {},
+           std::initializer_list<const char*> files = {}) {
+        GetCurrentDirectoryA(MAX_PATH, previous);
+        GetTempPathA(MAX_PATH, temp);
+        root = temp + (name + std::to_string(GetCurrentProcessId()));
         Make("");
+        for (const char* d : dirs)
+            Make(d);
+        for (const char* f : files)
+            File(f);
     }
     ~Folder() {
-        SetCurrentDirectoryA(previous.c_str());
-        Remove(root);
-    }
-    static void Remove(const std::string& path) {
-        WIN32_FIND_DATAA found;
-        HANDLE search = FindFirstFileA((path + "\\*").c_str(), &found);
-        for (BOOL more = search != INVALID_HANDLE_VALUE; more;
-             more = FindNextFileA(search, &found)) {
-            std::string name = found.cFileName, full = path + "\\" + name;
-            if (name == "." || name == "..")
-                continue;
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-                Remove(full);
-            else
-                DeleteFileA(full.c_str());
-        }
-        FindClose(search);
-        RemoveDirectoryA(path.c_str());
+        SetCurrentDirectoryA(previous);
+        std::system(("rmdir /s /q \"" + root + "\"").c_str());
     }
     void Make(const std::string& sub) { CreateDirectoryA((root + "\\" + sub).c_str(), nullptr); }
     void File(const std::string& name) {
         CloseHandle(CreateFileA((root + "\\" + name).c_str(), GENERIC_WRITE, 0, nullptr,
                                 CREATE_ALWAYS, 0, nullptr));
     }
-    std::string Current() const {
-        char buffer[MAX_PATH];
-        GetCurrentDirectoryA(MAX_PATH, buffer);
-        return buffer;
-    }
 };
 
 struct FileDialog {
     BCModelessDialog dialog{BCResID(700u), nullptr, &App()};
     BCFileListBox* files = new BCFileListBox(BCResID(2002u), &dialog, BCResID(2003u), &App());
-    FileDialog() { EXPECT_TRUE(dialog.Create("Files")); }
+    explicit FileDialog(bool open = true) { EXPECT_TRUE(!open || dialog.Create("Files")); }
     ~FileDialog() { dialog.EndDlg(2); }
-    Strings Shown() {
-        Strings all;
-        for (int i = 0; i < files->GetCount(); ++i) {
-            std::string text(files->GetItemLen(i), '\0');
-            files->GetItem(i, &text[0]);
-            all.push_back(text);
-        }
-        return all;
-    }
-    std::string Path() {
-        char text[MAX_PATH] = "";
-        GetDlgItemTextA(dialog.GetHandle(), 2003, text, MAX_PATH);
-        return text;
+    bool Shows(const std::string& directory) {
+        char label[MAX_PATH] = "", current[MAX_PATH] = "";
+        GetDlgItemTextA(dialog.GetHandle(), 2003, label, MAX_PATH);
+        GetCurrentDirectoryA(MAX_PATH, current);
+        return !_stricmp(label, directory.c_str()) && !_stricmp(current, directory.c_str());
     }
 };
 
-bool SamePath(const std::string& a, const std::string& b) {
-    return _stricmp(a.c_str(), b.c_str()) == 0;
-}
-
 TEST(FileListBoxTest, ListsByPatternAndKeepsPatternAndExtension) {
-    Folder folder("nlcombo");
-    for (const char* d : {"Sub One", "Sub One\\Deeper"})
-        folder.Make(d);
-    for (const char* f : {"a.txt", "b one.TXT", "README", "notes.markdown12345", "Sub One\\in.txt"})
-        folder.File(f);
+    Folder folder("nlcombo", {"Sub One", "Sub One\\Deeper"},
+                  {"a.txt", "b one.TXT", "README", "notes.markdown12345"});
     FileDialog ui;
-    EXPECT_EQ(41u, ui.files->GetObjectType());
     std::string spec = folder.root + "\\*.txt";
-    EXPECT_EQ(1, ui.files->ListFiles(&spec[0], DDL_DIRECTORY));
-    EXPECT_EQ((Strings{"a.txt", "b one.TXT", "[..]", "[Sub One]"}), ui.Shown());
-    EXPECT_TRUE(SamePath(folder.root, ui.Path()) && SamePath(folder.root, folder.Current()));
+    EXPECT_TRUE(ui.files->GetObjectType() == 41u && ui.files->ListFiles(&spec[0], DDL_DIRECTORY));
+    EXPECT_EQ((Strings{"a.txt", "b one.TXT", "[..]", "[Sub One]"}), Entries(*ui.files));
+    EXPECT_TRUE(ui.Shows(folder.root));
     MsgRecorder recorder;
     ui.files->Display("> ");
     EXPECT_EQ("> caDfltPat=*.txt, caDfltExt=txt, wAttrib=0010, wPathID=2003.",
@@ -236,8 +186,8 @@ TEST(FileListBoxTest, ListsByPatternAndKeepsPatternAndExtension) {
     struct Case {
         const char *spec, *pattern, *extension;
     } cases[] = {{"*", "*", ""},
-                 {"Sub One/*.markdown12345", "*.markdown12345", "markdown1"},
-                 {"..\\x.y.z", "x.y.z", "y.z"}};
+                 {"..\\x.y.z", "x.y.z", "y.z"},
+                 {"nlcombo/*.markdown12345", "*.markdown12345", "markdown1"}};
     for (const Case& c : cases) {
         std::string typed = c.spec;
         ui.files->ListFiles(&typed[0], 0);
@@ -245,53 +195,51 @@ TEST(FileListBoxTest, ListsByPatternAndKeepsPatternAndExtension) {
                     ui.files->GetDfltExt() == std::string(c.extension))
             << c.spec;
     }
-    EXPECT_EQ(0u, ui.files->GetAttrib());
     std::string sub = folder.root + "\\Sub One\\*.q";
-    EXPECT_EQ(1, ui.files->ListDirs(&sub[0], DDL_DIRECTORY | DDL_EXCLUSIVE));
-    EXPECT_EQ((Strings{"[..]", "[Deeper]"}), ui.Shown());
-    EXPECT_TRUE(std::string("x.y.z") == ui.files->GetDfltPat() && ui.files->GetAttrib() == 0x8010u);
+    EXPECT_TRUE(ui.files->GetAttrib() == 0 && ui.files->ListDirs(&sub[0], 0x8010));
+    EXPECT_EQ((Strings{"[..]", "[Deeper]"}), Entries(*ui.files));
+    EXPECT_TRUE(ui.Shows(folder.root + "\\Sub One") && ui.files->GetAttrib() == 0x8010u);
+    EXPECT_EQ(std::string("markdown1"), ui.files->GetDfltExt()); // kept by ListDirs
     char chosen[MAX_PATH] = "keep";
     ui.files->GoTo(0);
     EXPECT_TRUE(ui.files->GetCrntFile(chosen) == 0 && chosen[0] == '\0'); // asked with length 0
+    FileDialog closed(false);
+    EXPECT_EQ(0, closed.files->ListFiles(&sub[0], 0) + closed.files->ListDirs(&sub[0], 0) +
+                     closed.files->GetCrntFile(chosen) + (closed.files->CheckFile(chosen) - 1));
 }
 
 TEST(FileListBoxTest, TypedNamesAreClassified) {
-    Folder folder("nlcheck");
-    folder.Make("Sub One");
-    for (const char* f : {"a.txt", "Sub One\\in.txt", "Sub One\\b.md"})
-        folder.File(f);
+    Folder folder("nlcheck", {"Sub One"}, {"a.txt", "Sub One\\in.txt", "Sub One\\b.md"});
     FileDialog ui;
     std::string start = folder.root + "\\*.txt";
     ASSERT_EQ(1, ui.files->ListFiles(&start[0], DDL_DIRECTORY));
+    const Strings top{"a.txt", "[..]", "[Sub One]"}, md{"b.md", "[..]"};
     struct Case {
-        const char* typed;
+        const char *typed, *after; // what the name reads afterwards
         int result;
-        const char* after; // what the name reads afterwards
         Strings shown;
     } cases[] = {
-        {"a.txt", 0, "a.txt", {"a.txt", "[..]", "[Sub One]"}},
-        {"new file.txt", 2, "new file.txt", {"a.txt", "[..]", "[Sub One]"}},
-        {"no dir\\x.txt", 1, "no dir\\x.txt", {"a.txt", "[..]", "[Sub One]"}},
-        {"Sub One\\", 3, "Sub One\\", {"in.txt", "[..]"}},
-        {"*.md", 3, "*.MD", {"b.md", "[..]"}}, // the listing writes the file part back
-        {"", 3, "", {"b.md", "[..]"}},
-        {"..", 1, "..", {"b.md", "[..]"}}, // a directory is not a file
-        {"a<b.txt", 1, "a<b.txt", {"b.md", "[..]"}},
-        {"no dir\\*.txt", 1, "no dir\\*.txt", {"b.md", "[..]"}},
+        {"a.txt", "a.txt", 0, top},
+        {"new file.txt", "new file.txt", 2, top},
+        {"no dir\\x.txt", "no dir\\x.txt", 1, top},
+        {"Sub One\\", "Sub One\\", 3, {"in.txt", "[..]"}},
+        {"*.md", "*.MD", 3, md}, // the listing writes the file part back
+        {"", "", 3, md},
+        {"..", "..", 1, md}, // a directory is not a file
+        {"a<b.txt", "a<b.txt", 1, md},
+        {"no dir\\*.txt", "no dir\\*.txt", 1, md},
     };
     for (const Case& c : cases) {
         char name[300];
         std::strcpy(name, c.typed);
         EXPECT_EQ(c.result, ui.files->CheckFile(name)) << c.typed;
         EXPECT_STREQ(c.after, name);
-        EXPECT_EQ(c.shown, ui.Shown()) << c.typed;
+        EXPECT_EQ(c.shown, Entries(*ui.files)) << c.typed;
     }
-    std::string long_name(300, 'n');
-    EXPECT_EQ(1, ui.files->CheckFile(&long_name[0]));
-    char drive[16] = "C:";
-    std::strcat(drive, "*.md");
+    std::string tooLong(300, 'n');
+    char drive[16] = "C:*.md";
     drive[0] = folder.root[0];
-    EXPECT_EQ(3, ui.files->CheckFile(drive));
+    EXPECT_TRUE(ui.files->CheckFile(&tooLong[0]) == 1 && ui.files->CheckFile(drive) == 3);
     EXPECT_STREQ("*.md", drive); // a name with a drive becomes the pattern
 }
 
@@ -307,12 +255,4 @@ TEST(FileListBoxTest, TenThousandFilesListWithinASecond) {
     EXPECT_EQ(10000, ui.files->GetCount());
 }
 
-TEST(FileListBoxTest, WithoutADialogWindowNothingIsListed) {
-    BCModelessDialog dialog(BCResID(700u), nullptr, &App());
-    BCFileListBox* files = new BCFileListBox(BCResID(2002u), &dialog, BCResID(2003u), &App());
-    char spec[] = "*.txt", buffer[8] = "keep";
-    EXPECT_EQ(0, files->ListFiles(spec, 0) + files->ListDirs(spec, 0) + files->GetCrntFile(buffer));
-    EXPECT_EQ(1, files->CheckFile(spec));
-    EXPECT_TRUE(buffer[0] == '\0' && files->GetDfltPat()[0] == '\0' && files->GetAttrib() == 0);
-}
 } // namespace
