@@ -27,5 +27,6 @@
 #include "bcfontinfo.h"
 #include "bceditctl.h"
 #include "bcbutton.h"
+#include "bccombo.h"
 #include "bcprinter.h"
 #include "bcfinddlg.h"

@@ -157,3 +157,12 @@ constexpr unsigned int kMsgPrintCannotStart = 10084;
 constexpr unsigned int kMsgPrinterDriverLoad = 10085;
 } // namespace bcids
 // ---- end of printer ----
+
+// ---- combo box and file list box ----
+namespace bcids {
+constexpr unsigned int kTypeFileListBox = 41;
+constexpr unsigned int kTypeComboBox = 42;
+constexpr unsigned int kMsgComboNoMemory = 10070;
+constexpr unsigned int kMsgComboError = 10071;
+} // namespace bcids
+// ---- end of combo box and file list box ----
