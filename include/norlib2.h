@@ -29,4 +29,5 @@
 #include "bcbutton.h"
 #include "bccombo.h"
 #include "bcprinter.h"
+#include "bcfiledlg.h"
 #include "bcfinddlg.h"

@@ -166,3 +166,7 @@ constexpr unsigned int kMsgComboNoMemory = 10070;
 constexpr unsigned int kMsgComboError = 10071;
 } // namespace bcids
 // ---- end of combo box and file list box ----
+
+// ---- file dialogs ----
+namespace bcids {} // namespace bcids
+// ---- end of file dialogs ----
