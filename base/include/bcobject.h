@@ -44,6 +44,7 @@ class NORLIB1_API BCObject {
 };
 
 // Assertion check: returns `condition` unchanged when it holds; otherwise reports `text`
-// with the source line and file through object->Error and returns 0.
+// ("Assertion failure" when null) with the source line and file through object->Error and
+// returns 0.
 NORLIB1_API long BCAssert(BCObject* object, long condition, unsigned int line, const char* file,
-                          const char* text);
+                          const char* text = nullptr);

@@ -106,7 +106,7 @@ BCTextData* BCMultiStringEdit::GetText() {
             return nullptr;
     }
     FarBuffer buffer(length);
-    if (!BCAssert(this, buffer.bytes != nullptr, kLineNoReadBuffer, kFile, "Assertion failure"))
+    if (!BCAssert(this, buffer.bytes != nullptr, kLineNoReadBuffer, kFile))
         return nullptr;
     opTextData->DeleteText(0, opTextData->GetTextLen());
     ReadText(buffer.bytes, length + 1);
@@ -131,10 +131,9 @@ int BCMultiStringEdit::SetText(BCTextData* text) {
         return SetText(""), 1;
     unsigned long length = text->GetTextLen();
     FarBuffer buffer(length);
-    if (!BCAssert(this, buffer.bytes != nullptr, kLineNoShowBuffer, kFile, "Assertion failure"))
+    if (!BCAssert(this, buffer.bytes != nullptr, kLineNoShowBuffer, kFile))
         return 0;
-    if (!BCAssert(this, text->GetText(buffer.bytes, 0, length) == length, kLineShortRead, kFile,
-                  "Assertion failure"))
+    if (!BCAssert(this, text->GetText(buffer.bytes, 0, length) == length, kLineShortRead, kFile))
         return 0;
     if (SetText(buffer.bytes))
         SetModified(text->IsModified());

@@ -14,7 +14,6 @@
 
 namespace {
 const char kFile[] = "PRINTER";
-const char kAssertText[] = "Assertion failure";
 // The source lines the assertions report.
 constexpr unsigned int kLineAbortProc = 293;
 constexpr unsigned int kLinePage = 342;
@@ -217,7 +216,7 @@ int BCPrinter::Start(const char* docName, BCWindow* parent) {
     if (!silent)
         BCAssert(this,
                  Escape(SETABORTPROC, 0, reinterpret_cast<const void*>(job.abortProc), nullptr) > 0,
-                 kLineAbortProc, kFile, kAssertText);
+                 kLineAbortProc, kFile);
     if (!StartDocument(doc)) {
         CloseStatus();
         if (!silent)
@@ -257,7 +256,7 @@ short Extent(const BCRectangle& rect) {
 } // namespace
 
 int BCPrinter::NextPage() {
-    if (!Going() || !BCAssert(this, hDC != nullptr, kLinePage, kFile, kAssertText))
+    if (!Going() || !BCAssert(this, hDC != nullptr, kLinePage, kFile))
         return 0;
     if (Escape(NEWFRAME, 0, nullptr, nullptr) <= 0)
         return Fail();
@@ -266,7 +265,7 @@ int BCPrinter::NextPage() {
 }
 
 int BCPrinter::NextBand(BCRectangle& rect) {
-    if (!Going() || !BCAssert(this, hDC != nullptr, kLineBand, kFile, kAssertText))
+    if (!Going() || !BCAssert(this, hDC != nullptr, kLineBand, kFile))
         return 0;
     RECT band = {};
     if (Escape(NEXTBAND, 0, nullptr, &band) <= 0)
@@ -290,7 +289,7 @@ int BCPrinter::NextBand(BCRectangle& rect) {
 
 int BCPrinter::End(BCWindow* parent) {
     int ended = 0;
-    if (BCAssert(this, hDC != nullptr, kLineEnd, kFile, kAssertText)) {
+    if (BCAssert(this, hDC != nullptr, kLineEnd, kFile)) {
         if (Going())
             ended = Escape(ENDDOC, 0, nullptr, nullptr) > 0;
         ReleaseDC();

@@ -8,7 +8,6 @@
 
 namespace {
 const char kFile[] = "TEXTEDIT";
-const char kAssertText[] = "Assertion failure";
 
 // Capacity for `length` characters: 32 bytes of slack over the 16-byte step below it.
 unsigned long CapacityFor(unsigned long length) {
@@ -128,7 +127,7 @@ BCUndoRecord* BCUndoList::Start(unsigned long type, unsigned long ofs) {
         }
     }
     BCUndoRecord* record = GetCrntRecord();
-    if (!BCAssert(this, record != nullptr, __LINE__, kFile, kAssertText))
+    if (!BCAssert(this, record != nullptr, __LINE__, kFile))
         return nullptr;
     record->Empty();
     record->dwType = type;

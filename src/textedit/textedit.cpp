@@ -119,7 +119,7 @@ void BCTextEdit::IntReset() {
 }
 
 int BCTextEdit::Assert(long condition, unsigned int line) {
-    return static_cast<int>(BCAssert(this, condition, line, kFile, "Assertion failure"));
+    return static_cast<int>(BCAssert(this, condition, line, kFile));
 }
 
 int BCTextEdit::Unreachable(long condition, unsigned int line) {

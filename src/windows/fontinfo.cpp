@@ -14,9 +14,9 @@ BCFontInfo::BCFontInfo(BCDisplayDevice* opDev) : BCObject(bcids::kTypeFontInfo),
     if (!BCAssert(this, opDev != nullptr, kLineNoDevice, kFile, "Null pointer:  opDev"))
         return;
     TEXTMETRICA metrics;
-    if (BCAssert(this, opDev->SelectDC(), kLineNoContext, kFile, "Assertion failure") &&
+    if (BCAssert(this, opDev->SelectDC(), kLineNoContext, kFile) &&
         BCAssert(this, GetTextMetricsA(static_cast<HDC>(opDev->GetDC()), &metrics), kLineNoMetrics,
-                 kFile, "Assertion failure"))
+                 kFile))
         tmMetrics = metrics;
     opDev->ReleaseDC(); // also the pair of a select that found no context
 }

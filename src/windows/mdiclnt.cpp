@@ -25,7 +25,7 @@ BCMDIClientWindow::BCMDIClientWindow(BCMDIFrameWindow* frame, BCMenu* windowMenu
     SetStyle(kClientStyle, 1);
     wID = bcids::kMDIClientID;
     AssertType(windowMenu, bcids::kTypeMenuObject, "opSubMenu", kLineWindowMenu, kFile);
-    BCAssert(this, firstChildID != 0, kLineFirstChildID, kFile, "Assertion failure");
+    BCAssert(this, firstChildID != 0, kLineFirstChildID, kFile);
 }
 
 BCMDIClientWindow::~BCMDIClientWindow() {

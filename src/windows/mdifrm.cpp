@@ -11,7 +11,6 @@
 namespace {
 
 const char kFile[] = "MDIFRM";
-const char kAssertText[] = "Assertion failure";
 const char kWindowMenu[] = "&Window";
 constexpr unsigned int kNotFound = 0xFFFF;
 
@@ -73,10 +72,10 @@ LRESULT BCMDIFrameWindow::DispatchEvent(BCEvent* e) {
 // made and the frame stays a plain window.
 void BCMDIFrameWindow::MakeClient() {
     BCMenu* bar = GetMenu();
-    if (!BCAssert(this, bar != nullptr, kLineNoMenu, kFile, kAssertText))
+    if (!BCAssert(this, bar != nullptr, kLineNoMenu, kFile))
         return;
     unsigned int position = bar->FindItem(kWindowMenu, 0);
-    if (!BCAssert(this, position != kNotFound, kLineNoWindowMenu, kFile, kAssertText))
+    if (!BCAssert(this, position != kNotFound, kLineNoWindowMenu, kFile))
         return;
     BCMenu* windowMenu = new (std::nothrow) BCMenu(bar, position, bar->GetModule());
     if (!windowMenu)
@@ -88,7 +87,7 @@ void BCMDIFrameWindow::MakeClient() {
         return;
     }
     opClient = client;
-    if (!BCAssert(this, opClient->Create(""), kLineNoClientWindow, kFile, kAssertText)) {
+    if (!BCAssert(this, opClient->Create(""), kLineNoClientWindow, kFile)) {
         delete opClient;
         opClient = nullptr;
     }
@@ -106,7 +105,7 @@ BCMenu* BCMDIFrameWindow::SetMenu(BCMenu* menu) {
     if (!opClient || !menu)
         return BCMainWindow::SetMenu(menu);
     unsigned int position = menu->FindItem(kWindowMenu, 0);
-    if (!BCAssert(this, position != kNotFound, kLineSetMenuNoWindowMenu, kFile, kAssertText))
+    if (!BCAssert(this, position != kNotFound, kLineSetMenuNoWindowMenu, kFile))
         return GetMenu();
     BCMenu* previous = BCMainWindow::SetMenu(menu);
     BCMenu windowMenu(menu, position, menu->GetModule());
@@ -121,7 +120,7 @@ BCMenu* BCMDIFrameWindow::SetMenu(BCMenu* menu) {
 }
 
 int BCMDIFrameWindow::PostToClient(unsigned int message, unsigned int line) {
-    if (!BCAssert(this, opClient && opClient->HandleCheck(), line, kFile, kAssertText))
+    if (!BCAssert(this, opClient && opClient->HandleCheck(), line, kFile))
         return 0;
     if (!PostMessageA(opClient->GetHandle(), message, 0, 0))
         return BCTraceFailure("PostMessageA");

@@ -17,6 +17,8 @@ namespace {
 using bcids::kTypeCodes;
 using bcids::kTypeNameBase;
 
+const char kAssertionFailure[] = "Assertion failure";
+
 // Class names are loaded once per code and kept for the process's life.
 const char* CachedTypeName(unsigned int code) {
     static KoString* names[kTypeCodes] = {};
@@ -101,7 +103,7 @@ int BCObject::AssertType(const BCObject* object, unsigned int typeCode, const ch
         return 0;
     }
     if (object->GetObjectType() != (typeCode & 0x3FFu)) {
-        Error("Assertion failure", line, file);
+        Error(kAssertionFailure, line, file);
         return 0;
     }
     return 1;
@@ -111,6 +113,8 @@ long BCAssert(BCObject* object, long condition, unsigned int line, const char* f
               const char* text) {
     if (condition)
         return condition;
+    if (!text)
+        text = kAssertionFailure;
     if (object)
         object->Error(text, line, file);
     else {
