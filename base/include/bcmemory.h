@@ -9,6 +9,25 @@ NORLIB1_API void* BCReallocFarMem(void* memory, long size);
 NORLIB1_API int BCFreeFarMem(void* memory);
 // Locks a global memory handle; returns the address or null.
 NORLIB1_API void* BCLockFarMem(void* handle);
+
+// A far block of `size` bytes for one scope, freed on every way out. Get is null when the block
+// could not be had, a size beyond what a long holds included.
+class BCFarBlock {
+  public:
+    explicit BCFarBlock(unsigned long size)
+        : m_bytes(size < 0x7FFFFFFFul ? static_cast<char*>(BCAllocFarMem(static_cast<long>(size)))
+                                      : nullptr) {}
+    ~BCFarBlock() {
+        if (m_bytes)
+            BCFreeFarMem(m_bytes);
+    }
+    BCFarBlock(const BCFarBlock&) = delete;
+    BCFarBlock& operator=(const BCFarBlock&) = delete;
+    char* Get() const { return m_bytes; }
+
+  private:
+    char* m_bytes;
+};
 // Releases one lock of the block at `memory`; returns non-zero while it is still locked.
 NORLIB1_API int BCUnlockFarMem(void* memory);
 

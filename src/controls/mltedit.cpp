@@ -34,18 +34,6 @@ long StyleFor(const BCSize& size) {
     return size.GetHeight() < kMultiLineHeight ? kSingleLineStyle : kMultiLineStyle;
 }
 
-// The transfer buffers are global memory, freed on every way out.
-struct FarBuffer {
-    explicit FarBuffer(unsigned long length)
-        : bytes(static_cast<char*>(BCAllocFarMem(static_cast<long>(length) + kSlack))) {}
-    ~FarBuffer() {
-        if (bytes)
-            BCFreeFarMem(bytes);
-    }
-    FarBuffer(const FarBuffer&) = delete;
-    FarBuffer& operator=(const FarBuffer&) = delete;
-    char* bytes;
-};
 } // namespace
 
 BCMultiStringEdit::BCMultiStringEdit(const BCResID& id, BCDialog* dialog, BCApplication* app)
@@ -105,12 +93,12 @@ BCTextData* BCMultiStringEdit::GetText() {
         if (!opTextData)
             return nullptr;
     }
-    FarBuffer buffer(length);
-    if (!BCAssert(this, buffer.bytes != nullptr, kLineNoReadBuffer, kFile))
+    BCFarBlock buffer(length + kSlack);
+    if (!BCAssert(this, buffer.Get() != nullptr, kLineNoReadBuffer, kFile))
         return nullptr;
     opTextData->DeleteText(0, opTextData->GetTextLen());
-    ReadText(buffer.bytes, length + 1);
-    if (opTextData->SetText(buffer.bytes, 0, length, 0) != length)
+    ReadText(buffer.Get(), length + 1);
+    if (opTextData->SetText(buffer.Get(), 0, length, 0) != length)
         return nullptr;
     opTextData->SetModified(IsModified());
     return opTextData;
@@ -130,12 +118,12 @@ int BCMultiStringEdit::SetText(BCTextData* text) {
     if (!text)
         return SetText(""), 1;
     unsigned long length = text->GetTextLen();
-    FarBuffer buffer(length);
-    if (!BCAssert(this, buffer.bytes != nullptr, kLineNoShowBuffer, kFile))
+    BCFarBlock buffer(length + kSlack);
+    if (!BCAssert(this, buffer.Get() != nullptr, kLineNoShowBuffer, kFile))
         return 0;
-    if (!BCAssert(this, text->GetText(buffer.bytes, 0, length) == length, kLineShortRead, kFile))
+    if (!BCAssert(this, text->GetText(buffer.Get(), 0, length) == length, kLineShortRead, kFile))
         return 0;
-    if (SetText(buffer.bytes))
+    if (SetText(buffer.Get()))
         SetModified(text->IsModified());
     return 1; // also when the text was too long to show: the message said so
 }

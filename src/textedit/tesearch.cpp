@@ -15,24 +15,6 @@
 
 namespace {
 
-// A block of far memory for a transfer, freed with the object.
-class Transfer {
-  public:
-    explicit Transfer(unsigned long size)
-        : m_block(size < 0x7FFFFFFFul ? static_cast<char*>(BCAllocFarMem(static_cast<long>(size)))
-                                      : nullptr) {}
-    ~Transfer() {
-        if (m_block)
-            BCFreeFarMem(m_block);
-    }
-    Transfer(const Transfer&) = delete;
-    Transfer& operator=(const Transfer&) = delete;
-    char* Get() const { return m_block; }
-
-  private:
-    char* m_block;
-};
-
 // Puts a copy of `text` (null: none) in place of `field`; 0 when the copy could not be made,
 // and then the field is as it was.
 int Store(char*& field, const char* text) {
@@ -59,7 +41,7 @@ unsigned long Length(const char* text) {
 
 int BCTextEdit::Copy() {
     unsigned long len = lmSel.GetLength();
-    Transfer block(len + 1);
+    BCFarBlock block(len + 1);
     if (!len || !block.Get())
         return 0;
     GetSelectedText(block.Get(), len);
@@ -78,7 +60,7 @@ int BCTextEdit::Cut() {
 int BCTextEdit::Paste() {
     BCClipboard clipboard(this);
     unsigned long len = clipboard.GetTextLen();
-    Transfer block(len + 1);
+    BCFarBlock block(len + 1);
     if (!len || !block.Get())
         return 0;
     if (clipboard.GetText(block.Get(), len + 1))
