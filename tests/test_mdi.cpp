@@ -1,34 +1,23 @@
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "guidriver.h"
 #include "msgrecorder.h"
-#include "norlib2.h"
 
 namespace {
 
-BCApplication& App() {
-    // The face the font menus fall back on is Wine's own, which a bare prefix does not list.
-    // Two sets of a bitmap face for two character sets list each of its sizes twice.
-    static const int added = [] {
-        const char* dir = getenv("NORLIB_WINE_FONTS"); // as the launcher finds them
-        const std::string fonts = std::string("Z:") + (dir ? dir : "/usr/share/wine/fonts") + "/";
-        int n = 0;
-        for (const char* file : {"vgasys.fon", "coure.fon", "coue1255.fon"})
-            n += AddFontResourceExA((fonts + file).c_str(), FR_PRIVATE, nullptr);
-        return n;
-    }();
-    EXPECT_EQ(3, added);
-    static BCApplication app;
-    return app;
-}
+// The face the font menus fall back on is Wine's own, which a bare prefix does not list.
+// Two sets of a bitmap face for two character sets list each of its sizes twice. Added
+// before the application lists the faces.
+const int g_fonts = [] {
+    const char* dir = getenv("NORLIB_WINE_FONTS"); // as the launcher finds them
+    const std::string fonts = std::string("Z:") + (dir ? dir : "/usr/share/wine/fonts") + "/";
+    int n = 0;
+    for (const char* file : {"vgasys.fon", "coure.fon", "coue1255.fon"})
+        n += AddFontResourceExA((fonts + file).c_str(), FR_PRIVATE, nullptr);
+    return n;
+}();
 
 // A menu bar of popups with the given titles; the window showing it destroys it.
 HMENU MenuBar(std::vector<const char*> titles) {
@@ -66,7 +55,7 @@ struct MdiTest : ::testing::Test {
     BCMenu bar{MenuBar({"&File", "&Window"})};
     BCMDIFrameWindow frame{&App()};
     void SetUp() override {
-        App();
+        ASSERT_EQ(3, g_fonts);
         frame.SetMenu(&bar);
         ASSERT_TRUE(frame.Create("frame") && frame.GetClient());
         frame.Show(SW_SHOW);
@@ -86,12 +75,10 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     EXPECT_EQ(310u + 311u * 1000, a.GetID() + b.GetID() * 1000);
     const std::string listed = Items(WindowMenu(), 310, 311); // the active one checked
     EXPECT_TRUE(listed.find("Alpha|") != listed.npos && listed.find("Beta*|") != listed.npos);
-    EXPECT_EQ(&b, frame.GetActiveChild());
-
-    SendMessageA(frame.GetHandle(), WM_COMMAND, 310, 0); // the Window menu's item
-    EXPECT_EQ(&a, frame.GetActiveChild());
-    b.BringToFront();
-    EXPECT_EQ(&b, frame.GetActiveChild());
+    auto active = [this](auto step) { return step(), frame.GetActiveChild(); };
+    EXPECT_TRUE(active([] {}) == &b &&
+                active([&] { SendMessageA(frame.GetHandle(), WM_COMMAND, 310, 0); }) == &a &&
+                active([&] { b.BringToFront(); }) == &b); // the first: the Window menu's item
     a.BringToFront();
     // Told that b loses and a gains: a, not b, is active; b's own notice changes nothing.
     SendMessageA(b.GetHandle(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(b.GetHandle()),
@@ -150,9 +137,8 @@ TEST_F(MdiTest, ArrangingCyclingAndClosingAll) {
     Input::Pump();
     EXPECT_TRUE(frame.GetActiveChild() && frame.GetActiveChild() != before);
 
-    EXPECT_EQ(1, frame.CloseAll());
+    EXPECT_TRUE(frame.CloseAll() == 1 && !frame.GetActiveChild());
     EXPECT_TRUE(std::none_of(kids.begin(), kids.end(), [](auto& k) { return k->HandleCheck(); }));
-    EXPECT_EQ(nullptr, frame.GetActiveChild());
 }
 
 TEST_F(MdiTest, MenusAreSwappedOnlyForMenusWithAWindowMenu) {
@@ -189,9 +175,9 @@ TEST(MdiBadInput, MissingMenusClientsAndWindowsAreReported) {
     rec.Clear();
     BCMDIClientWindow noMenu(&unmade, nullptr, 0, &App());
     EXPECT_EQ("MDICLNT:38 Null pointer:  opSubMenu|MDICLNT:39 Assertion failure|", FaultsOf(rec));
-    EXPECT_EQ(0, noMenu.Create("")); // its frame has no window
     BCMDIChildWindow orphan(nullptr, &App()), unplaced(&noMenu, &App());
-    EXPECT_EQ(0, orphan.Create("x") + unplaced.Create("y") + orphan.Destroy());
+    // The client's frame has no window.
+    EXPECT_EQ(0, noMenu.Create("") + orphan.Create("x") + unplaced.Create("y") + orphan.Destroy());
     EXPECT_EQ((std::vector<unsigned int>{10081, 10080, 10080}), rec.NumberedIds());
 }
 
@@ -224,9 +210,8 @@ TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     GetTextMetricsA(static_cast<HDC>(dev.GetDC()), &tm);
     dev.ReleaseDC();
     dev.SetFont(nullptr);
-    EXPECT_EQ(0, memcmp(&tm, &info.GetMetrics(), sizeof tm));
-    EXPECT_GT(tm.tmHeight, 20);
-    EXPECT_EQ(107u, info.GetObjectType());
+    EXPECT_TRUE(memcmp(&tm, &info.GetMetrics(), sizeof tm) == 0 && tm.tmHeight > 20 &&
+                info.GetObjectType() == 107);
     info.Display(nullptr);
     char expected[300];
     snprintf(expected, sizeof expected,
@@ -240,9 +225,9 @@ TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     BCMainWindow unmade(&App());
     BCFontInfo none(nullptr), noContext(&unmade);
     EXPECT_EQ("FONTINFO:24 Null pointer:  opDev|FONTINFO:25 Assertion failure|", FaultsOf(rec));
-    EXPECT_EQ(0, unmade.ReleaseDC()); // unpaired: the failed select was given back
+    // Unpaired: the failed select was given back.
+    EXPECT_EQ(0, unmade.ReleaseDC() + none.GetMetrics().tmHeight + noContext.GetMetrics().tmHeight);
     EXPECT_EQ(std::vector<unsigned int>{10023}, rec.NumberedIds());
-    EXPECT_EQ(0, none.GetMetrics().tmHeight + noContext.GetMetrics().tmHeight);
 }
 
 struct FontMenuTest : ::testing::Test {
@@ -278,8 +263,7 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     BCFont unknown("No Such Face At All", App().GetModule(), faces);
     const unsigned long gdiBefore = BCGetGdiObjectCount();
     w.SetFont(&unknown); // a face the list lacks gives way to "System"
-    EXPECT_EQ(1, BCInitFontMenu(&w, &bar, 0));
-    EXPECT_EQ("System 10", Font());
+    EXPECT_TRUE(BCInitFontMenu(&w, &bar, 0) == 1 && Font() == "System 10");
     ASSERT_EQ(n, GetMenuItemCount(Sub(0)));
     std::string expected;
     for (int more = faces->Home(); more; more = faces->Next())
@@ -296,8 +280,7 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     ASSERT_TRUE(faces->Find(const_cast<char*>("Courier")));
     ASSERT_EQ(2u, BCFontList(&w, "Courier").GetCount());
     EXPECT_EQ(1, BCSelectFont(&w, &bar, 161 + static_cast<unsigned int>(faces->GetCrntInd())));
-    EXPECT_EQ("Courier 10", Font());
-    EXPECT_EQ("10*|", Items(Sub(1), 200, 299, true));
+    EXPECT_EQ("Courier 10|10*|", Font() + "|" + Items(Sub(1), 200, 299, true));
     // Choosing a face clears the other checks of the face ids only.
     for (int i = 0; i < n; ++i)
         CheckMenuItem(Sub(0), i, MF_BYPOSITION | MF_CHECKED);
@@ -322,9 +305,8 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
 
     // A face the list no longer holds: message 10078, and the window is left without font.
     BCFont* font = w.GetFont();
-    EXPECT_EQ(0, BCSelectFont(&w, &bar, 161 + n));
+    EXPECT_TRUE(BCSelectFont(&w, &bar, 161 + n) == 0 && !w.GetFont());
     EXPECT_EQ((std::vector<unsigned int>{10028, 10078}), rec.NumberedIds());
-    EXPECT_EQ(nullptr, w.GetFont());
     delete font; // made by the menu functions: the caller's
     EXPECT_EQ(gdiBefore, BCGetGdiObjectCount());
 }
@@ -332,15 +314,13 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
 TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
     BCFont font(nullptr, App().GetModule(), faces);
     w.SetFont(&font);
-    EXPECT_EQ(1, BCInitFormatMenu(&w, &bar));
-    EXPECT_EQ("L|N*|B|I|U|S|", Items(Sub(2), 141, 146));
     const std::pair<unsigned int, const char*> steps[] = {
-        {143, "L|N|B*|I|U|S|"},    {144, "L|N|B*|I*|U|S|"},   {145, "L|N|B*|I*|U*|S|"},
-        {146, "L|N|B*|I*|U*|S*|"}, {141, "L*|N|B|I*|U*|S*|"}, {147, "L*|N|B|I*|U*|S*|"},
-        {153, "L*|N|B|I*|U*|S*|"}, {144, "L*|N|B|I|U*|S*|"},  {141, "L|N|B|I|U*|S*|"},
-        {142, "L|N*|B|I|U|S|"}};
-    for (const auto& [id, checks] : steps) {
-        EXPECT_EQ(1, BCFontMenuCommand(&w, &bar, id)) << id;
+        {0, "L|N*|B|I|U|S|"},      {143, "L|N|B*|I|U|S|"},    {144, "L|N|B*|I*|U|S|"},
+        {145, "L|N|B*|I*|U*|S|"},  {146, "L|N|B*|I*|U*|S*|"}, {141, "L*|N|B|I*|U*|S*|"},
+        {147, "L*|N|B|I*|U*|S*|"}, {153, "L*|N|B|I*|U*|S*|"}, {144, "L*|N|B|I|U*|S*|"},
+        {141, "L|N|B|I|U*|S*|"},   {142, "L|N*|B|I|U|S|"}};
+    for (const auto& [id, checks] : steps) { // 0: the menu's first showing
+        EXPECT_EQ(1, id ? BCFontMenuCommand(&w, &bar, id) : BCInitFormatMenu(&w, &bar)) << id;
         EXPECT_EQ(checks, Items(Sub(2), 141, 146)) << id;
     }
     EXPECT_TRUE(font.IsNormal() && w.GetFont() == &font);
@@ -361,8 +341,7 @@ TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
     BCFontList* list = other.GetModule()->GetFontList();
     ASSERT_TRUE(list->Find(const_cast<char*>("System")) && list->DeleteCrnt());
     BCMainWindow plain(&other);
-    EXPECT_EQ(0, BCInitFontMenu(&plain, &bar, 0));
-    EXPECT_EQ(nullptr, plain.GetFont());
+    EXPECT_TRUE(BCInitFontMenu(&plain, &bar, 0) == 0 && !plain.GetFont());
 }
 
 } // namespace
