@@ -27,14 +27,6 @@ HMENU MenuBar(std::vector<const char*> titles) {
     return bar;
 }
 
-std::string FaultsOf(const MsgRecorder& rec) {
-    std::string all;
-    for (const auto& e : rec.Entries())
-        if (e.kind == BC_MSG_FAULT)
-            all += e.file + ":" + std::to_string(e.line) + " " + e.text + "|";
-    return all;
-}
-
 // Texts of a menu's items with the given ids, "*" after a checked one; "-" for an id it
 // lacks, unless only those present are wanted.
 std::string Items(HMENU menu, unsigned int first, unsigned int last, bool present = false) {
@@ -111,7 +103,7 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
         EXPECT_EQ(BCPosition(10, short(topDown ? 20 : height - 20)),
                   placed.GetWindowRect().GetPos());
     }
-    EXPECT_EQ("", FaultsOf(rec));
+    EXPECT_EQ("", rec.Faults());
 }
 
 TEST_F(MdiTest, ArrangingCyclingAndClosingAll) {
@@ -149,7 +141,7 @@ TEST_F(MdiTest, MenusAreSwappedOnlyForMenusWithAWindowMenu) {
     EXPECT_TRUE(doc.GetMenu() == &other && doc.GetFrameMenu() == &other &&
                 GetMenu(frame.GetHandle()) == other.GetHandle());
     EXPECT_TRUE(frame.SetMenu(&plain) == &other && GetMenu(frame.GetHandle()) == other.GetHandle());
-    EXPECT_EQ("MDIFRM:110 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ("MDIFRM:110 Assertion failure|", rec.Faults());
     EXPECT_TRUE(frame.SetMenu(&bar) == &other && GetMenu(frame.GetHandle()) == bar.GetHandle());
     EXPECT_TRUE(frame.SetMenu(nullptr) == &bar && !GetMenu(frame.GetHandle()) && !frame.GetMenu());
     frame.SetMenu(&bar);
@@ -162,7 +154,7 @@ TEST(MdiBadInput, MissingMenusClientsAndWindowsAreReported) {
     noWindowMenu.SetMenu(&plain);
     ASSERT_TRUE(bare.Create("bare") && noWindowMenu.Create("plain"));
     EXPECT_TRUE(bare.GetClient() == nullptr && noWindowMenu.GetClient() == nullptr);
-    EXPECT_EQ("MDIFRM:63 Assertion failure|MDIFRM:65 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ("MDIFRM:63 Assertion failure|MDIFRM:65 Assertion failure|", rec.Faults());
 
     rec.Clear();
     BCMDIFrameWindow unmade(&App());
@@ -170,11 +162,11 @@ TEST(MdiBadInput, MissingMenusClientsAndWindowsAreReported) {
                      unmade.CloseAll());
     EXPECT_EQ("MDIFRM:135 Assertion failure|MDIFRM:144 Assertion failure|MDIFRM:153 Assertion "
               "failure|MDIFRM:162 Assertion failure|",
-              FaultsOf(rec));
+              rec.Faults());
 
     rec.Clear();
     BCMDIClientWindow noMenu(&unmade, nullptr, 0, &App());
-    EXPECT_EQ("MDICLNT:38 Null pointer:  opSubMenu|MDICLNT:39 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ("MDICLNT:38 Null pointer:  opSubMenu|MDICLNT:39 Assertion failure|", rec.Faults());
     BCMDIChildWindow orphan(nullptr, &App()), unplaced(&noMenu, &App());
     // The client's frame has no window.
     EXPECT_EQ(0, noMenu.Create("") + orphan.Create("x") + unplaced.Create("y") + orphan.Destroy());
@@ -224,7 +216,7 @@ TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     rec.Clear();
     BCMainWindow unmade(&App());
     BCFontInfo none(nullptr), noContext(&unmade);
-    EXPECT_EQ("FONTINFO:24 Null pointer:  opDev|FONTINFO:25 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ("FONTINFO:24 Null pointer:  opDev|FONTINFO:25 Assertion failure|", rec.Faults());
     // Unpaired: the failed select was given back.
     EXPECT_EQ(0, unmade.ReleaseDC() + none.GetMetrics().tmHeight + noContext.GetMetrics().tmHeight);
     EXPECT_EQ(std::vector<unsigned int>{10023}, rec.NumberedIds());
@@ -335,7 +327,7 @@ TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
     w.SetFont(nullptr);
     EXPECT_EQ(0, BCInitSizeMenu(&w, &bar, 1));
     EXPECT_EQ("FONTMENU:81 Null pointer:  opSizeMenu|FONTMENU:80 Null pointer:  opFont|",
-              FaultsOf(rec));
+              rec.Faults());
     // Without a "System" face a window without a font gets none.
     BCApplication other;
     BCFontList* list = other.GetModule()->GetFontList();

@@ -14,10 +14,9 @@ MsgRecorder::~MsgRecorder() {
 
 std::vector<unsigned int> MsgRecorder::NumberedIds() const {
     std::vector<unsigned int> ids;
-    for (const Entry& e : m_entries) {
+    for (const Entry& e : m_entries)
         if (e.kind == BC_MSG_NUMBERED)
             ids.push_back(e.id);
-    }
     return ids;
 }
 
@@ -26,6 +25,14 @@ std::string MsgRecorder::Texts() const {
     for (const Entry& e : m_entries)
         texts += e.text + "|";
     return texts;
+}
+
+std::string MsgRecorder::Faults() const {
+    std::string all;
+    for (const Entry& e : m_entries)
+        if (e.kind == BC_MSG_FAULT)
+            all += e.file + ":" + std::to_string(e.line) + " " + e.text + "|";
+    return all;
 }
 
 int MsgRecorder::Sink(const BCMsgInfo& info, void* context) {

@@ -34,6 +34,8 @@ class MsgRecorder {
     std::vector<unsigned int> NumberedIds() const;
     // Texts of every message received, in order, each followed by "|".
     std::string Texts() const;
+    // The faults received, each as "FILE:line text|".
+    std::string Faults() const;
 
   private:
     static int Sink(const BCMsgInfo& info, void* context);
