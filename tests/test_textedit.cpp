@@ -13,70 +13,62 @@ using Edit = EditFixture;
 // Text for the key tables: offsets a0 b1 _2 c3 d4 CR5 LF6 x7 y8 z9 CR10 LF11 CR12 LF13 l14..t17.
 const char kKeyText[] = "ab cd\r\nxyz\r\n\r\nlast";
 
+// With a key code: the character typed instead.
+constexpr int kChar = 0x2000;
+
 struct KeyCase {
     unsigned long caret;
-    UINT key; // 0: type `ch`
-    bool ctrl;
-    char ch;
+    UINT key;         // with kCtrl or kChar
     const char* text; // null: unchanged
     unsigned long wantCaret;
 };
 
-void RunKeys(EditFixture& f, const std::vector<KeyCase>& cases) {
+template <size_t N> void RunKeys(EditFixture& f, const KeyCase (&cases)[N]) {
     for (const KeyCase& c : cases) {
         f.edit->SetText(kKeyText);
         f.edit->SetTextPos(c.caret, -1);
-        if (c.key)
-            f.Key(c.key, c.ctrl);
+        if (c.key & kChar)
+            Input::Char(f.H(), static_cast<char>(c.key));
         else
-            Input::Char(f.H(), c.ch);
-        SCOPED_TRACE(testing::Message()
-                     << "key " << c.key << " char " << int(c.ch) << " at " << c.caret);
+            f.Key(c.key);
+        SCOPED_TRACE(testing::Message() << "key " << std::hex << c.key << " at " << c.caret);
         EXPECT_EQ(c.text ? c.text : kKeyText, f.Text());
         EXPECT_EQ(c.wantCaret, f.edit->GetCaretOfs());
     }
 }
 
-TEST_F(Edit, KeysMoveAndEditRespectingLineBreaks) {
+TEST_F(Edit, KeysMoveAndEditRespectingLineBreaksUnlessReadOnly) {
     Make("");
-    RunKeys(*this, {
-                       {7, VK_BACK, false, 0, "ab cdxyz\r\n\r\nlast", 5}, // joins lines
-                       {0, VK_BACK, false, 0, nullptr, 0},
-                       {4, VK_BACK, false, 0, "ab d\r\nxyz\r\n\r\nlast", 3},
-                       {5, VK_DELETE, false, 0, "ab cdxyz\r\n\r\nlast", 5},
-                       {3, VK_DELETE, false, 0, "ab d\r\nxyz\r\n\r\nlast", 3},
-                       {18, VK_DELETE, false, 0, nullptr, 18},
-                       {7, VK_LEFT, false, 0, nullptr, 5},
-                       {0, VK_LEFT, false, 0, nullptr, 0},
-                       {5, VK_RIGHT, false, 0, nullptr, 7},
-                       {3, VK_RIGHT, false, 0, nullptr, 4},
-                       {9, VK_HOME, false, 0, nullptr, 7},
-                       {8, VK_END, false, 0, nullptr, 10},
-                       {9, VK_UP, false, 0, nullptr, 2},
-                       {4, VK_DOWN, false, 0, nullptr, 10}, // column cut to a shorter line
-                       {9, VK_DOWN, false, 0, nullptr, 12},
-                       {16, VK_DOWN, false, 0, nullptr, 18}, // last line: to the end
-                       {9, VK_HOME, true, 0, nullptr, 0},
-                       {9, VK_END, true, 0, nullptr, 18},
-                       {4, VK_LEFT, true, 0, nullptr, 2},
-                       {0, VK_RIGHT, true, 0, nullptr, 3},
-                       {0, VK_LEFT, true, 0, nullptr, 0},
-                       {1, 0, false, '\r', "a\r\nb cd\r\nxyz\r\n\r\nlast", 3},
-                       {1, 0, false, '\n', "a\r\nb cd\r\nxyz\r\n\r\nlast", 3},
-                       {0, 0, false, '\t', "\tab cd\r\nxyz\r\n\r\nlast", 1},
-                       {0, 0, false, '\x7f', nullptr, 0},
-                       {0, 0, false, '\xe9', nullptr, 0}, // 7-bit typing only
-                       {0, 0, false, '\x01', nullptr, 0},
-                   });
-}
-
-TEST_F(Edit, ReadOnlyTypesAndDeletesNothingButMoves) {
-    Make("", 4);
-    RunKeys(*this, {{7, VK_BACK, false, 0, nullptr, 7},
-                    {3, VK_DELETE, false, 0, nullptr, 3},
-                    {3, 0, false, 'q', nullptr, 3},
-                    {3, 0, false, '\r', nullptr, 3},
-                    {5, VK_RIGHT, false, 0, nullptr, 7}});
+    // Backspace at a line's start and Delete at its end join the lines.
+    const KeyCase edits[] = {{7, VK_BACK, "ab cdxyz\r\n\r\nlast", 5},
+                             {4, VK_BACK, "ab d\r\nxyz\r\n\r\nlast", 3},
+                             {5, VK_DELETE, "ab cdxyz\r\n\r\nlast", 5},
+                             {3, VK_DELETE, "ab d\r\nxyz\r\n\r\nlast", 3},
+                             {1, kChar | '\r', "a\r\nb cd\r\nxyz\r\n\r\nlast", 3},
+                             {1, kChar | '\n', "a\r\nb cd\r\nxyz\r\n\r\nlast", 3},
+                             {0, kChar | '\t', "\tab cd\r\nxyz\r\n\r\nlast", 1}};
+    // Down cuts the column to a shorter line and on the last line goes to the end; typing is
+    // 7-bit only.
+    const KeyCase unchanged[] = {
+        {0, VK_BACK, nullptr, 0},         {18, VK_DELETE, nullptr, 18},
+        {7, VK_LEFT, nullptr, 5},         {0, VK_LEFT, nullptr, 0},
+        {5, VK_RIGHT, nullptr, 7},        {3, VK_RIGHT, nullptr, 4},
+        {9, VK_HOME, nullptr, 7},         {8, VK_END, nullptr, 10},
+        {9, VK_UP, nullptr, 2},           {4, VK_DOWN, nullptr, 10},
+        {9, VK_DOWN, nullptr, 12},        {16, VK_DOWN, nullptr, 18},
+        {9, VK_HOME | kCtrl, nullptr, 0}, {9, VK_END | kCtrl, nullptr, 18},
+        {4, VK_LEFT | kCtrl, nullptr, 2}, {0, VK_RIGHT | kCtrl, nullptr, 3},
+        {0, VK_LEFT | kCtrl, nullptr, 0}, {0, kChar | 0x7f, nullptr, 0},
+        {0, kChar | 0xe9, nullptr, 0},    {0, kChar | 0x01, nullptr, 0}};
+    RunKeys(*this, edits);
+    RunKeys(*this, unchanged);
+    edit->SetMode(4, 1);
+    const KeyCase readOnly[] = {{7, VK_BACK, nullptr, 7},
+                                {3, VK_DELETE, nullptr, 3},
+                                {3, kChar | 'q', nullptr, 3},
+                                {3, kChar | '\r', nullptr, 3},
+                                {5, VK_RIGHT, nullptr, 7}};
+    RunKeys(*this, readOnly);
     Key(VK_INSERT);
     EXPECT_EQ(4u, edit->GetMode());
 }
@@ -114,8 +106,8 @@ TEST_F(Edit, DisplayOnlyKeysScrollThePageWithoutCaretOrChange) {
     EXPECT_EQ(nullptr, e.GetCaret());
     const unsigned long shown = ShownLines(e, text);
     EXPECT_EQ((Seq{1u, 1 + shown * 3 / 4, shown * 3 / 4}),
-              (Seq{TopAfter(VK_DOWN), TopAfter(VK_NEXT), TopAfter(VK_UP, true)}));
-    Key(VK_END, true);
+              (Seq{TopAfter(VK_DOWN), TopAfter(VK_NEXT), TopAfter(VK_UP | kCtrl)}));
+    Key(VK_END | kCtrl);
     EXPECT_EQ(text.size(), e.GetPageEnd());
     Type("x");
     Key(VK_DELETE);
@@ -159,19 +151,14 @@ TEST_F(Edit, AScrolledPageLooksLikeTheWholePageRepainted) {
     // Every line that fits below the top margin is on the page.
     EXPECT_EQ((client.bottom - e.GetTextRect().GetTop()) / e.GetChrHeight('H'),
               e.GetText()->GetNumLines(e.GetPageTop(), e.GetPageEnd()));
-    for (auto [message, code] : {std::pair<UINT, int>{WM_VSCROLL, SB_THUMBPOSITION},
-                                 {WM_VSCROLL, SB_LINEDOWN},
-                                 {WM_VSCROLL, SB_LINEDOWN},
-                                 {WM_VSCROLL, SB_LINEUP},
-                                 {WM_KEYDOWN, VK_DOWN},
-                                 {WM_VSCROLL, SB_PAGEDOWN},
-                                 {WM_VSCROLL, SB_PAGEUP}}) {
-        if (message == WM_VSCROLL && code == SB_THUMBPOSITION)
+    for (int code : {SB_THUMBPOSITION, SB_LINEDOWN, SB_LINEDOWN, SB_LINEUP, VK_DOWN, SB_PAGEDOWN,
+                     SB_PAGEUP}) { // a scroll bar's code, or the key
+        if (code == SB_THUMBPOSITION)
             SetScrollPos(H(), SB_VERT, 3, FALSE);
-        if (message == WM_KEYDOWN)
-            Key(static_cast<UINT>(code));
+        if (code == VK_DOWN)
+            Key(VK_DOWN);
         else
-            SendMessageA(H(), message, MAKEWPARAM(code, 0), 0);
+            SendMessageA(H(), WM_VSCROLL, MAKEWPARAM(code, 0), 0);
         UpdateWindow(H());
         std::vector<COLORREF> scrolled = Shown(H());
         EXPECT_TRUE(scrolled == Repainted(H(), TRUE))
@@ -223,21 +210,12 @@ TEST_F(Edit, UndoMergesTypingAndDeletingAtOnePlace) {
     e.SetTextPos(0, -1);
     Type("ab\rcd"); // Return ends a step
     EXPECT_EQ("ab\r\nhello|hello", Join({Undone(), Undone()}));
-    for (auto [key, ctrl] : {std::pair<UINT, bool>{VK_HOME, false},
-                             {VK_HOME, true},
-                             {VK_LEFT, false},
-                             {VK_LEFT, true},
-                             {VK_UP, false},
-                             {VK_UP, true},
-                             {VK_PRIOR, false},
-                             {VK_CLEAR, false},
-                             {VK_F8, false}}) {
+    for (int key : {VK_HOME, VK_HOME | kCtrl, VK_LEFT, VK_LEFT | kCtrl, VK_UP, VK_UP | kCtrl,
+                    VK_PRIOR, VK_CLEAR, VK_F8}) {
         e.SetText("abcd"); // Delete, a key that ends the step without moving, Delete
-        Key(VK_DELETE);
-        Key(key, ctrl);
-        Key(VK_DELETE);
-        e.Undo();
-        EXPECT_EQ("bcd", Text()) << key << ctrl;
+        for (int pressed : {VK_DELETE, key, VK_DELETE})
+            Key(pressed);
+        EXPECT_EQ("bcd", Undone()) << key;
     }
     e.SetText("hello");
     std::string typed(40, 'q'); // a long step grows its buffer by the step rule
@@ -273,9 +251,8 @@ TEST_F(Edit, SelectionIsReplacedInTwoStepsAndPastesStaySelected) {
     Type("X");
     EXPECT_EQ("aXd|ad|abcd", Join({Text(), Undone(), Undone()}));
     e.SetCrntSelection(BCLimits(3, 1));
-    char sel[8];
-    EXPECT_EQ(2u, e.GetSelectedText(sel, 7));
-    EXPECT_STREQ("bc", sel);
+    char sel[8] = "";
+    EXPECT_TRUE(e.GetSelectedText(sel, 7) == 2 && std::string(sel) == "bc");
     EXPECT_TRUE(e.ReplaceSelectedText("long") == 1 && Text() == "alongd");
     EXPECT_TRUE(e.GetCrntSelection() == BCLimits(1, 5) && e.GetCaretOfs() == 1);
     e.ReplaceSelectedText("X"); // replacements never merge
@@ -298,8 +275,7 @@ TEST_F(Edit, ExtendedSelectionGrowsByWordLineAndText) {
         EXPECT_EQ(want, e.GetCrntSelection());
     }
     Key(VK_F8);
-    EXPECT_TRUE(e.GetCrntSelection().IsEmpty());
-    EXPECT_EQ(0u, e.GetState());
+    EXPECT_TRUE(e.GetCrntSelection().IsEmpty() && e.GetState() == 0);
 }
 
 // Per offset, the colour at the top row of its line a pixel right of its x: b(lack), w(hite)
@@ -366,17 +342,17 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     EXPECT_EQ(2 * page - shown + 1, TopAfter(VK_NEXT)); // off the page: its line at the bottom
     e.SetTextPos(LineOfs(2), 0);
     // The caret, now above the page, goes one line up; then further up.
-    EXPECT_TRUE(TopAfter(VK_DOWN, true) == 3 && e.GetCaretOfs() == LineOfs(1));
+    EXPECT_TRUE(TopAfter(VK_DOWN | kCtrl) == 3 && e.GetCaretOfs() == LineOfs(1));
     e.SetTextPos(LineOfs(1), 0);
     EXPECT_EQ(1u, e.GetFirstLine());
-    EXPECT_TRUE(TopAfter(VK_DOWN, true) == 2 && e.GetCaretOfs() == 0);
-    EXPECT_EQ(1u, TopAfter(VK_UP, true));
+    EXPECT_TRUE(TopAfter(VK_DOWN | kCtrl) == 2 && e.GetCaretOfs() == 0);
+    EXPECT_EQ(1u, TopAfter(VK_UP | kCtrl));
     e.SetTextPos(LineOfs(3), -1);
     for (UINT key : {VK_RIGHT, VK_LEFT, VK_END, VK_HOME, VK_DOWN, VK_UP})
         EXPECT_EQ(1u, TopAfter(key)) << key; // the caret stays on the page: the page stays
     EXPECT_EQ(0u, TopAfter(VK_CLEAR));       // the caret's line three below the top
     e.SetTextPos(0, -1);
-    EXPECT_EQ(1u, TopAfter(VK_DOWN, true));
+    EXPECT_EQ(1u, TopAfter(VK_DOWN | kCtrl));
     auto scroll = [&](int type, int thumb = 0) {
         SetScrollPos(H(), SB_VERT, thumb, FALSE);
         SendMessageA(H(), WM_VSCROLL, MAKEWPARAM(type, thumb), 0);
@@ -393,19 +369,15 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     scroll(SB_BOTTOM); // scrolling leaves the caret where it is
     EXPECT_TRUE(e.GetPageEnd() == text.size() && e.GetCaretOfs() == LineOfs(2) &&
                 GetScrollPos(H(), SB_VERT) == static_cast<int>(e.GetFirstLine()));
-    Key(VK_END, true);
+    Key(VK_END | kCtrl);
     unsigned long top = e.GetPageTop();
     Key(VK_NEXT);
     EXPECT_EQ(top, e.GetPageTop());
-    short unit = e.GetChrWidth('H');
-    for (auto [type, x] : {std::pair<int, int>{SB_LINELEFT, 0},
-                           {SB_PAGERIGHT, 8 * unit},
-                           {SB_LINELEFT, 7 * unit},
-                           {SB_PAGERIGHT, 15 * unit},
-                           {SB_PAGELEFT, 7 * unit},
-                           {SB_TOP, 0}}) {
+    const int steps[][2] = {{SB_LINELEFT, 0},   {SB_PAGERIGHT, 8}, {SB_LINELEFT, 7},
+                            {SB_PAGERIGHT, 15}, {SB_PAGELEFT, 7},  {SB_TOP, 0}}; // to x, in units
+    for (auto [type, units] : steps) {
         SendMessageA(H(), WM_HSCROLL, MAKEWPARAM(type, 0), 0);
-        EXPECT_EQ(x, e.GetOrigin().GetX());
+        EXPECT_EQ(units * e.GetChrWidth('H'), e.GetOrigin().GetX());
     }
     e.SetTextPos(LineOfs(5), 0);
     Type("x"); // typing at the top line's start keeps that line at the top
@@ -490,11 +462,9 @@ struct TrackedData : BCTextData {
 
 TEST_F(Edit, QueriesDumpAndOwnershipOfTheDocument) {
     BCTextEdit& e = Make("one\r\ntwo");
-    char buf[9];
-    std::memset(buf, 'x', sizeof buf);
+    char buf[9] = "xxxxxxxx";
     EXPECT_EQ(5u, e.GetTextLine(0, buf, 7));
     EXPECT_STREQ("one\r\n", buf);
-    std::memset(buf, 'x', sizeof buf);
     // The terminator follows the max characters.
     EXPECT_TRUE(e.GetTextLine(0, buf, 2) == 2 && buf[2] == 0);
     EXPECT_TRUE(e.GetTextLine(7, buf, 7) == 0 && buf[0] == 0);

@@ -13,6 +13,8 @@ inline std::string Join(std::initializer_list<std::string> parts) {
     return all;
 }
 
+constexpr int kCtrl = 0x1000;
+
 class EditFixture : public ::testing::Test {
   public:
     void SetUp() override {
@@ -41,7 +43,8 @@ class EditFixture : public ::testing::Test {
     }
     std::string Undone() { return edit->Undo(), Text(); }
     std::string Redone() { return edit->Redo(), Text(); }
-    void Key(UINT key, bool ctrl = false) { Input::Key(H(), key, ctrl); }
+    // `key` with kCtrl: pressed with Ctrl.
+    void Key(UINT key, bool ctrl = false) { Input::Key(H(), key & ~kCtrl, ctrl || (key & kCtrl)); }
     // The first line shown once `key` is pressed.
     unsigned long TopAfter(UINT key, bool ctrl = false) {
         return Key(key, ctrl), edit->GetFirstLine();
