@@ -65,8 +65,8 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
     child.SetWindowRect(BCRectangle(5, 6, 205, 106));
     ASSERT_TRUE(child.Create("child"));
     HWND w = child.GetHandle();
-    EXPECT_TRUE(child.SetID(12) == 7 && GetDlgCtrlID(w) == 12 && child.Enable() == 1);
-    EXPECT_TRUE(child.GetWindowRect() == BCRectangle(5, 6, 205, 106)); // as placed before
+    EXPECT_TRUE(child.SetID(12) == 7 && GetDlgCtrlID(w) == 12 && child.Enable() == 1 &&
+                child.GetWindowRect() == BCRectangle(5, 6, 205, 106)); // as placed before
     EXPECT_EQ(COLOR_WINDOW + 1, GetClassLongPtrA(w, GCLP_HBRBACKGROUND));
     EXPECT_TRUE(BCColor(BC_COLOR_CONSTANTS) == BCColor()); // no stock colour: black
     LPARAM button = reinterpret_cast<LPARAM>(
@@ -99,8 +99,9 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
     child.calls.clear();
     InvalidateRect(w, nullptr, TRUE);
     UpdateWindow(w);
-    EXPECT_EQ(std::vector<std::string>{"Paint"}, child.calls);
-    EXPECT_TRUE(child.paintHadDC && !child.GetDC()); // the paint context went with the event
+    // The paint context went with the event.
+    EXPECT_TRUE(child.calls == std::vector<std::string>{"Paint"} && child.paintHadDC &&
+                !child.GetDC());
 
     // Ctrl with the movement keys has codes of its own; Ctrl+A is plain A.
     const UINT keys[] = {VK_HOME, VK_END, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, 'A'};
@@ -121,8 +122,8 @@ TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrap) {
     MsgRecorder recorder;
     Frame frame;
     RecordingWindow child(&frame.main);
-    ASSERT_TRUE(child.SetStyle(WS_VSCROLL, 1) && child.Create("long text"));
-    ASSERT_TRUE(child.SetVertScrollRange(0, 70000) && child.SetVertThumb(40000));
+    ASSERT_TRUE(child.SetStyle(WS_VSCROLL, 1) && child.Create("long text") &&
+                child.SetVertScrollRange(0, 70000) && child.SetVertThumb(40000));
     for (WPARAM type : {SB_THUMBPOSITION, SB_THUMBTRACK, SB_LINEDOWN}) {
         child.thumb = -1;
         SendMessageA(child.GetHandle(), WM_VSCROLL, MAKEWPARAM(type, 40000 & 0xFFFF), 0);
@@ -139,8 +140,7 @@ TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrap) {
     EXPECT_TRUE(child.thumb > 0 && child.thumb != 45000) << child.thumb;
 
     BCEvent barless(frame.main.GetHandle(), WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 9), 0);
-    EXPECT_EQ(9, barless.GetThumbPos());
-    EXPECT_EQ((Ids{10060}), recorder.NumberedIds());
+    EXPECT_TRUE(barless.GetThumbPos() == 9 && recorder.NumberedIds() == Ids{10060});
 }
 
 TEST(WindowEventTest, TimersTickUntilKilled) {
@@ -155,8 +155,7 @@ TEST(WindowEventTest, TimersTickUntilKilled) {
     Frame frame;
     Ticking child(&frame.main, 3, &App());
     EXPECT_EQ(0, child.SetTimer(7, 5)); // no window yet
-    ASSERT_TRUE(child.Create("ticking"));
-    ASSERT_EQ(1, child.SetTimer(7, 5));
+    ASSERT_TRUE(child.Create("ticking") && child.SetTimer(7, 5) == 1);
     for (int i = 0; i < 400 && child.ticks.size() < 2; ++i) {
         Sleep(5);
         App().ProcessPending();
@@ -185,8 +184,8 @@ TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
     DestroyWindow(survivor.GetHandle()); // the window goes first
     EXPECT_TRUE(!survivor.HandleCheck() && !survivor.GetHandle() && !survivor.Enable() &&
                 !survivor.EnableRedraw(1) && survivor.GetVertThumb() == -1 &&
-                !survivor.SetHorizScrollRange(0, 9));
-    EXPECT_EQ(0, survivor.Attach(reinterpret_cast<HWND>(0x1234))); // no such window
+                !survivor.SetHorizScrollRange(0, 9) &&
+                !survivor.Attach(reinterpret_cast<HWND>(0x1234))); // no such window
     BCListBox list(20, &frame.main, BCPosition(0, 0), BCSize(50, 50), "", &App());
     DestroyWindow(list.GetHandle()); // behind the object's back: not taken for alive
     EXPECT_FALSE(list.HandleCheck());
@@ -219,9 +218,9 @@ TEST(DialogTest, ModalDialogIsDrivenAndReturnsItsResult) {
         DialogDriver driver;
         driver.SetText(101, "typed text").Click(button).Start();
         ASSERT_EQ(1, dialog.Create(""));
-        EXPECT_TRUE(driver.Finish() && dialog.GetResult() == button);
-        EXPECT_EQ("typed text", dialog.seen);
-        EXPECT_EQ(nullptr, dialog.edit->GetHandle()); // let go with the dialog
+        // The control is let go with the dialog.
+        EXPECT_TRUE(driver.Finish() && dialog.GetResult() == button &&
+                    dialog.seen == "typed text" && !dialog.edit->GetHandle());
     }
 }
 
@@ -239,8 +238,8 @@ TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
     auto* late = new BCControlWindow(BCResID(102u), &status, 35, &App());
     ASSERT_TRUE(late->Create("Late")); // bound while the dialog runs, with a text to show
     EXPECT_TRUE(late->GetTitle(title, sizeof title) && std::string(title) == "Late");
-    EXPECT_TRUE(IsWindowVisible(status.GetHandle())); // shown though its template is not
-    EXPECT_EQ(0, status.Create("again"));             // one window per dialog
+    // Shown though its template is not; one window per dialog.
+    EXPECT_TRUE(IsWindowVisible(status.GetHandle()) && !status.Create("again"));
     EXPECT_TRUE(status.EndDlg(2) && status.GetResult() == 2 && !status.HandleCheck());
 }
 
@@ -257,8 +256,8 @@ TEST(DialogTest, MissingTemplatesAndControlsAreReportedAndBoxesAnswered) {
 
     recorder.Answer(IDNO);
     BCMsgBox box("Save changes?", "Title", MB_YESNOCANCEL, nullptr, nullptr);
-    EXPECT_EQ(IDNO, box.GetResult());
-    EXPECT_EQ("Save changes?|Title", recorder.Last().text + "|" + recorder.Last().caption);
+    EXPECT_TRUE(box.GetResult() == IDNO && recorder.Last().text == "Save changes?" &&
+                recorder.Last().caption == "Title");
 }
 
 TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
@@ -273,10 +272,10 @@ TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
     BCMenu sub(&bar, 0, nullptr);
     EXPECT_TRUE(sub.Disable(2, 1, 1) && !sub.IsEnabled(2) &&
                 (GetMenuState(sub.GetHandle(), 2, MF_BYCOMMAND) & MF_GRAYED));
-    EXPECT_TRUE(sub.Enable(2, 1, 1) && sub.IsEnabled(2));
-    ASSERT_TRUE(sub.SetCheck(1, 1) && sub.SetExclCheck(1, 3, 3));
-    EXPECT_TRUE(!sub.IsChecked(1) && !sub.IsChecked(2) && sub.IsChecked(3));
-    EXPECT_TRUE(sub.Delete(2) && sub.GetItemCount() == 2);
+    EXPECT_TRUE(sub.Enable(2, 1, 1) && sub.IsEnabled(2) && sub.SetCheck(1, 1) &&
+                sub.SetExclCheck(1, 3, 3));
+    EXPECT_TRUE(!sub.IsChecked(1) && !sub.IsChecked(2) && sub.IsChecked(3) && sub.Delete(2) &&
+                sub.GetItemCount() == 2);
     EXPECT_TRUE(BCMenu(&bar, 1, nullptr).GetItemCount() == 1 && // a wrapper leaves the menu be
                 IsMenu(GetSubMenu(bar.GetHandle(), 1)));
     // Only the menu-opening messages carry a menu to wrap.
@@ -321,8 +320,8 @@ TEST(CursorTest, CursorsIconsAndTheCaret) {
     EXPECT_EQ(LoadCursorA(nullptr, IDC_WAIT), wait.GetHandle());
     HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW);
     SetCursor(arrow);
-    EXPECT_TRUE(wait.Set() == arrow && GetCursor() == wait.GetHandle());
-    EXPECT_TRUE(wait.Restore() && GetCursor() == arrow && !wait.Restore()); // once only
+    EXPECT_TRUE(wait.Set() == arrow && GetCursor() == wait.GetHandle() && wait.Restore() &&
+                GetCursor() == arrow && !wait.Restore()); // restored once only
 
     Frame frame;
     BCChildWindow child(&frame.main, 2, &App());
@@ -340,9 +339,9 @@ TEST(CursorTest, CursorsIconsAndTheCaret) {
     for (const auto& [asked, made] : sizes) { // a null width or height is the default's
         BCCaret caret(&child, asked);
         EXPECT_TRUE(caret.IsCreated() && caret.GetSize() == made);
-        ASSERT_TRUE(caret.SetPos(BCPosition(30, 4)));
         GUITHREADINFO info = {sizeof(GUITHREADINFO), 0, {}, {}, {}, {}, {}, {}, {}};
-        ASSERT_TRUE(GetGUIThreadInfo(GetCurrentThreadId(), &info));
+        ASSERT_TRUE(caret.SetPos(BCPosition(30, 4)) &&
+                    GetGUIThreadInfo(GetCurrentThreadId(), &info));
         EXPECT_TRUE(BCRectangle::FromRECT(&info.rcCaret) == BCRectangle(BCPosition(30, 4), made));
         EXPECT_TRUE(caret.Destroy() && !caret.Destroy());
     }

@@ -106,18 +106,15 @@ bool DialogDriver::Finish() {
 
 namespace Input {
 
-void SetCtrl(bool down) {
+LRESULT Key(HWND window, UINT virtualKey, bool ctrl) {
     BYTE keys[256];
     GetKeyboardState(keys);
-    keys[VK_CONTROL] = keys[VK_LCONTROL] = down ? 0x80 : 0;
+    keys[VK_CONTROL] = keys[VK_LCONTROL] = ctrl ? 0x80 : 0;
     SetKeyboardState(keys);
-}
-
-LRESULT Key(HWND window, UINT virtualKey, bool ctrl) {
-    SetCtrl(ctrl);
     LRESULT result = SendMessageA(window, WM_KEYDOWN, virtualKey, 1);
     SendMessageA(window, WM_KEYUP, virtualKey, static_cast<LPARAM>(0xC0000001u));
-    SetCtrl(false);
+    keys[VK_CONTROL] = keys[VK_LCONTROL] = 0;
+    SetKeyboardState(keys);
     return result;
 }
 

@@ -57,7 +57,6 @@ class DialogDriver {
 // Input a user would give, as real messages to a window. Ctrl is held through the
 // keyboard state, where the framework reads it.
 namespace Input {
-void SetCtrl(bool down);
 LRESULT Key(HWND window, UINT virtualKey, bool ctrl = false);
 LRESULT Char(HWND window, char character);
 LRESULT Mouse(HWND window, UINT message, int x, int y, WPARAM keys = 0);
