@@ -19,13 +19,6 @@ template <class Field> std::string TextOf(Field& field) {
     return text;
 }
 
-// Tells when it goes: ownership shows.
-template <class Base> struct Watched : Base {
-    template <class... Args>
-    explicit Watched(bool* gone, Args... args) : Base(args...), flag(gone) {}
-    ~Watched() override { *flag = true; }
-    bool* flag;
-};
 using WatchedText = Watched<BCTextData>;
 
 TEST(EditControlTest, SelectionModifiedFlagUndoAndClipboard) {

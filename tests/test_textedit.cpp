@@ -454,12 +454,6 @@ TEST_F(Edit, MenuFollowsHistorySelectionAndClipboard) {
     EXPECT_TRUE(SendMessageA(H(), WM_COMMAND, 130, 0) == 0 && Text() == "xabc");
 }
 
-struct TrackedData : BCTextData {
-    explicit TrackedData(bool* gone) : BCTextData(nullptr, nullptr, nullptr), m_gone(gone) {}
-    ~TrackedData() override { *m_gone = true; }
-    bool* m_gone;
-};
-
 TEST_F(Edit, QueriesDumpAndOwnershipOfTheDocument) {
     BCTextEdit& e = Make("one\r\ntwo");
     char buf[9] = "xxxxxxxx";
@@ -492,7 +486,7 @@ TEST_F(Edit, QueriesDumpAndOwnershipOfTheDocument) {
     bool gone = false;
     {
         BCTextEdit owner(6, &main, BCPosition(), BCSize(50, 50), nullptr, nullptr,
-                         new TrackedData(&gone), &App(), 0, 4);
+                         new Watched<BCTextData>(&gone, nullptr, nullptr, nullptr), &App(), 0, 4);
         EXPECT_TRUE(owner.GetObjectType() == 51 && owner.GetTextLen() == 0);
     }
     EXPECT_TRUE(gone);

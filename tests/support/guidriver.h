@@ -19,6 +19,14 @@ struct Frame {
     BCMainWindow main{&App()};
 };
 
+// An object that tells when it goes, so that ownership shows.
+template <class Base> struct Watched : Base {
+    template <class... Args>
+    explicit Watched(bool* gone, Args... args) : Base(args...), flag(gone) {}
+    ~Watched() override { *flag = true; }
+    bool* flag;
+};
+
 using Step = std::function<bool(HWND)>;
 // Steps for a dialog, sent so that later steps see their effect: a button's click; text
 // typed into a field (after moving to the field's end with `atEnd`).

@@ -37,9 +37,9 @@ std::string MsgRecorder::Faults() const {
 
 int MsgRecorder::Sink(const BCMsgInfo& info, void* context) {
     MsgRecorder* self = static_cast<MsgRecorder*>(context);
-    self->m_entries.push_back({info.kind, info.id, info.text ? info.text : "",
-                               info.caption ? info.caption : "", info.style, info.object,
-                               info.file ? info.file : "", info.line});
+    self->m_entries.push_back({info.kind, info.id, info.style, info.line,
+                               info.text ? info.text : "", info.caption ? info.caption : "",
+                               info.file ? info.file : "", info.object});
     if (self->m_answers.empty())
         return 1;
     int answer = self->m_answers.front();

@@ -11,13 +11,9 @@ class MsgRecorder {
   public:
     struct Entry {
         BCMsgKind kind;
-        unsigned int id;
-        std::string text;
-        std::string caption;
-        unsigned int style;
+        unsigned int id, style, line;
+        std::string text, caption, file;
         const BCObject* object;
-        std::string file;
-        unsigned int line;
     };
 
     MsgRecorder();
