@@ -39,14 +39,9 @@ std::string Names(BCPrinter& printer) {
     return std::string(printer.GetName()) + "|" + printer.GetDriver() + "|" + printer.GetPort();
 }
 
-// This process's status dialog (a killed test may have left one on the screen).
+// The status dialog: the only dialog the printing thread shows.
 HWND StatusDialog() {
-    HWND window = nullptr;
-    DWORD process = 0;
-    while ((window = FindWindowExA(nullptr, window, "#32770", "Print Status")) &&
-           (GetWindowThreadProcessId(window, &process), process != GetCurrentProcessId())) {
-    }
-    return window;
+    return ShownDialog(GetCurrentThreadId());
 }
 
 int g_ticks = 0;
