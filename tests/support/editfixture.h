@@ -54,7 +54,9 @@ class EditFixture : public ::testing::Test {
         for (; *text; ++text)
             Input::Char(H(), *text);
     }
-    void Click(UINT message, int x, int y) { Input::Mouse(H(), message, x, y, MK_LBUTTON); }
+    void Click(UINT message, int x, int y) {
+        SendMessageA(H(), message, MK_LBUTTON, MAKELPARAM(x, y));
+    }
     // The selection once the mouse messages came at `p`.
     BCLimits Clicks(std::initializer_list<UINT> messages, POINT p) {
         for (UINT message : messages)

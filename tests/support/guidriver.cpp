@@ -122,10 +122,6 @@ LRESULT Char(HWND window, char character) {
     return SendMessageA(window, WM_CHAR, static_cast<unsigned char>(character), 1);
 }
 
-LRESULT Mouse(HWND window, UINT message, int x, int y, WPARAM keys) {
-    return SendMessageA(window, message, keys, MAKELPARAM(x, y));
-}
-
 void Pump() {
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {

@@ -67,7 +67,6 @@ class DialogDriver {
 namespace Input {
 LRESULT Key(HWND window, UINT virtualKey, bool ctrl = false);
 LRESULT Char(HWND window, char character);
-LRESULT Mouse(HWND window, UINT message, int x, int y, WPARAM keys = 0);
 // Handles the messages waiting for this thread's windows.
 void Pump();
 } // namespace Input
