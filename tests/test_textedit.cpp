@@ -184,6 +184,12 @@ TEST_F(Edit, MouseSelectsByPointLineAndWordUnlessForbidden) {
     // The left margin takes the whole line; a double click the word.
     EXPECT_EQ(BCLimits(12, 17), Clicks({WM_LBUTTONDOWN, WM_LBUTTONUP}, {1, g.y}));
     EXPECT_EQ(BCLimits(6, 10), Clicks({WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK}, b));
+    // A drag further right than the line's end plus half the height of "H" takes its break.
+    const int end =
+        e.GetTextRect().GetLeft() + e.GetLineSize(0, 10).GetWidth() + e.GetChrHeight('H') / 2;
+    Click(WM_LBUTTONDOWN, b.x, b.y);
+    EXPECT_EQ(BCLimits(7, 10), Clicks({WM_MOUSEMOVE}, {end, b.y}));
+    EXPECT_EQ(BCLimits(7, 12), Clicks({WM_MOUSEMOVE, WM_LBUTTONUP}, {end + 1, b.y}));
     e.SetMode(8, 1);
     Click(WM_LBUTTONDOWN, g.x, g.y);
     EXPECT_EQ(nullptr, GetCapture());
@@ -192,7 +198,8 @@ TEST_F(Edit, MouseSelectsByPointLineAndWordUnlessForbidden) {
 
 TEST_F(Edit, UndoMergesTypingAndDeletingAtOnePlace) {
     BCTextEdit& e = Make("hello");
-    Type("abc"); // one step
+    Type("abc"); // one step, the caret following
+    EXPECT_EQ(e.GetOfsPos(3).GetX(), e.GetCaretPos().GetX());
     EXPECT_EQ(32u, e.GetUndoList()->GetCrntRecord()->bfInserted.GetCapacity());
     EXPECT_TRUE(e.Undo() == 0 && Text() == "hello" && !e.CanUndo());
     e.SetTextPos(5, -1);
@@ -313,7 +320,8 @@ TEST_F(Edit, SelectionIsDrawnInverseIncludingSelectedLineBreaks) {
     // Inverse too: the blank after the line and the selected empty line.
     EXPECT_EQ("wbbbw", Inks(*this, {1, 2, 11, 13, 15}));
     e.SetCrntSelection(BCLimits(2, 5)); // shrinking redraws the rest plain
-    e.Repaint();                        // and a whole repaint draws the same
+    EXPECT_EQ("bwww", Inks(*this, {3, 6, 11, 13}));
+    e.Repaint(); // and a whole repaint draws the same
     UpdateWindow(H());
     EXPECT_EQ("bwww", Inks(*this, {3, 6, 11, 13}));
     // The text around the selection is drawn too, and the lines the selection leaves alone.
