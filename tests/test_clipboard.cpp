@@ -1,15 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
-#include <atomic>
 #include <cstring>
-#include <string>
-#include <thread>
-#include <vector>
 
+#include "guidriver.h"
 #include "msgrecorder.h"
-#include "norlib2.h"
+#include "streambytes.h"
 
 namespace {
 
@@ -60,27 +53,24 @@ class ClipboardTest : public ::testing::Test {
 TEST_F(ClipboardTest, PlainProgramsAndTheClassReadEachOthersData) {
     Win32Put(CF_TEXT, std::string("from win32\0", 11));
     char buffer[16] = "GGGGGGGGGGGGGGG";
-    EXPECT_EQ(clip.GetTextLen(), 10u);
-    ASSERT_EQ(clip.GetText(buffer, 10) + clip.GetText(buffer + 12, 0), 2);
+    EXPECT_EQ(Nums(10, 2),
+              Nums(clip.GetTextLen(), clip.GetText(buffer, 10) + clip.GetText(buffer + 12, 0)));
     EXPECT_EQ(std::string(buffer, 13), std::string("from win3\0GGG", 13));
     // A private format put by name elsewhere is found under its library number.
     Win32Put(RegisterClipboardFormatA("Norlib2 Private Binary"), "abc");
-    EXPECT_EQ(clip.IsType(BCFormat(0x8002)), 1);
     char bytes[9] = "xxxxxxxx";
-    ASSERT_EQ(clip.GetData(BCFormat(0x8002), bytes, 5), 1);
+    EXPECT_EQ(2, clip.IsType(BCFormat(0x8002)) + clip.GetData(BCFormat(0x8002), bytes, 5));
     EXPECT_EQ(std::string(bytes, 8), std::string("abc\0\0xxx", 8));
     EXPECT_EQ(clip.GetData(BCFormat(0x8001), bytes, 5) + clip.GetData(BCFormat(0x8002), nullptr, 5),
               0);
     EXPECT_EQ(clip.GetTextLen() + clip.GetText(buffer, sizeof buffer), 0u); // no text now
 
-    ASSERT_EQ(clip.SetText("hello"), 1);
-    ASSERT_EQ(clip.SetData(BCFormat(0x8003), "\x01\x00\x02", 3), 1);
+    ASSERT_EQ(clip.SetText("hello") + clip.SetData(BCFormat(0x8003), "\x01\x00\x02", 3), 2);
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("hello\0", 6));
     EXPECT_EQ(Win32Read(RegisterClipboardFormatA("Norlib2 Text Data")), std::string("\1\0\2", 3));
-    EXPECT_EQ(clip.SetText(nullptr), 0);
-    EXPECT_TRUE(messages.NumberedIds().empty());
-    // A block beyond what the library addresses is refused before anything is read.
-    EXPECT_EQ(clip.SetData(BCFormat(0x8002), "x", 0x80000000ul), 0);
+    // A block beyond what the library addresses is refused before anything is read, with a
+    // message; a null text without one.
+    EXPECT_EQ(clip.SetText(nullptr) + clip.SetData(BCFormat(0x8002), "x", 0x80000000ul), 0);
     EXPECT_EQ(messages.NumberedIds(), std::vector<unsigned int>{10069});
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("hello\0", 6));
 }
@@ -113,31 +103,28 @@ TEST_F(ClipboardTest, EnumerationWalksEveryFormatFromZeroToTheEnd) {
     EXPECT_EQ(seen.size(), static_cast<size_t>(CountClipboardFormats()));
     CloseClipboard();
     ASSERT_GE(seen.size(), 2u);
-    EXPECT_EQ(std::vector<unsigned int>(seen.begin(), seen.begin() + 2),
-              (std::vector<unsigned int>{0x8001, 1}));
+    EXPECT_TRUE(seen[0] == 0x8001 && seen[1] == 1);
     for (unsigned int f : seen)
         EXPECT_EQ(clip.IsType(BCFormat(f)), 1) << f;
-    EXPECT_EQ(clip.IsType(BCFormat(0)), 0);
-    EXPECT_EQ(clip.IsType(BCFormat(0x8002)), 0);
+    EXPECT_EQ(clip.IsType(BCFormat(0)) + clip.IsType(BCFormat(0x8002)), 0);
 }
 
 TEST_F(ClipboardTest, EdgeBlocksEmptyTextNullDataAndObjectsThatRenderNothing) {
     ASSERT_EQ(clip.SetText(""), 1);
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("\0", 1));
     // A null block is delayed rendering: the format is listed though no data comes.
-    EXPECT_EQ(clip.SetData(BCFormat(0x8002), nullptr, 0), 1);
-    EXPECT_EQ(clip.IsType(BCFormat(0x8002)), 1);
+    EXPECT_EQ((Seq{1, 1}),
+              (Seq{clip.SetData(BCFormat(0x8002), nullptr, 0), clip.IsType(BCFormat(0x8002))}));
     void* handle = &handle;
-    EXPECT_EQ(clip.GetHandle(BCFormat(0x8002), handle), 0);
-    EXPECT_EQ(handle, nullptr);
+    EXPECT_TRUE(clip.GetHandle(BCFormat(0x8002), handle) == 0 && handle == nullptr);
 
-    ASSERT_EQ(clip.Clear(), 1);
-    ASSERT_EQ(clip.SetText("keep"), 1);
+    ASSERT_EQ((Seq{1, 1}), (Seq{clip.Clear(), clip.SetText("keep")}));
     BCMemoryData empty(nullptr, 0, 0);
-    EXPECT_EQ(clip.SetObject(BCFormat(0x8002), empty), 0);
-    EXPECT_EQ(clip.SetObject(BCFormat(0x8002), huge), 0); // refused without a message
+    // Refused without a message.
+    EXPECT_EQ((Seq{0, 0, 0}),
+              (Seq{clip.SetObject(BCFormat(0x8002), empty), clip.SetObject(BCFormat(0x8002), huge),
+                   clip.IsType(BCFormat(0x8002))}));
     EXPECT_TRUE(messages.NumberedIds().empty());
-    EXPECT_EQ(clip.IsType(BCFormat(0x8002)), 0);
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("keep\0", 5));
 }
 
@@ -159,9 +146,8 @@ TEST_F(ClipboardTest, TextObjectsGoThroughInTheirFormats) {
 TEST_F(ClipboardTest, BitmapsRoundTripWithTheirPixelsAndHandleFlags) {
     const unsigned long pixels[6] = {0x0000FF, 0x00FF00, 0xFF0000, 0x123456, 0xFFFFFF, 0};
     BCBitmap bitmap;
-    ASSERT_EQ(bitmap.SetPixels(3, 2, pixels), 1);
-    ASSERT_EQ(clip.SetBitmap(&bitmap), 1);
-    EXPECT_EQ(bitmap.GetFlags() & 0x18, 0x08u);
+    ASSERT_EQ((Seq{1, 1, 0x08u}), (Seq{bitmap.SetPixels(3, 2, pixels), clip.SetBitmap(&bitmap),
+                                       bitmap.GetFlags() & 0x18}));
     BCBitmap* back = nullptr;
     ASSERT_EQ(clip.GetBitmap(back), 1);
     EXPECT_EQ(back->GetFlags() & 0x18, 0x10u);
@@ -171,15 +157,13 @@ TEST_F(ClipboardTest, BitmapsRoundTripWithTheirPixelsAndHandleFlags) {
     for (int i = 0; i < 6; ++i)
         EXPECT_EQ(got[i] & 0xFFFFFF, pixels[i]) << i;
     delete back;
-    // A null bitmap lists the format with no picture behind it.
-    EXPECT_EQ(clip.SetBitmap(nullptr) + clip.IsType(BCGetBitmapFormat()), 2);
-    EXPECT_EQ(clip.GetBitmap(back), 0);
-    EXPECT_EQ(back, nullptr);
-    // A picture too wide for the library is refused and left to the clipboard.
+    // A null bitmap lists the format with no picture behind it; a picture too wide for the
+    // library is refused and left to the clipboard.
+    EXPECT_EQ((Seq{1, 1}), (Seq{clip.SetBitmap(nullptr), clip.IsType(BCGetBitmapFormat())}));
+    EXPECT_TRUE(clip.GetBitmap(back) == 0 && back == nullptr);
     ASSERT_EQ(clip.Clear(), 1);
     ASSERT_EQ(clip.SetHandle(BCGetBitmapFormat(), CreateBitmap(16385, 1, 1, 32, nullptr)), 1);
-    EXPECT_EQ(clip.GetBitmap(back), 0);
-    EXPECT_EQ(back, nullptr);
+    EXPECT_TRUE(clip.GetBitmap(back) == 0 && back == nullptr);
 }
 
 TEST_F(ClipboardTest, HeldByAnotherProgramEverythingFailsSilently) {
@@ -204,8 +188,8 @@ TEST_F(ClipboardTest, HeldByAnotherProgramEverythingFailsSilently) {
                   clip.IsType(BCFormat(1)) + clip.GetHandle(BCFormat(1), handle) +
                   clip.GetText(buffer, sizeof buffer),
               0);
-    EXPECT_EQ(clip.SetBitmap(&bitmap), 0);
-    EXPECT_EQ(bitmap.GetFlags() & 0x08, 0u); // the picture stays the bitmap's
+    // The picture stays the bitmap's.
+    EXPECT_EQ((Seq{0, 0u}), (Seq{clip.SetBitmap(&bitmap), bitmap.GetFlags() & 0x08}));
     EXPECT_EQ(clip.GetType(BCFormat(0)).GetFormat() + clip.GetTextLen(), 0u);
     stage = 2;
     holder.join();
@@ -214,15 +198,12 @@ TEST_F(ClipboardTest, HeldByAnotherProgramEverythingFailsSilently) {
 }
 
 TEST_F(ClipboardTest, DisplayShowsTheOwnerWindowsTitle) {
-    static BCApplication app;
-    BCMainWindow owner(&app);
+    BCMainWindow owner(&App());
     ASSERT_NE(owner.Create("Clip Owner"), 0);
     BCClipboard owned(&owner);
     owned.Display("pre ");
     clip.Display(nullptr);
-    ASSERT_EQ(messages.Count(), 2u);
-    EXPECT_EQ(messages.Entries()[0].text, "pre User window = \"Clip Owner\"");
-    EXPECT_EQ(messages.Entries()[1].text, "User window = \"(none)\"");
+    EXPECT_EQ(messages.Texts(), "pre User window = \"Clip Owner\"|User window = \"(none)\"|");
 }
 
 } // namespace

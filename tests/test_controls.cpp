@@ -1,37 +1,17 @@
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
 #include <memory>
-#include <string>
 #include <tuple>
-#include <vector>
 
+#include "guidriver.h"
 #include "msgrecorder.h"
-#include "norlib2.h"
 
 namespace {
 
 using Ids = std::vector<unsigned int>;
 
-BCApplication& App() {
-    static BCApplication app;
-    return app;
+std::unique_ptr<BCMultiStringEdit> Lines(Frame& frame, const char* text, short height = 120) {
+    return std::make_unique<BCMultiStringEdit>(31, &frame.main, BCPosition(0, 0),
+                                               BCSize(300, height), text, &App());
 }
-
-struct Frame {
-    BCMainWindow main{&App()};
-    explicit Frame(bool shown = false) {
-        main.SetWindowRect(BCRectangle(10, 10, 410, 310));
-        EXPECT_TRUE(main.Create("Frame"));
-        if (shown)
-            main.Show(SW_SHOW);
-    }
-    BCMultiStringEdit* Lines(const char* text, short height = 120) {
-        return new BCMultiStringEdit(31, &main, BCPosition(0, 0), BCSize(300, height), text,
-                                     &App());
-    }
-};
 
 template <class Field> std::string TextOf(Field& field) {
     char text[128] = "";
@@ -39,13 +19,6 @@ template <class Field> std::string TextOf(Field& field) {
     return text;
 }
 
-// Tells when it goes: ownership shows.
-template <class Base> struct Watched : Base {
-    template <class... Args>
-    explicit Watched(bool* gone, Args... args) : Base(args...), flag(gone) {}
-    ~Watched() override { *flag = true; }
-    bool* flag;
-};
 using WatchedText = Watched<BCTextData>;
 
 TEST(EditControlTest, SelectionModifiedFlagUndoAndClipboard) {
@@ -72,7 +45,7 @@ TEST(EditControlTest, SelectionModifiedFlagUndoAndClipboard) {
 TEST(EditControlTest, SelectedTextIsCutToTheBufferSizeAndDumped) {
     Frame frame;
     BCStringEdit line(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdefgh", &App());
-    std::unique_ptr<BCMultiStringEdit> lines(frame.Lines("abcdefgh"));
+    auto lines = Lines(frame, "abcdefgh");
     for (unsigned int size : {3, 4, 9}) { // the last four; buffers of size + 1 bytes
         std::string want = size < 4 ? "ef" : "efgh";
         char a[16] = "?", b[16] = "?";
@@ -98,7 +71,7 @@ TEST(EditControlTest, SelectedTextIsCutToTheBufferSizeAndDumped) {
 
 TEST(EditControlTest, LinesTabStopsFormatRectangleAndTheLengthLimit) {
     Frame frame;
-    std::unique_ptr<BCMultiStringEdit> edit(frame.Lines("abc\r\n\tX\r\nlast"));
+    auto edit = Lines(frame, "abc\r\n\tX\r\nlast");
     EXPECT_TRUE(edit->GetLineCnt() == 3 && edit->GetLineLen(0) == 3 && edit->GetLineLen(12) == 4);
     char line[16];
     std::string got;
@@ -131,7 +104,7 @@ TEST(EditControlTest, ScrollingLimitsPasswordAndUndoBuffer) {
     std::string many;
     for (int i = 0; i < 60; ++i)
         many += "line\r\n";
-    std::unique_ptr<BCMultiStringEdit> edit(frame.Lines(many.c_str(), 60));
+    auto edit = Lines(frame, many.c_str(), 60);
     auto top = [&edit] { return SendMessageA(edit->GetHandle(), EM_GETFIRSTVISIBLELINE, 0, 0); };
     std::vector<LRESULT> tops;
     for (auto step : {&BCMultiStringEdit::LineDown, &BCMultiStringEdit::PageDown,
@@ -161,7 +134,7 @@ TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
     mine.SetText("mine\r\ntext", 0, 10, 1);
     char text[16];
     {
-        std::unique_ptr<BCMultiStringEdit> edit(frame.Lines("typed"));
+        auto edit = Lines(frame, "typed");
         edit->SetModified(1);
         BCTextData* own = edit->GetText();
         ASSERT_TRUE(own && own->GetText(text, 0, 16) == 5 && own->IsModified() &&
@@ -180,10 +153,10 @@ TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
     EXPECT_FALSE(gone); // the caller's object outlives the control
 
     MsgRecorder recorder;
-    std::unique_ptr<BCMultiStringEdit> edit(frame.Lines(""));
-    EXPECT_EQ(0, edit->SetText(reinterpret_cast<BCTextData*>(&frame.main))); // not a text
-    ASSERT_EQ(1u, recorder.Count());
-    EXPECT_TRUE(recorder.Last().file == "MLTEDIT" && recorder.Last().line == 170);
+    auto edit = Lines(frame, "");
+    EXPECT_TRUE(edit->SetText(reinterpret_cast<BCTextData*>(&frame.main)) == 0 && // not a text
+                recorder.Count() == 1 && recorder.Last().file == "MLTEDIT" &&
+                recorder.Last().line == 170);
 }
 
 // Presses Enter in its multi-line field, then reads the field once the keys are handled.
@@ -229,7 +202,7 @@ TEST(ControlTest, StylesTypeCodesAndStates) {
     BCRadioButton radio(4, parent, at, size, "Radio", &App());
     BCGroupBox group(5, parent, at, size, "Group", &App());
     BCStringEdit line(6, parent, at, size, "", &App());
-    std::unique_ptr<BCMultiStringEdit> low(frame.Lines("", 24)), high(frame.Lines("", 25));
+    auto low = Lines(frame, "", 24), high = Lines(frame, "", 25);
     BCSizeBox grip(9, parent, &App());
     BCStaticControl bare(77, parent, at, size, SS_LEFT | WS_CHILD, 1, &App());
     BCStaticText label(0, parent, at, size, "Label", WS_CHILD | SS_LEFT, &App());

@@ -1,25 +1,12 @@
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
 #include <algorithm>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "guidriver.h"
 #include "msgrecorder.h"
-#include "norlib2.h"
 
 namespace {
 
-using Step = std::function<bool(HWND)>;
 using Ending = std::pair<Step, int>; // the user's last step and the result it gives
-
-BCApplication& App() {
-    static BCApplication app;
-    return app;
-}
 
 BCResID Template(unsigned int id) {
     return BCResID(id, BCGetDLLModule2());
@@ -33,22 +20,9 @@ template <class Dialog> struct Probe : Dialog {
     unsigned long Controls() const { return this->opControls->GetCount(); }
 };
 
-// Sent, not posted, so that later reads see them; typing starts at the end of the field.
+// Typing starts at the end of the field.
 Step Type(int id, const std::string& text) {
-    return [id, text](HWND dialog) {
-        HWND edit = GetDlgItem(dialog, id);
-        SendMessageA(edit, WM_KEYDOWN, VK_END, 1);
-        for (char c : text)
-            SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(c), 1);
-        return edit != nullptr;
-    };
-}
-Step Press(int id) {
-    return [id](HWND dialog) {
-        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
-                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
-        return true;
-    };
+    return TypeInto(id, text, true);
 }
 // The last step, through the dialog's own loop: a key to a control, or with no id, closing.
 Step Key(int id, UINT key) {
@@ -77,8 +51,7 @@ TEST(FindDialogTest, TextsAndOptionsAsTheUserLeftThem) {
         driver.Do(Press(2035)).Do(Press(2035)).Do(Note(2035, &boxes));
         driver.Do(Type(2031, "\bab")).Do(c.first).Start(); // the b does not fit
         Probe<BCFindDialog> find(Template(1021), nullptr, kLong.c_str(), 1 | 8, &App());
-        EXPECT_TRUE(driver.Finish());
-        EXPECT_TRUE(c.second == find.GetResult() && find.Controls() == 0 &&
+        EXPECT_TRUE(driver.Finish() && c.second == find.GetResult() && find.Controls() == 0 &&
                     find.GetObjectType() == 64);
         EXPECT_EQ(kLong.substr(0, 120) + "1000", shown + boxes);
         EXPECT_EQ(8u, find.GetFlags()); // toggled flags stay even when cancelled
@@ -96,9 +69,8 @@ TEST(FindDialogTest, FindIsEnabledOnlyWhileThePatternHoldsText) {
     driver.Do(Type(2031, "\b")).Do(Note(1, &trail, true));
     driver.SetText(2031, kLong).Do(Press(1)).Start(); // set past the limit by another program
     BCFindDialog find(Template(1021), nullptr, nullptr, 0, &App());
-    EXPECT_TRUE(driver.Finish());
+    EXPECT_TRUE(driver.Finish() && find.GetResult() == 1);
     EXPECT_EQ("010" + kLong.substr(0, 120), trail + find.GetPattern(nullptr));
-    EXPECT_EQ(1, find.GetResult());
 }
 
 TEST(ReplaceDialogTest, ResultsTextsAndOptions) {
@@ -113,8 +85,7 @@ TEST(ReplaceDialogTest, ResultsTextsAndOptions) {
             driver.Do(Press(box)).Do(Note(box, &trail));
         driver.Do(c.first).Start();
         Probe<BCReplaceDialog> replace(Template(1022), nullptr, "", kLong.c_str(), 0, &App());
-        EXPECT_TRUE(driver.Finish());
-        EXPECT_TRUE(c.second == replace.GetResult() && replace.Controls() == 0 &&
+        EXPECT_TRUE(driver.Finish() && c.second == replace.GetResult() && replace.Controls() == 0 &&
                     replace.GetObjectType() == 65 && replace.GetFlags() == 3);
         EXPECT_EQ(kLong.substr(0, 120) + "000111110", shown + trail);
         char buffer[121];
@@ -144,9 +115,9 @@ TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
             driver.Do(Type(2013, std::string(1, typed))).Do(Note(1, &trail, true));
         driver.Do(c.end).Start();
         Probe<BCStringDialog> entry(BCResID(510u), nullptr, c.text, c.maxLen, &App());
-        EXPECT_TRUE(driver.Finish());
-        EXPECT_TRUE(c.result == entry.GetResult() && std::min(c.maxLen, 80u) == entry.GetMaxLen());
-        EXPECT_EQ(2u, entry.Controls()); // kept until the dialog goes
+        // The controls are kept until the dialog goes.
+        EXPECT_TRUE(driver.Finish() && c.result == entry.GetResult() &&
+                    std::min(c.maxLen, 80u) == entry.GetMaxLen() && entry.Controls() == 2);
         EXPECT_EQ(std::string(c.text).substr(0, entry.GetMaxLen()) + c.enabled, shown + trail);
         char buffer[81];
         EXPECT_EQ(c.kept, entry.GetString(buffer));
@@ -157,8 +128,7 @@ TEST(StringDialogTest, WithoutATextItWaitsForItsDerivedClass) {
     DialogDriver driver;
     driver.Click(2).Start(300);
     BCStringDialog entry(BCResID(510u), nullptr, nullptr, 20, &App());
-    EXPECT_FALSE(driver.Finish()); // no dialog came up
-    EXPECT_STREQ("", entry.GetString(nullptr));
+    EXPECT_TRUE(!driver.Finish() && !*entry.GetString(nullptr)); // no dialog came up
 }
 
 TEST(DialogFocusTest, TheFieldHasTheFocusWithItsTextSelected) {
@@ -181,8 +151,7 @@ TEST(DialogFocusTest, TheFieldHasTheFocusWithItsTextSelected) {
         });
         driver.Click(2).Start();
         run();
-        EXPECT_TRUE(driver.Finish());
-        EXPECT_EQ("1:0-3", seen) << id;
+        EXPECT_TRUE(driver.Finish() && seen == "1:0-3") << id << seen;
     }
 }
 
@@ -197,8 +166,8 @@ TEST(MessageDialogTest, GivesTheButtonPressedAndShowsTheMessage) {
         DialogDriver driver;
         driver.ReadText(2024, &seen).Click(button).Start();
         BCMessageDialog dialog(Template(id), nullptr, message, &App());
-        EXPECT_TRUE(driver.Finish());
-        EXPECT_TRUE(button == dialog.GetResult() && seen == shown && dialog.GetObjectType() == 66)
+        EXPECT_TRUE(driver.Finish() && button == dialog.GetResult() && seen == shown &&
+                    dialog.GetObjectType() == 66)
             << seen;
     }
 }
@@ -207,8 +176,8 @@ TEST(DialogTemplateTest, AMissingTemplateIsReportedAndNothingRuns) {
     MsgRecorder recorder;
     BCFindDialog find(BCResID(999u), nullptr, "kept", 2, &App());
     BCMessageDialog message(BCResID(999u), nullptr, "x", &App());
-    EXPECT_EQ(0, find.GetResult() | message.GetResult());
-    EXPECT_STREQ("kept", find.GetPattern(nullptr));
+    EXPECT_TRUE((find.GetResult() | message.GetResult()) == 0 &&
+                std::string(find.GetPattern(nullptr)) == "kept");
     EXPECT_EQ((std::vector<unsigned int>{10052, 10052}), recorder.NumberedIds());
 }
 

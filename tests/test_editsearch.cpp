@@ -31,8 +31,8 @@ TEST_F(Search, FindNextSelectsEachMatchByTheOptionsThenReportsTheMissOnce) {
     BCTextEdit& e = Make("Cat cat scatter CAT");
     MsgRecorder rec;
     e.SetTextPos(2, -1);
-    EXPECT_EQ(0, Command(H(), 121)); // no pattern yet: nothing happens
-    EXPECT_EQ(Nums(0, 2), Nums(rec.Count(), e.GetCaretOfs()));
+    // No pattern yet: nothing happens.
+    EXPECT_EQ((Seq{0, 0, 2}), (Seq{Command(H(), 121), rec.Count(), e.GetCaretOfs()}));
     const std::string longer(40, 'c');
     const FindCase cases[] = {{0, 0, "cat", "0-3@3 4-7@7 9-12@12 16-19@19 "},
                               {5, 1, "cat", "9-12@12 "}, // from the caret
@@ -58,19 +58,13 @@ TEST_F(Search, ReplaceAllEndsAtTheTextsEndWithAStepPerReplacement) {
     MsgRecorder rec;
     e.SetTextPos(2, -1);
     ASSERT_TRUE(e.SetSearch("a", "aa", 0)); // the replacement holds the pattern
-    EXPECT_EQ(1, e.ReplaceDirect(1));
-    EXPECT_EQ("a-aa-baa\r\naa", Text());
-    EXPECT_EQ(Nums(12, 12), Nums(e.GetCaretOfs(), e.GetSearchPos()));
-    for (const char* before : {"a-aa-baa\r\na", "a-aa-ba\r\na", "a-a-ba\r\na"}) {
-        e.Undo();
-        EXPECT_EQ(before, Text());
-    }
+    EXPECT_EQ((Seq{1, 12, 12}), (Seq{e.ReplaceDirect(1), e.GetCaretOfs(), e.GetSearchPos()}));
+    EXPECT_EQ("a-aa-baa\r\naa|a-aa-baa\r\na|a-aa-ba\r\na|a-a-ba\r\na",
+              Join({Text(), Undone(), Undone(), Undone()}));
     EXPECT_FALSE(e.CanUndo());
     e.SetText("xxxy"); // deleting neighbours: still a step each
     e.SetSearch("x", "", 0);
-    EXPECT_EQ(1, e.ReplaceDirect(1));
-    e.Undo();
-    EXPECT_EQ("xy", Text());
+    EXPECT_TRUE(e.ReplaceDirect(1) == 1 && Undone() == "xy");
     e.SetText("ab ab"); // once: the next match only, the search going on after it
     e.SetSearch("ab", "c", 0);
     EXPECT_EQ((Seq{1, 1, 1, 0}),
@@ -80,18 +74,16 @@ TEST_F(Search, ReplaceAllEndsAtTheTextsEndWithAStepPerReplacement) {
 }
 
 TEST_F(Search, ClipboardAndFileCommands) {
-    char path[MAX_PATH];
-    GetTempPathA(MAX_PATH, path);
-    std::string name = std::string(path) + "editsearch.txt";
+    const std::string name = TempFile("editsearch");
     edit.reset(new BCTextEdit(7, &main, BCPosition(0, 0), BCSize(200, 100), "txt", name.c_str(),
-                              nullptr, &EditApp(), 0, 8));
+                              nullptr, &App(), 0, 8));
     BCTextEdit& e = *edit;
     ASSERT_TRUE(e.Create(""));
     e.SetText("abc\r\ndef");
     BCClipboard clipboard(nullptr);
     clipboard.Clear();
-    EXPECT_EQ(0, Command(H(), 114) + Command(H(), 113) + Command(H(), 112)); // nothing to move
-    EXPECT_FALSE(e.CanUndo());
+    // Nothing to move.
+    EXPECT_TRUE(Command(H(), 114) + Command(H(), 113) + Command(H(), 112) == 0 && !e.CanUndo());
     e.SetCrntSelection(BCLimits(2, 6));
     char copied[8] = "";
     EXPECT_EQ(1, Command(H(), 113));
@@ -112,42 +104,18 @@ TEST_F(Search, ClipboardAndFileCommands) {
     EXPECT_EQ(Nums(0, 0, 0), Nums(e.GetTextLen(), e.GetCaretOfs(), e.CanUndo()));
 }
 
-std::function<bool(HWND)> TypeInto(int id, const std::string& text) {
-    return [id, text](HWND dialog) {
-        for (char c : text)
-            SendDlgItemMessageA(dialog, id, WM_CHAR, static_cast<unsigned char>(c), 1);
-        return true;
-    };
-}
-
-std::function<bool(HWND)> Tick(int id) {
-    return [id](HWND dialog) {
-        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
-                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
-        return true;
-    };
-}
-
-BOOL CALLBACK ShownDialog(HWND window, LPARAM found) {
-    char name[16];
-    bool dialog = GetClassNameA(window, name, sizeof name) && !lstrcmpA(name, "#32770");
-    if (dialog && IsWindowVisible(window))
-        *reinterpret_cast<HWND*>(found) = window;
-    return !*reinterpret_cast<HWND*>(found);
-}
-
 // Presses `button` in the next dialog once the one answered before (`last`) has gone.
-std::function<bool(HWND)> Answer(std::shared_ptr<HWND> last, int button) {
+Step Answer(std::shared_ptr<HWND> last, int button) {
     return [last, button](HWND first) {
         DWORD thread = GetWindowThreadProcessId(first, nullptr);
         HWND shown = nullptr;
         for (int i = 0; i < 250 && !shown; ++i) {
             Sleep(20);
             if (!IsWindow(*last))
-                EnumThreadWindows(thread, ShownDialog, reinterpret_cast<LPARAM>(&shown));
+                shown = ShownDialog(thread);
         }
         *last = shown;
-        return shown && Tick(button)(shown);
+        return shown && Press(button)(shown);
     };
 }
 
@@ -176,15 +144,14 @@ TEST_F(Search, ReplaceDialogAsksForEachOccurrenceOnceOrAll) {
         driver.Do([last](HWND dialog) { return (*last = dialog) != nullptr; });
         driver.Do(TypeInto(2032, "a")).Do(TypeInto(2033, "bb"));
         if (!c.query)
-            driver.Do(Tick(2036));
-        driver.Do(Tick(c.button));
+            driver.Do(Press(2036));
+        driver.Do(Press(c.button));
         for (int answer : c.answers)
             driver.Do(Answer(last, answer));
         driver.Start();
         long result = Command(H(), 122);
-        EXPECT_TRUE(driver.Finish());
-        EXPECT_EQ(c.text, Text());
-        EXPECT_EQ(Nums(c.result, c.misses), Nums(result, rec.Count())) << c.text;
+        EXPECT_EQ(Nums(1, c.result, c.misses) + c.text,
+                  Nums(driver.Finish(), result, rec.Count()) + Text());
     }
 }
 
@@ -198,7 +165,7 @@ TEST_F(Search, FindDialogShowsTheLastPatternAndStartsAtTheSelection) {
         if (step == 0)
             driver.Do(TypeInto(2031, "A1"));
         if (step == 1)
-            driver.Do(Tick(2034)); // match case: the "a1" selected is passed over
+            driver.Do(Press(2034)); // match case: the "a1" selected is passed over
         driver.Click(step < 2 ? 1 : 2).Start();
         long result = Command(H(), 120);
         trail += std::to_string(result) + ":" + Selected(e) + " ";

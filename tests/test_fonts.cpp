@@ -27,19 +27,19 @@ TEST_F(FontTest, TheModuleListsTheMachinesFacesAndAFaceListsItsSizes) {
     std::vector<std::string> names;
     for (int more = faces->Home(); more; more = faces->Next())
         names.push_back(faces->GetFontName());
-    EXPECT_EQ(machine.size(), names.size());
     for (const std::string& face : machine)
         EXPECT_TRUE(faces->HasFace(face.c_str())) << face;
-    EXPECT_TRUE(std::is_sorted(names.begin(), names.end(), [](auto& a, auto& b) {
-        return lstrcmpiA(a.c_str(), b.c_str()) < 0;
-    }));
+    EXPECT_TRUE(machine.size() == names.size() &&
+                std::is_sorted(names.begin(), names.end(), [](auto& a, auto& b) {
+                    return lstrcmpiA(a.c_str(), b.c_str()) < 0;
+                }));
     // Found by name whatever the case; the index is the menu position.
     const size_t index = std::min<size_t>(2, names.size() - 1);
     std::string third = names[index], upper = third;
     CharUpperA(&upper[0]);
     ASSERT_NE(nullptr, faces->Find(const_cast<char*>(upper.c_str())));
-    EXPECT_EQ(index, faces->GetCrntInd());
-    EXPECT_EQ(nullptr, faces->Find(const_cast<char*>("No Such Face At All")));
+    EXPECT_TRUE(faces->GetCrntInd() == index &&
+                !faces->Find(const_cast<char*>("No Such Face At All")));
 
     BCMemoryDevice dev(10, 10);
     BCFontList sizes(&dev, third.c_str());
@@ -48,10 +48,10 @@ TEST_F(FontTest, TheModuleListsTheMachinesFacesAndAFaceListsItsSizes) {
         EXPECT_STREQ(third.c_str(), sizes.GetFontName());
         points.push_back(sizes.GetFontPoints(&dev));
     }
-    EXPECT_TRUE(std::is_sorted(points.begin(), points.end()));
-    EXPECT_NE(points.end(), std::find(points.begin(), points.end(), 10u));
-    EXPECT_EQ(0u, BCFontList(&dev, "No Such Face At All").GetCount());
-    EXPECT_EQ(nullptr, dev.GetDC()); // the list gave the context back
+    EXPECT_TRUE(std::is_sorted(points.begin(), points.end()) &&
+                std::find(points.begin(), points.end(), 10u) != points.end());
+    // The list gave the context back.
+    EXPECT_TRUE(BCFontList(&dev, "No Such Face At All").GetCount() == 0 && !dev.GetDC());
 }
 
 TEST_F(FontTest, SizeAndStyleChangeWhatIsDrawn) {
@@ -61,7 +61,7 @@ TEST_F(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     BCFont font(face.c_str(), &module, faces);
     EXPECT_TRUE(face == font.GetFontName() && font.GetPointSize() == 10u);
     BCMemoryDevice dev(300, 100);
-    EXPECT_EQ(nullptr, dev.SetFont(&font));
+    ASSERT_EQ(nullptr, dev.SetFont(&font));
     const short small = dev.GetStrSize("Hello").GetHeight();
     // A size taken from the face's size list, as a size menu does.
     BCFontList sizes(&dev, face.c_str());
@@ -71,9 +71,8 @@ TEST_F(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     ASSERT_NE(nullptr, entry);
     dev.SetFont(nullptr); // out of the device while it changes
     font.SetSize(BCSize(entry->GetWidth(), entry->GetHeight()));
-    EXPECT_EQ(24u, font.GetPointSize());
     dev.SetFont(&font);
-    EXPECT_GT(dev.GetStrSize("Hello").GetHeight(), 2 * small);
+    EXPECT_TRUE(font.GetPointSize() == 24 && dev.GetStrSize("Hello").GetHeight() > 2 * small);
     dev.SetFont(nullptr);
 
     // Styles: light and bold exclude each other; normal clears everything.
@@ -81,8 +80,8 @@ TEST_F(FontTest, SizeAndStyleChangeWhatIsDrawn) {
     EXPECT_TRUE(!font.SetLight(1) && font.IsLight() && !font.IsBold());
     EXPECT_TRUE(!font.SetItalic(1) && font.SetItalic(1 - font.IsItalic()) == 1);
     EXPECT_TRUE(!font.SetUnderline(1) && !font.SetStrikeOut(1) && !font.SetNormal());
-    EXPECT_TRUE(font.IsNormal() && font.GetPointSize() == 24u);
-    EXPECT_FALSE(font.IsUnderline() || font.IsStrikeOut() || font.IsItalic() || font.IsLight());
+    EXPECT_TRUE(font.IsNormal() && font.GetPointSize() == 24u && !font.IsUnderline() &&
+                !font.IsStrikeOut() && !font.IsItalic() && !font.IsLight());
     // Renamed in place; without a face the list's current entry names it.
     faces->Next();
     ASSERT_TRUE(font.SetFontName(faces->GetFontName()));
@@ -112,8 +111,7 @@ TEST_F(FontTest, AFontChangedWhileSelectedIsFollowedAndLeavesNoHandle) {
         dev.GetChrHeight('H');
     }
     EXPECT_GT(dev.GetStrSize("H").GetHeight(), 2 * small);
-    ASSERT_TRUE(dev.ReleaseDC());
-    EXPECT_EQ(before, BCGetGdiObjectCount());
+    EXPECT_TRUE(dev.ReleaseDC() && before == BCGetGdiObjectCount());
 }
 
 } // namespace

@@ -1,34 +1,23 @@
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "guidriver.h"
 #include "msgrecorder.h"
-#include "norlib2.h"
 
 namespace {
 
-BCApplication& App() {
-    // The face the font menus fall back on is Wine's own, which a bare prefix does not list.
-    // Two sets of a bitmap face for two character sets list each of its sizes twice.
-    static const int added = [] {
-        const char* dir = getenv("NORLIB_WINE_FONTS"); // as the launcher finds them
-        const std::string fonts = std::string("Z:") + (dir ? dir : "/usr/share/wine/fonts") + "/";
-        int n = 0;
-        for (const char* file : {"vgasys.fon", "coure.fon", "coue1255.fon"})
-            n += AddFontResourceExA((fonts + file).c_str(), FR_PRIVATE, nullptr);
-        return n;
-    }();
-    EXPECT_EQ(3, added);
-    static BCApplication app;
-    return app;
-}
+// The face the font menus fall back on is Wine's own, which a bare prefix does not list.
+// Two sets of a bitmap face for two character sets list each of its sizes twice. Added
+// before the application lists the faces.
+const int g_fonts = [] {
+    const char* dir = getenv("NORLIB_WINE_FONTS"); // as the launcher finds them
+    const std::string fonts = std::string("Z:") + (dir ? dir : "/usr/share/wine/fonts") + "/";
+    int n = 0;
+    for (const char* file : {"vgasys.fon", "coure.fon", "coue1255.fon"})
+        n += AddFontResourceExA((fonts + file).c_str(), FR_PRIVATE, nullptr);
+    return n;
+}();
 
 // A menu bar of popups with the given titles; the window showing it destroys it.
 HMENU MenuBar(std::vector<const char*> titles) {
@@ -36,14 +25,6 @@ HMENU MenuBar(std::vector<const char*> titles) {
     for (const char* title : titles)
         AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(CreatePopupMenu()), title);
     return bar;
-}
-
-std::string FaultsOf(const MsgRecorder& rec) {
-    std::string all;
-    for (const auto& e : rec.Entries())
-        if (e.kind == BC_MSG_FAULT)
-            all += e.file + ":" + std::to_string(e.line) + " " + e.text + "|";
-    return all;
 }
 
 // Texts of a menu's items with the given ids, "*" after a checked one; "-" for an id it
@@ -66,7 +47,7 @@ struct MdiTest : ::testing::Test {
     BCMenu bar{MenuBar({"&File", "&Window"})};
     BCMDIFrameWindow frame{&App()};
     void SetUp() override {
-        App();
+        ASSERT_EQ(3, g_fonts);
         frame.SetMenu(&bar);
         ASSERT_TRUE(frame.Create("frame") && frame.GetClient());
         frame.Show(SW_SHOW);
@@ -86,12 +67,10 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     EXPECT_EQ(310u + 311u * 1000, a.GetID() + b.GetID() * 1000);
     const std::string listed = Items(WindowMenu(), 310, 311); // the active one checked
     EXPECT_TRUE(listed.find("Alpha|") != listed.npos && listed.find("Beta*|") != listed.npos);
-    EXPECT_EQ(&b, frame.GetActiveChild());
-
-    SendMessageA(frame.GetHandle(), WM_COMMAND, 310, 0); // the Window menu's item
-    EXPECT_EQ(&a, frame.GetActiveChild());
-    b.BringToFront();
-    EXPECT_EQ(&b, frame.GetActiveChild());
+    auto active = [this](auto step) { return step(), frame.GetActiveChild(); };
+    EXPECT_TRUE(active([] {}) == &b &&
+                active([&] { SendMessageA(frame.GetHandle(), WM_COMMAND, 310, 0); }) == &a &&
+                active([&] { b.BringToFront(); }) == &b); // the first: the Window menu's item
     a.BringToFront();
     // Told that b loses and a gains: a, not b, is active; b's own notice changes nothing.
     SendMessageA(b.GetHandle(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(b.GetHandle()),
@@ -124,7 +103,7 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
         EXPECT_EQ(BCPosition(10, short(topDown ? 20 : height - 20)),
                   placed.GetWindowRect().GetPos());
     }
-    EXPECT_EQ("", FaultsOf(rec));
+    EXPECT_EQ("", rec.Faults());
 }
 
 TEST_F(MdiTest, ArrangingCyclingAndClosingAll) {
@@ -150,9 +129,8 @@ TEST_F(MdiTest, ArrangingCyclingAndClosingAll) {
     Input::Pump();
     EXPECT_TRUE(frame.GetActiveChild() && frame.GetActiveChild() != before);
 
-    EXPECT_EQ(1, frame.CloseAll());
+    EXPECT_TRUE(frame.CloseAll() == 1 && !frame.GetActiveChild());
     EXPECT_TRUE(std::none_of(kids.begin(), kids.end(), [](auto& k) { return k->HandleCheck(); }));
-    EXPECT_EQ(nullptr, frame.GetActiveChild());
 }
 
 TEST_F(MdiTest, MenusAreSwappedOnlyForMenusWithAWindowMenu) {
@@ -163,7 +141,7 @@ TEST_F(MdiTest, MenusAreSwappedOnlyForMenusWithAWindowMenu) {
     EXPECT_TRUE(doc.GetMenu() == &other && doc.GetFrameMenu() == &other &&
                 GetMenu(frame.GetHandle()) == other.GetHandle());
     EXPECT_TRUE(frame.SetMenu(&plain) == &other && GetMenu(frame.GetHandle()) == other.GetHandle());
-    EXPECT_EQ("MDIFRM:110 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ("MDIFRM:110 Assertion failure|", rec.Faults());
     EXPECT_TRUE(frame.SetMenu(&bar) == &other && GetMenu(frame.GetHandle()) == bar.GetHandle());
     EXPECT_TRUE(frame.SetMenu(nullptr) == &bar && !GetMenu(frame.GetHandle()) && !frame.GetMenu());
     frame.SetMenu(&bar);
@@ -176,7 +154,7 @@ TEST(MdiBadInput, MissingMenusClientsAndWindowsAreReported) {
     noWindowMenu.SetMenu(&plain);
     ASSERT_TRUE(bare.Create("bare") && noWindowMenu.Create("plain"));
     EXPECT_TRUE(bare.GetClient() == nullptr && noWindowMenu.GetClient() == nullptr);
-    EXPECT_EQ("MDIFRM:63 Assertion failure|MDIFRM:65 Assertion failure|", FaultsOf(rec));
+    EXPECT_EQ("MDIFRM:63 Assertion failure|MDIFRM:65 Assertion failure|", rec.Faults());
 
     rec.Clear();
     BCMDIFrameWindow unmade(&App());
@@ -184,14 +162,14 @@ TEST(MdiBadInput, MissingMenusClientsAndWindowsAreReported) {
                      unmade.CloseAll());
     EXPECT_EQ("MDIFRM:135 Assertion failure|MDIFRM:144 Assertion failure|MDIFRM:153 Assertion "
               "failure|MDIFRM:162 Assertion failure|",
-              FaultsOf(rec));
+              rec.Faults());
 
     rec.Clear();
     BCMDIClientWindow noMenu(&unmade, nullptr, 0, &App());
-    EXPECT_EQ("MDICLNT:38 Null pointer:  opSubMenu|MDICLNT:39 Assertion failure|", FaultsOf(rec));
-    EXPECT_EQ(0, noMenu.Create("")); // its frame has no window
+    EXPECT_EQ("MDICLNT:38 Null pointer:  opSubMenu|MDICLNT:39 Assertion failure|", rec.Faults());
     BCMDIChildWindow orphan(nullptr, &App()), unplaced(&noMenu, &App());
-    EXPECT_EQ(0, orphan.Create("x") + unplaced.Create("y") + orphan.Destroy());
+    // The client's frame has no window.
+    EXPECT_EQ(0, noMenu.Create("") + orphan.Create("x") + unplaced.Create("y") + orphan.Destroy());
     EXPECT_EQ((std::vector<unsigned int>{10081, 10080, 10080}), rec.NumberedIds());
 }
 
@@ -224,9 +202,8 @@ TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     GetTextMetricsA(static_cast<HDC>(dev.GetDC()), &tm);
     dev.ReleaseDC();
     dev.SetFont(nullptr);
-    EXPECT_EQ(0, memcmp(&tm, &info.GetMetrics(), sizeof tm));
-    EXPECT_GT(tm.tmHeight, 20);
-    EXPECT_EQ(107u, info.GetObjectType());
+    EXPECT_TRUE(memcmp(&tm, &info.GetMetrics(), sizeof tm) == 0 && tm.tmHeight > 20 &&
+                info.GetObjectType() == 107);
     info.Display(nullptr);
     char expected[300];
     snprintf(expected, sizeof expected,
@@ -239,10 +216,10 @@ TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     rec.Clear();
     BCMainWindow unmade(&App());
     BCFontInfo none(nullptr), noContext(&unmade);
-    EXPECT_EQ("FONTINFO:24 Null pointer:  opDev|FONTINFO:25 Assertion failure|", FaultsOf(rec));
-    EXPECT_EQ(0, unmade.ReleaseDC()); // unpaired: the failed select was given back
+    EXPECT_EQ("FONTINFO:24 Null pointer:  opDev|FONTINFO:25 Assertion failure|", rec.Faults());
+    // Unpaired: the failed select was given back.
+    EXPECT_EQ(0, unmade.ReleaseDC() + none.GetMetrics().tmHeight + noContext.GetMetrics().tmHeight);
     EXPECT_EQ(std::vector<unsigned int>{10023}, rec.NumberedIds());
-    EXPECT_EQ(0, none.GetMetrics().tmHeight + noContext.GetMetrics().tmHeight);
 }
 
 struct FontMenuTest : ::testing::Test {
@@ -278,8 +255,7 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     BCFont unknown("No Such Face At All", App().GetModule(), faces);
     const unsigned long gdiBefore = BCGetGdiObjectCount();
     w.SetFont(&unknown); // a face the list lacks gives way to "System"
-    EXPECT_EQ(1, BCInitFontMenu(&w, &bar, 0));
-    EXPECT_EQ("System 10", Font());
+    EXPECT_TRUE(BCInitFontMenu(&w, &bar, 0) == 1 && Font() == "System 10");
     ASSERT_EQ(n, GetMenuItemCount(Sub(0)));
     std::string expected;
     for (int more = faces->Home(); more; more = faces->Next())
@@ -296,8 +272,7 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     ASSERT_TRUE(faces->Find(const_cast<char*>("Courier")));
     ASSERT_EQ(2u, BCFontList(&w, "Courier").GetCount());
     EXPECT_EQ(1, BCSelectFont(&w, &bar, 161 + static_cast<unsigned int>(faces->GetCrntInd())));
-    EXPECT_EQ("Courier 10", Font());
-    EXPECT_EQ("10*|", Items(Sub(1), 200, 299, true));
+    EXPECT_EQ("Courier 10|10*|", Font() + "|" + Items(Sub(1), 200, 299, true));
     // Choosing a face clears the other checks of the face ids only.
     for (int i = 0; i < n; ++i)
         CheckMenuItem(Sub(0), i, MF_BYPOSITION | MF_CHECKED);
@@ -322,9 +297,8 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
 
     // A face the list no longer holds: message 10078, and the window is left without font.
     BCFont* font = w.GetFont();
-    EXPECT_EQ(0, BCSelectFont(&w, &bar, 161 + n));
+    EXPECT_TRUE(BCSelectFont(&w, &bar, 161 + n) == 0 && !w.GetFont());
     EXPECT_EQ((std::vector<unsigned int>{10028, 10078}), rec.NumberedIds());
-    EXPECT_EQ(nullptr, w.GetFont());
     delete font; // made by the menu functions: the caller's
     EXPECT_EQ(gdiBefore, BCGetGdiObjectCount());
 }
@@ -332,15 +306,13 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
 TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
     BCFont font(nullptr, App().GetModule(), faces);
     w.SetFont(&font);
-    EXPECT_EQ(1, BCInitFormatMenu(&w, &bar));
-    EXPECT_EQ("L|N*|B|I|U|S|", Items(Sub(2), 141, 146));
     const std::pair<unsigned int, const char*> steps[] = {
-        {143, "L|N|B*|I|U|S|"},    {144, "L|N|B*|I*|U|S|"},   {145, "L|N|B*|I*|U*|S|"},
-        {146, "L|N|B*|I*|U*|S*|"}, {141, "L*|N|B|I*|U*|S*|"}, {147, "L*|N|B|I*|U*|S*|"},
-        {153, "L*|N|B|I*|U*|S*|"}, {144, "L*|N|B|I|U*|S*|"},  {141, "L|N|B|I|U*|S*|"},
-        {142, "L|N*|B|I|U|S|"}};
-    for (const auto& [id, checks] : steps) {
-        EXPECT_EQ(1, BCFontMenuCommand(&w, &bar, id)) << id;
+        {0, "L|N*|B|I|U|S|"},      {143, "L|N|B*|I|U|S|"},    {144, "L|N|B*|I*|U|S|"},
+        {145, "L|N|B*|I*|U*|S|"},  {146, "L|N|B*|I*|U*|S*|"}, {141, "L*|N|B|I*|U*|S*|"},
+        {147, "L*|N|B|I*|U*|S*|"}, {153, "L*|N|B|I*|U*|S*|"}, {144, "L*|N|B|I|U*|S*|"},
+        {141, "L|N|B|I|U*|S*|"},   {142, "L|N*|B|I|U|S|"}};
+    for (const auto& [id, checks] : steps) { // 0: the menu's first showing
+        EXPECT_EQ(1, id ? BCFontMenuCommand(&w, &bar, id) : BCInitFormatMenu(&w, &bar)) << id;
         EXPECT_EQ(checks, Items(Sub(2), 141, 146)) << id;
     }
     EXPECT_TRUE(font.IsNormal() && w.GetFont() == &font);
@@ -355,14 +327,13 @@ TEST_F(FontMenuTest, FormatCommandsToggleStylesAndOtherIdsAreIgnoredOrRefused) {
     w.SetFont(nullptr);
     EXPECT_EQ(0, BCInitSizeMenu(&w, &bar, 1));
     EXPECT_EQ("FONTMENU:81 Null pointer:  opSizeMenu|FONTMENU:80 Null pointer:  opFont|",
-              FaultsOf(rec));
+              rec.Faults());
     // Without a "System" face a window without a font gets none.
     BCApplication other;
     BCFontList* list = other.GetModule()->GetFontList();
     ASSERT_TRUE(list->Find(const_cast<char*>("System")) && list->DeleteCrnt());
     BCMainWindow plain(&other);
-    EXPECT_EQ(0, BCInitFontMenu(&plain, &bar, 0));
-    EXPECT_EQ(nullptr, plain.GetFont());
+    EXPECT_TRUE(BCInitFontMenu(&plain, &bar, 0) == 0 && !plain.GetFont());
 }
 
 } // namespace

@@ -1,20 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
-#include <string>
-
 #include "guidriver.h"
 #include "msgrecorder.h"
-#include "norlib2.h"
+#include "streambytes.h"
 #include "testprinter.h"
 
 namespace {
-
-BCApplication& App() {
-    static BCApplication app;
-    return app;
-}
 
 // A box and two text lines on page 1, a box elsewhere on page 2.
 void DrawPage(BCPrinter& printer, int page) {
@@ -50,14 +39,9 @@ std::string Names(BCPrinter& printer) {
     return std::string(printer.GetName()) + "|" + printer.GetDriver() + "|" + printer.GetPort();
 }
 
-// This process's status dialog (a killed test may have left one on the screen).
+// The status dialog: the only dialog the printing thread shows.
 HWND StatusDialog() {
-    HWND window = nullptr;
-    DWORD process = 0;
-    while ((window = FindWindowExA(nullptr, window, "#32770", "Print Status")) &&
-           (GetWindowThreadProcessId(window, &process), process != GetCurrentProcessId())) {
-    }
-    return window;
+    return ShownDialog(GetCurrentThreadId());
 }
 
 int g_ticks = 0;
@@ -111,38 +95,33 @@ TEST_F(PrinterTest, PagesPrintWhereTheDeviceCoordinatesPutThemWithTheParentDisab
     ASSERT_EQ(printer.Start("Two pages", &parent), 1);
     char shown[64] = "";
     GetDlgItemTextA(StatusDialog(), 2005, shown, sizeof shown);
-    EXPECT_STREQ(shown, "Two pages");
-    EXPECT_FALSE(parent.IsEnabled());
-    EXPECT_TRUE(AbortProcDispatches(printer));
+    EXPECT_TRUE(std::string(shown) == "Two pages" && !parent.IsEnabled() &&
+                AbortProcDispatches(printer));
     EXPECT_EQ(printer.GetUserRect().GetBottom(), GetDeviceCaps(DC(printer), PHYSICALHEIGHT));
     DrawPage(printer, 1);
-    EXPECT_TRUE(printer.NextPage());
-    EXPECT_EQ(printer.GetCrntPos(), BCPosition(0, 0));
+    EXPECT_TRUE(printer.NextPage() && printer.GetCrntPos() == BCPosition(0, 0));
     DrawPage(printer, 2);
-    EXPECT_EQ(printer.End(&parent), 1);
-    EXPECT_TRUE(!StatusDialog() && !printer.GetDC() &&
+    EXPECT_TRUE(printer.End(&parent) == 1 && !StatusDialog() && !printer.GetDC() &&
                 !(printer.GetDeviceFlags() & BC_DEV_OWNS_DC));
     CheckPages(RenderJob(geometry));
     BCRectangle band; // without a context now: each reports its assertion
-    EXPECT_EQ(printer.NextPage() + printer.NextBand(band) + printer.End(&parent), 0);
-    std::string faults;
-    for (const auto& entry : messages.Entries())
-        faults += entry.file + std::to_string(entry.line) + " ";
-    EXPECT_EQ(faults, "PRINTER342 PRINTER364 PRINTER398 ");
+    EXPECT_EQ((Seq{0, 0, 0}),
+              (Seq{printer.NextPage(), printer.NextBand(band), printer.End(&parent)}));
+    EXPECT_EQ(messages.Faults(), "PRINTER:342 Assertion failure|PRINTER:364 Assertion failure|"
+                                 "PRINTER:398 Assertion failure|");
+    EXPECT_EQ(3u, messages.Count());
 }
 
 TEST_F(PrinterTest, BandsCoverEachPageAndAnEmptyOneEndsIt) {
     BCPrinter printer(kTestPrinter, "winspool", "LPT1:", &App(), BC_PRINT_SILENT);
     PageGeometry geometry(DC(printer));
     ASSERT_EQ(printer.Start("Bands", &parent), 1);
-    EXPECT_FALSE(StatusDialog());
-    EXPECT_FALSE(AbortProcDispatches(printer)); // dropped without a status dialog
+    EXPECT_FALSE(StatusDialog() || AbortProcDispatches(printer)); // dropped without the dialog
     BCRectangle band;
     for (int page = 1; page <= 2; ++page) {
         for (int bands = 0; printer.NextBand(band); ++bands) {
-            EXPECT_EQ(bands, 0);
-            EXPECT_EQ(band, BCRectangle(0, 0, short(geometry.width), short(geometry.height)));
-            EXPECT_EQ(printer.GetCrntPos(), band.GetPos());
+            EXPECT_TRUE(bands == 0 && printer.GetCrntPos() == band.GetPos() &&
+                        band == BCRectangle(0, 0, short(geometry.width), short(geometry.height)));
             DrawPage(printer, page);
         }
     }
@@ -159,8 +138,7 @@ TEST_F(PrinterTest, BottomUpPagesMeasureFromTheBottomEdge) {
     const int bottom = height - GetDeviceCaps(dc, VERTRES);
     ASSERT_EQ(printer.Start("Bottom up", &parent), 1);
     EXPECT_EQ(printer.GetUserRect(), BCRectangle(0, height, width, 0));
-    EXPECT_TRUE(printer.NextPage());
-    EXPECT_EQ(printer.GetCrntPos(), BCPosition(0, height));
+    EXPECT_TRUE(printer.NextPage() && printer.GetCrntPos() == BCPosition(0, height));
     BCRectangle band;
     ASSERT_TRUE(printer.NextBand(band));
     EXPECT_TRUE(band.GetTop() == height && band.GetBottom() == bottom) << band.GetBottom();
@@ -206,8 +184,8 @@ TEST_F(PrinterTest, NamesComeFromTheDeviceEntrySplitAtCommasOrFromTheCallerCutTo
     for (const Case& c : cases) {
         WriteProfileStringA("windows", "Device", c.entry.c_str());
         BCPrinter printer(&App(), BC_PRINT_NORMAL);
-        EXPECT_EQ(Names(printer), c.names);
-        EXPECT_EQ(printer.Exists(), c.exists) << c.entry;
+        EXPECT_EQ(Names(printer) + std::to_string(printer.Exists()),
+                  c.names + std::to_string(c.exists));
         EXPECT_TRUE(c.exists || !printer.Start("Nothing", &parent)) << c.entry;
     }
     BCPrinter named(longName.c_str(), "winspool", std::string(41, 'P').c_str(), &App(),

@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
 #include "editfixture.h"
 #include "msgrecorder.h"
+#include "streambytes.h"
 
 namespace {
 
@@ -11,70 +13,62 @@ using Edit = EditFixture;
 // Text for the key tables: offsets a0 b1 _2 c3 d4 CR5 LF6 x7 y8 z9 CR10 LF11 CR12 LF13 l14..t17.
 const char kKeyText[] = "ab cd\r\nxyz\r\n\r\nlast";
 
+// With a key code: the character typed instead.
+constexpr int kChar = 0x2000;
+
 struct KeyCase {
     unsigned long caret;
-    UINT key; // 0: type `ch`
-    bool ctrl;
-    char ch;
+    UINT key;         // with kCtrl or kChar
     const char* text; // null: unchanged
     unsigned long wantCaret;
 };
 
-void RunKeys(EditFixture& f, const std::vector<KeyCase>& cases) {
+template <size_t N> void RunKeys(EditFixture& f, const KeyCase (&cases)[N]) {
     for (const KeyCase& c : cases) {
         f.edit->SetText(kKeyText);
         f.edit->SetTextPos(c.caret, -1);
-        if (c.key)
-            f.Key(c.key, c.ctrl);
+        if (c.key & kChar)
+            Input::Char(f.H(), static_cast<char>(c.key));
         else
-            Input::Char(f.H(), c.ch);
-        SCOPED_TRACE(testing::Message()
-                     << "key " << c.key << " char " << int(c.ch) << " at " << c.caret);
+            f.Key(c.key);
+        SCOPED_TRACE(testing::Message() << "key " << std::hex << c.key << " at " << c.caret);
         EXPECT_EQ(c.text ? c.text : kKeyText, f.Text());
         EXPECT_EQ(c.wantCaret, f.edit->GetCaretOfs());
     }
 }
 
-TEST_F(Edit, KeysMoveAndEditRespectingLineBreaks) {
+TEST_F(Edit, KeysMoveAndEditRespectingLineBreaksUnlessReadOnly) {
     Make("");
-    RunKeys(*this, {
-                       {7, VK_BACK, false, 0, "ab cdxyz\r\n\r\nlast", 5}, // joins lines
-                       {0, VK_BACK, false, 0, nullptr, 0},
-                       {4, VK_BACK, false, 0, "ab d\r\nxyz\r\n\r\nlast", 3},
-                       {5, VK_DELETE, false, 0, "ab cdxyz\r\n\r\nlast", 5},
-                       {3, VK_DELETE, false, 0, "ab d\r\nxyz\r\n\r\nlast", 3},
-                       {18, VK_DELETE, false, 0, nullptr, 18},
-                       {7, VK_LEFT, false, 0, nullptr, 5},
-                       {0, VK_LEFT, false, 0, nullptr, 0},
-                       {5, VK_RIGHT, false, 0, nullptr, 7},
-                       {3, VK_RIGHT, false, 0, nullptr, 4},
-                       {9, VK_HOME, false, 0, nullptr, 7},
-                       {8, VK_END, false, 0, nullptr, 10},
-                       {9, VK_UP, false, 0, nullptr, 2},
-                       {4, VK_DOWN, false, 0, nullptr, 10}, // column cut to a shorter line
-                       {9, VK_DOWN, false, 0, nullptr, 12},
-                       {16, VK_DOWN, false, 0, nullptr, 18}, // last line: to the end
-                       {9, VK_HOME, true, 0, nullptr, 0},
-                       {9, VK_END, true, 0, nullptr, 18},
-                       {4, VK_LEFT, true, 0, nullptr, 2},
-                       {0, VK_RIGHT, true, 0, nullptr, 3},
-                       {0, VK_LEFT, true, 0, nullptr, 0},
-                       {1, 0, false, '\r', "a\r\nb cd\r\nxyz\r\n\r\nlast", 3},
-                       {1, 0, false, '\n', "a\r\nb cd\r\nxyz\r\n\r\nlast", 3},
-                       {0, 0, false, '\t', "\tab cd\r\nxyz\r\n\r\nlast", 1},
-                       {0, 0, false, '\x7f', nullptr, 0},
-                       {0, 0, false, '\xe9', nullptr, 0}, // 7-bit typing only
-                       {0, 0, false, '\x01', nullptr, 0},
-                   });
-}
-
-TEST_F(Edit, ReadOnlyTypesAndDeletesNothingButMoves) {
-    Make("", 4);
-    RunKeys(*this, {{7, VK_BACK, false, 0, nullptr, 7},
-                    {3, VK_DELETE, false, 0, nullptr, 3},
-                    {3, 0, false, 'q', nullptr, 3},
-                    {3, 0, false, '\r', nullptr, 3},
-                    {5, VK_RIGHT, false, 0, nullptr, 7}});
+    // Backspace at a line's start and Delete at its end join the lines.
+    const KeyCase edits[] = {{7, VK_BACK, "ab cdxyz\r\n\r\nlast", 5},
+                             {4, VK_BACK, "ab d\r\nxyz\r\n\r\nlast", 3},
+                             {5, VK_DELETE, "ab cdxyz\r\n\r\nlast", 5},
+                             {3, VK_DELETE, "ab d\r\nxyz\r\n\r\nlast", 3},
+                             {1, kChar | '\r', "a\r\nb cd\r\nxyz\r\n\r\nlast", 3},
+                             {1, kChar | '\n', "a\r\nb cd\r\nxyz\r\n\r\nlast", 3},
+                             {0, kChar | '\t', "\tab cd\r\nxyz\r\n\r\nlast", 1}};
+    // Down cuts the column to a shorter line and on the last line goes to the end; typing is
+    // 7-bit only.
+    const KeyCase unchanged[] = {
+        {0, VK_BACK, nullptr, 0},         {18, VK_DELETE, nullptr, 18},
+        {7, VK_LEFT, nullptr, 5},         {0, VK_LEFT, nullptr, 0},
+        {5, VK_RIGHT, nullptr, 7},        {3, VK_RIGHT, nullptr, 4},
+        {9, VK_HOME, nullptr, 7},         {8, VK_END, nullptr, 10},
+        {9, VK_UP, nullptr, 2},           {4, VK_DOWN, nullptr, 10},
+        {9, VK_DOWN, nullptr, 12},        {16, VK_DOWN, nullptr, 18},
+        {9, VK_HOME | kCtrl, nullptr, 0}, {9, VK_END | kCtrl, nullptr, 18},
+        {4, VK_LEFT | kCtrl, nullptr, 2}, {0, VK_RIGHT | kCtrl, nullptr, 3},
+        {0, VK_LEFT | kCtrl, nullptr, 0}, {0, kChar | 0x7f, nullptr, 0},
+        {0, kChar | 0xe9, nullptr, 0},    {0, kChar | 0x01, nullptr, 0}};
+    RunKeys(*this, edits);
+    RunKeys(*this, unchanged);
+    edit->SetMode(4, 1);
+    const KeyCase readOnly[] = {{7, VK_BACK, nullptr, 7},
+                                {3, VK_DELETE, nullptr, 3},
+                                {3, kChar | 'q', nullptr, 3},
+                                {3, kChar | '\r', nullptr, 3},
+                                {5, VK_RIGHT, nullptr, 7}};
+    RunKeys(*this, readOnly);
     Key(VK_INSERT);
     EXPECT_EQ(4u, edit->GetMode());
 }
@@ -85,13 +79,10 @@ TEST_F(Edit, OverwriteStopsAtLineEndAndUndoesLikeADeletion) {
     EXPECT_EQ(1u, e.GetMode());
     e.SetTextPos(3, -1);
     Type("XYZ");
-    EXPECT_EQ("ab XYZ\r\nx", Text());
-    e.Undo(); // the Z went in at the line's end: a step of its own
-    EXPECT_EQ("ab XY\r\nx", Text());
-    e.Undo(); // the typed-over characters come back in front of the typed ones
-    EXPECT_EQ("ab cdXY\r\nx", Text());
-    e.Redo();
-    EXPECT_EQ("ab XY\r\nx", Text());
+    // The Z went in at the line's end: a step of its own. The typed-over characters come back
+    // in front of the typed ones.
+    EXPECT_EQ("ab XYZ\r\nx|ab XY\r\nx|ab cdXY\r\nx|ab XY\r\nx",
+              Join({Text(), Undone(), Undone(), Redone()}));
     Key(VK_INSERT);
     EXPECT_EQ(0u, e.GetMode());
 }
@@ -103,28 +94,26 @@ std::string Lines(int n) {
     return s;
 }
 
+// The lines of `text` the page shows.
+unsigned long ShownLines(BCTextEdit& e, const std::string& text) {
+    return static_cast<unsigned long>(
+        std::count(text.begin(), text.begin() + e.GetPageEnd(), '\n'));
+}
+
 TEST_F(Edit, DisplayOnlyKeysScrollThePageWithoutCaretOrChange) {
     std::string text = Lines(100);
     BCTextEdit& e = Make(text.c_str(), 2);
     EXPECT_EQ(nullptr, e.GetCaret());
-    unsigned long shown = e.GetPageEnd() ? 0 : 0;
-    for (unsigned long o = 0; o < e.GetPageEnd(); ++o)
-        shown += text[o] == '\n';
-    Key(VK_DOWN);
-    EXPECT_EQ(1u, e.GetFirstLine());
-    Key(VK_NEXT);
-    EXPECT_EQ(1 + shown * 3 / 4, e.GetFirstLine());
-    Key(VK_UP, true);
-    EXPECT_EQ(shown * 3 / 4, e.GetFirstLine());
-    Key(VK_END, true);
+    const unsigned long shown = ShownLines(e, text);
+    EXPECT_EQ((Seq{1u, 1 + shown * 3 / 4, shown * 3 / 4}),
+              (Seq{TopAfter(VK_DOWN), TopAfter(VK_NEXT), TopAfter(VK_UP | kCtrl)}));
+    Key(VK_END | kCtrl);
     EXPECT_EQ(text.size(), e.GetPageEnd());
     Type("x");
     Key(VK_DELETE);
-    EXPECT_EQ(text, Text());
-    EXPECT_EQ(0u, e.GetCaretOfs());
+    EXPECT_TRUE(Text() == text && e.GetCaretOfs() == 0);
     e.SetMode(2, 0); // leaving display-only gives a caret and shows where it is
-    EXPECT_NE(nullptr, e.GetCaret());
-    EXPECT_EQ(0u, e.GetPageTop());
+    EXPECT_TRUE(e.GetCaret() && e.GetPageTop() == 0);
 }
 
 // The client area's pixels, read back from the screen.
@@ -146,6 +135,12 @@ std::vector<COLORREF> Shown(HWND h) {
     return pixels;
 }
 
+std::vector<COLORREF> Repainted(HWND h, BOOL erase) {
+    InvalidateRect(h, nullptr, erase);
+    UpdateWindow(h);
+    return Shown(h);
+}
+
 // Scrolling moves the lines still shown with the window's bits and paints only the uncovered
 // ones: the result must look exactly like a repaint of the whole page.
 TEST_F(Edit, AScrolledPageLooksLikeTheWholePageRepainted) {
@@ -156,24 +151,18 @@ TEST_F(Edit, AScrolledPageLooksLikeTheWholePageRepainted) {
     // Every line that fits below the top margin is on the page.
     EXPECT_EQ((client.bottom - e.GetTextRect().GetTop()) / e.GetChrHeight('H'),
               e.GetText()->GetNumLines(e.GetPageTop(), e.GetPageEnd()));
-    for (auto [message, code] : {std::pair<UINT, int>{WM_VSCROLL, SB_THUMBPOSITION},
-                                 {WM_VSCROLL, SB_LINEDOWN},
-                                 {WM_VSCROLL, SB_LINEDOWN},
-                                 {WM_VSCROLL, SB_LINEUP},
-                                 {WM_KEYDOWN, VK_DOWN},
-                                 {WM_VSCROLL, SB_PAGEDOWN},
-                                 {WM_VSCROLL, SB_PAGEUP}}) {
-        if (message == WM_VSCROLL && code == SB_THUMBPOSITION)
+    for (int code : {SB_THUMBPOSITION, SB_LINEDOWN, SB_LINEDOWN, SB_LINEUP, VK_DOWN, SB_PAGEDOWN,
+                     SB_PAGEUP}) { // a scroll bar's code, or the key
+        if (code == SB_THUMBPOSITION)
             SetScrollPos(H(), SB_VERT, 3, FALSE);
-        if (message == WM_KEYDOWN)
-            Key(static_cast<UINT>(code));
+        if (code == VK_DOWN)
+            Key(VK_DOWN);
         else
-            SendMessageA(H(), message, MAKEWPARAM(code, 0), 0);
+            SendMessageA(H(), WM_VSCROLL, MAKEWPARAM(code, 0), 0);
         UpdateWindow(H());
         std::vector<COLORREF> scrolled = Shown(H());
-        InvalidateRect(H(), nullptr, TRUE);
-        UpdateWindow(H());
-        EXPECT_TRUE(scrolled == Shown(H())) << "scroll " << code << " to line " << e.GetFirstLine();
+        EXPECT_TRUE(scrolled == Repainted(H(), TRUE))
+            << "scroll " << code << " to line " << e.GetFirstLine();
     }
     // A repaint without the system's erase clears what lies below the last line itself.
     e.SetText("short");
@@ -181,94 +170,70 @@ TEST_F(Edit, AScrolledPageLooksLikeTheWholePageRepainted) {
     RECT below = {0, client.bottom / 2, client.right, client.bottom};
     FillRect(dc, &below, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
     ReleaseDC(H(), dc);
-    InvalidateRect(H(), nullptr, FALSE);
-    UpdateWindow(H());
-    std::vector<COLORREF> unerased = Shown(H());
-    InvalidateRect(H(), nullptr, TRUE);
-    UpdateWindow(H());
-    EXPECT_TRUE(unerased == Shown(H()));
+    std::vector<COLORREF> unerased = Repainted(H(), FALSE);
+    EXPECT_TRUE(unerased == Repainted(H(), TRUE));
 }
 
 TEST_F(Edit, MouseSelectsByPointLineAndWordUnlessForbidden) {
     BCTextEdit& e = Make("alpha beta\r\ngamma");
-    POINT b = At(7);
+    POINT b = At(7), g = At(14);
     Click(WM_LBUTTONDOWN, b.x, b.y);
     EXPECT_EQ(H(), GetCapture());
-    POINT g = At(14);
-    Click(WM_MOUSEMOVE, g.x, g.y);
-    Click(WM_LBUTTONUP, g.x, g.y);
+    EXPECT_EQ(BCLimits(7, 14), Clicks({WM_MOUSEMOVE, WM_LBUTTONUP}, g));
     EXPECT_EQ(nullptr, GetCapture());
-    EXPECT_EQ(BCLimits(7, 14), e.GetCrntSelection());
-    Click(WM_LBUTTONDOWN, 1, g.y); // the left margin takes the whole line
-    Click(WM_LBUTTONUP, 1, g.y);
-    EXPECT_EQ(BCLimits(12, 17), e.GetCrntSelection());
+    // The left margin takes the whole line; a double click the word.
+    EXPECT_EQ(BCLimits(12, 17), Clicks({WM_LBUTTONDOWN, WM_LBUTTONUP}, {1, g.y}));
+    EXPECT_EQ(BCLimits(6, 10), Clicks({WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK}, b));
+    // A drag further right than the line's end plus half the height of "H" takes its break.
+    const int end =
+        e.GetTextRect().GetLeft() + e.GetLineSize(0, 10).GetWidth() + e.GetChrHeight('H') / 2;
     Click(WM_LBUTTONDOWN, b.x, b.y);
-    Click(WM_LBUTTONUP, b.x, b.y);
-    Click(WM_LBUTTONDBLCLK, b.x, b.y);
-    EXPECT_EQ(BCLimits(6, 10), e.GetCrntSelection());
+    EXPECT_EQ(BCLimits(7, 10), Clicks({WM_MOUSEMOVE}, {end, b.y}));
+    EXPECT_EQ(BCLimits(7, 12), Clicks({WM_MOUSEMOVE, WM_LBUTTONUP}, {end + 1, b.y}));
     e.SetMode(8, 1);
     Click(WM_LBUTTONDOWN, g.x, g.y);
     EXPECT_EQ(nullptr, GetCapture());
-    Click(WM_LBUTTONDBLCLK, g.x, g.y);
-    EXPECT_TRUE(e.GetCrntSelection().IsEmpty());
+    EXPECT_TRUE(Clicks({WM_LBUTTONDBLCLK}, g).IsEmpty());
 }
 
 TEST_F(Edit, UndoMergesTypingAndDeletingAtOnePlace) {
     BCTextEdit& e = Make("hello");
-    Type("abc"); // one step
+    Type("abc"); // one step, the caret following
+    EXPECT_EQ(e.GetOfsPos(3).GetX(), e.GetCaretPos().GetX());
     EXPECT_EQ(32u, e.GetUndoList()->GetCrntRecord()->bfInserted.GetCapacity());
-    EXPECT_EQ(0, e.Undo());
-    EXPECT_EQ("hello", Text());
-    EXPECT_FALSE(e.CanUndo());
+    EXPECT_TRUE(e.Undo() == 0 && Text() == "hello" && !e.CanUndo());
     e.SetTextPos(5, -1);
     for (int i = 0; i < 5; ++i)
         Key(VK_BACK);
     const BCUndoRecord* r = e.GetUndoList()->GetCrntRecord();
     EXPECT_EQ(4u, r->dwType);
     EXPECT_STREQ("hello", r->bfRemoved.GetData());
-    e.Undo();
-    EXPECT_EQ("hello", Text());
-    EXPECT_EQ(5u, e.GetCaretOfs());
+    EXPECT_TRUE(Undone() == "hello" && e.GetCaretOfs() == 5);
     for (int i = 0; i < 2; ++i) {
         e.SetTextPos(1, -1);
         Key(VK_DELETE);
     }
-    e.Undo(); // Delete pressed twice at one place: one step
-    EXPECT_EQ("hello", Text());
+    EXPECT_EQ("hello", Undone()); // Delete pressed twice at one place: one step
     e.SetTextPos(0, -1);
     Type("ab\rcd"); // Return ends a step
-    e.Undo();
-    EXPECT_EQ("ab\r\nhello", Text());
-    e.Undo();
-    EXPECT_EQ("hello", Text());
-    for (auto [key, ctrl] : {std::pair<UINT, bool>{VK_HOME, false},
-                             {VK_HOME, true},
-                             {VK_LEFT, false},
-                             {VK_LEFT, true},
-                             {VK_UP, false},
-                             {VK_UP, true},
-                             {VK_PRIOR, false},
-                             {VK_CLEAR, false},
-                             {VK_F8, false}}) {
+    EXPECT_EQ("ab\r\nhello|hello", Join({Undone(), Undone()}));
+    for (int key : {VK_HOME, VK_HOME | kCtrl, VK_LEFT, VK_LEFT | kCtrl, VK_UP, VK_UP | kCtrl,
+                    VK_PRIOR, VK_CLEAR, VK_F8}) {
         e.SetText("abcd"); // Delete, a key that ends the step without moving, Delete
-        Key(VK_DELETE);
-        Key(key, ctrl);
-        Key(VK_DELETE);
-        e.Undo();
-        EXPECT_EQ("bcd", Text()) << key << ctrl;
+        for (int pressed : {VK_DELETE, key, VK_DELETE})
+            Key(pressed);
+        EXPECT_EQ("bcd", Undone()) << key;
     }
     e.SetText("hello");
     std::string typed(40, 'q'); // a long step grows its buffer by the step rule
     Type(typed.c_str());
     const BCUndoBuffer& in = e.GetUndoList()->GetCrntRecord()->bfInserted;
-    EXPECT_EQ(typed, in.GetData());
-    EXPECT_EQ(64u, in.GetCapacity());
+    EXPECT_TRUE(typed == in.GetData() && in.GetCapacity() == 64u);
     e.Undo();
     Type("ab\rcd");
     e.Undo();
     Type("z"); // a change after Undo ends Redo
-    EXPECT_FALSE(e.CanRedo());
-    EXPECT_EQ(0, e.Redo());
+    EXPECT_TRUE(!e.CanRedo() && e.Redo() == 0);
 }
 
 TEST_F(Edit, HistoryKeepsOnlyItsDepthReusingTheOldestRecord) {
@@ -277,13 +242,11 @@ TEST_F(Edit, HistoryKeepsOnlyItsDepthReusingTheOldestRecord) {
         Key(VK_HOME); // movement ends a step
         Type(s);
     }
-    EXPECT_EQ("dcba", Text());
-    EXPECT_EQ(3u, e.GetUndoList()->GetCount());
+    EXPECT_TRUE(Text() == "dcba" && e.GetUndoList()->GetCount() == 3);
     int steps = 0;
     for (; e.CanUndo(); ++steps)
         e.Undo();
-    EXPECT_EQ(3, steps);
-    EXPECT_EQ("a", Text());
+    EXPECT_TRUE(steps == 3 && Text() == "a");
     while (e.CanRedo())
         e.Redo();
     EXPECT_EQ("dcba", Text());
@@ -293,36 +256,23 @@ TEST_F(Edit, SelectionIsReplacedInTwoStepsAndPastesStaySelected) {
     BCTextEdit& e = Make("abcd");
     e.SetCrntSelection(BCLimits(1, 3));
     Type("X");
-    EXPECT_EQ("aXd", Text());
-    e.Undo();
-    EXPECT_EQ("ad", Text());
-    e.Undo();
-    EXPECT_EQ("abcd", Text());
+    EXPECT_EQ("aXd|ad|abcd", Join({Text(), Undone(), Undone()}));
     e.SetCrntSelection(BCLimits(3, 1));
-    char sel[8];
-    EXPECT_EQ(2u, e.GetSelectedText(sel, 7));
-    EXPECT_STREQ("bc", sel);
-    EXPECT_EQ(1, e.ReplaceSelectedText("long"));
-    EXPECT_EQ("alongd", Text());
-    EXPECT_EQ(BCLimits(1, 5), e.GetCrntSelection());
-    EXPECT_EQ(1u, e.GetCaretOfs());
+    char sel[8] = "";
+    EXPECT_TRUE(e.GetSelectedText(sel, 7) == 2 && std::string(sel) == "bc");
+    EXPECT_TRUE(e.ReplaceSelectedText("long") == 1 && Text() == "alongd");
+    EXPECT_TRUE(e.GetCrntSelection() == BCLimits(1, 5) && e.GetCaretOfs() == 1);
     e.ReplaceSelectedText("X"); // replacements never merge
-    e.Undo();
-    EXPECT_EQ("alongd", Text());
+    EXPECT_EQ("alongd", Undone());
     Input::Char(H(), 27); // Escape only collapses
-    EXPECT_EQ("alongd", Text());
-    EXPECT_TRUE(e.GetCrntSelection().IsEmpty());
-    EXPECT_EQ(1, e.InsertText("x\xe9y\x01z"));
-    EXPECT_EQ("axyzlongd", Text());
+    EXPECT_TRUE(Text() == "alongd" && e.GetCrntSelection().IsEmpty());
+    EXPECT_TRUE(e.InsertText("x\xe9y\x01z") == 1 && Text() == "axyzlongd");
     e.AppendText("!");
     EXPECT_EQ("axyzlongd!", Text());
-    EXPECT_EQ(1, e.ReplaceTextA(1, 3, "Q", 1));
-    EXPECT_EQ("aQlongd!", Text());
-    EXPECT_EQ(1, e.ReplaceTextA(0, 1, nullptr, 0));
-    EXPECT_EQ("Qlongd!", Text());
+    EXPECT_TRUE(e.ReplaceTextA(1, 3, "Q", 1) == 1 && Text() == "aQlongd!");
+    EXPECT_TRUE(e.ReplaceTextA(0, 1, nullptr, 0) == 1 && Text() == "Qlongd!");
     e.Undo();
-    e.Undo();
-    EXPECT_EQ("axyzlongd!", Text());
+    EXPECT_EQ("axyzlongd!", Undone());
 }
 
 TEST_F(Edit, ExtendedSelectionGrowsByWordLineAndText) {
@@ -332,17 +282,21 @@ TEST_F(Edit, ExtendedSelectionGrowsByWordLineAndText) {
         EXPECT_EQ(want, e.GetCrntSelection());
     }
     Key(VK_F8);
-    EXPECT_TRUE(e.GetCrntSelection().IsEmpty());
-    EXPECT_EQ(0u, e.GetState());
+    EXPECT_TRUE(e.GetCrntSelection().IsEmpty() && e.GetState() == 0);
 }
 
-// Colour at the top row of the line holding `ofs`, `dx` pixels right of the offset's x.
-COLORREF PixelAt(EditFixture& f, unsigned long ofs, int dx) {
-    BCPosition p = f.edit->GetOfsPos(ofs);
+// Per offset, the colour at the top row of its line a pixel right of its x: b(lack), w(hite)
+// or ? for any other.
+std::string Inks(EditFixture& f, std::initializer_list<unsigned long> offsets) {
     HDC dc = GetDC(f.H());
-    COLORREF c = GetPixel(dc, p.GetX() + dx, p.GetY());
+    std::string inks;
+    for (unsigned long ofs : offsets) {
+        BCPosition p = f.edit->GetOfsPos(ofs);
+        COLORREF c = GetPixel(dc, p.GetX() + 1, p.GetY());
+        inks += c == RGB(0, 0, 0) ? 'b' : c == RGB(255, 255, 255) ? 'w' : '?';
+    }
     ReleaseDC(f.H(), dc);
-    return c;
+    return inks;
 }
 
 // Black pixels in the cells of the characters from..to of one line.
@@ -360,39 +314,31 @@ int DarkIn(EditFixture& f, unsigned long from, unsigned long to) {
 TEST_F(Edit, SelectionIsDrawnInverseIncludingSelectedLineBreaks) {
     BCTextEdit& e = Make("Hello world\r\n\r\nnext");
     e.SetCrntSelection(BCLimits(2, 11)); // up to the line's end, not its break
-    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 11, 1));
+    EXPECT_EQ("w", Inks(*this, {11}));
     e.SetCrntSelection(BCLimits(2, 15)); // to the start of "next"
     Input::Pump();
-    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 1, 1));
-    EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, 2, 1));
-    EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, 11, 1)); // the blank after the line
-    EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, 13, 1)); // the selected empty line
-    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 15, 1));
+    // Inverse too: the blank after the line and the selected empty line.
+    EXPECT_EQ("wbbbw", Inks(*this, {1, 2, 11, 13, 15}));
     e.SetCrntSelection(BCLimits(2, 5)); // shrinking redraws the rest plain
-    e.Repaint();                        // and a whole repaint draws the same
+    EXPECT_EQ("bwww", Inks(*this, {3, 6, 11, 13}));
+    e.Repaint(); // and a whole repaint draws the same
     UpdateWindow(H());
-    EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, 3, 1));
-    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 6, 1));
-    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 11, 1));
-    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 13, 1));
-    EXPECT_GT(DarkIn(*this, 0, 2), 0); // the text around the selection is drawn too
-    EXPECT_GT(DarkIn(*this, 6, 11), 0);
-    EXPECT_GT(DarkIn(*this, 15, 19), 0); // and the lines the selection leaves alone
-    Key(VK_RIGHT);                       // any key collapses it
+    EXPECT_EQ("bwww", Inks(*this, {3, 6, 11, 13}));
+    // The text around the selection is drawn too, and the lines the selection leaves alone.
+    EXPECT_TRUE(DarkIn(*this, 0, 2) > 0 && DarkIn(*this, 6, 11) > 0 && DarkIn(*this, 15, 19) > 0);
+    Key(VK_RIGHT); // any key collapses it
     Input::Pump();
-    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 3, 1));
+    EXPECT_EQ("w", Inks(*this, {3}));
     e.SetCrntSelection(BCLimits(0, 5));
-    EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, 2, 1));
+    EXPECT_EQ("b", Inks(*this, {2}));
     SendMessageA(H(), WM_HSCROLL, SB_PAGERIGHT, 0); // the text moves left, repainted
-    EXPECT_EQ(RGB(255, 255, 255), PixelAt(*this, 2, 1));
+    EXPECT_EQ("w", Inks(*this, {2}));
 }
 
 TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     std::string text = Lines(100);
     BCTextEdit& e = Make(text.c_str());
-    unsigned long shown = 0;
-    for (unsigned long o = 0; o < e.GetPageEnd(); ++o)
-        shown += text[o] == '\n';
+    const unsigned long shown = ShownLines(e, text);
     ASSERT_GT(shown, 4u);
     BCSize h(e.GetChrWidth('H'), e.GetChrHeight('H'));
     BCRectangle c = e.GetClientRect();
@@ -400,32 +346,21 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
                           c.GetBottom() - h.GetHeight() / 4),
               e.GetTextRect());
     unsigned long page = shown * 3 / 4;
-    Key(VK_NEXT);
-    EXPECT_EQ(e.GetText()->GetLineOfs(page), e.GetCaretOfs());
-    EXPECT_EQ(0u, e.GetFirstLine());
-    Key(VK_NEXT); // off the page: the caret's line shows at the bottom
-    EXPECT_EQ(2 * page - shown + 1, e.GetFirstLine());
-    e.SetTextPos(e.GetText()->GetLineOfs(2), 0);
-    Key(VK_DOWN, true); // the caret, now above the page, goes one line up
-    EXPECT_EQ(3u, e.GetFirstLine());
-    EXPECT_EQ(e.GetText()->GetLineOfs(1), e.GetCaretOfs());
-    e.SetTextPos(e.GetText()->GetLineOfs(1), 0);
+    EXPECT_TRUE(TopAfter(VK_NEXT) == 0 && e.GetCaretOfs() == LineOfs(page));
+    EXPECT_EQ(2 * page - shown + 1, TopAfter(VK_NEXT)); // off the page: its line at the bottom
+    e.SetTextPos(LineOfs(2), 0);
+    // The caret, now above the page, goes one line up; then further up.
+    EXPECT_TRUE(TopAfter(VK_DOWN | kCtrl) == 3 && e.GetCaretOfs() == LineOfs(1));
+    e.SetTextPos(LineOfs(1), 0);
     EXPECT_EQ(1u, e.GetFirstLine());
-    Key(VK_DOWN, true); // the caret above the page goes further up
-    EXPECT_EQ(2u, e.GetFirstLine());
-    EXPECT_EQ(0u, e.GetCaretOfs());
-    Key(VK_UP, true);
-    EXPECT_EQ(1u, e.GetFirstLine());
-    e.SetTextPos(e.GetText()->GetLineOfs(3), -1);
-    for (UINT key : {VK_RIGHT, VK_LEFT, VK_END, VK_HOME, VK_DOWN, VK_UP}) {
-        Key(key); // the caret stays on the page: the page stays
-        EXPECT_EQ(1u, e.GetFirstLine()) << key;
-    }
-    Key(VK_CLEAR); // the caret's line three below the top
-    EXPECT_EQ(0u, e.GetFirstLine());
+    EXPECT_TRUE(TopAfter(VK_DOWN | kCtrl) == 2 && e.GetCaretOfs() == 0);
+    EXPECT_EQ(1u, TopAfter(VK_UP | kCtrl));
+    e.SetTextPos(LineOfs(3), -1);
+    for (UINT key : {VK_RIGHT, VK_LEFT, VK_END, VK_HOME, VK_DOWN, VK_UP})
+        EXPECT_EQ(1u, TopAfter(key)) << key; // the caret stays on the page: the page stays
+    EXPECT_EQ(0u, TopAfter(VK_CLEAR));       // the caret's line three below the top
     e.SetTextPos(0, -1);
-    Key(VK_DOWN, true);
-    EXPECT_EQ(1u, e.GetFirstLine());
+    EXPECT_EQ(1u, TopAfter(VK_DOWN | kCtrl));
     auto scroll = [&](int type, int thumb = 0) {
         SetScrollPos(H(), SB_VERT, thumb, FALSE);
         SendMessageA(H(), WM_VSCROLL, MAKEWPARAM(type, thumb), 0);
@@ -433,37 +368,31 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     };
     EXPECT_EQ(2u, scroll(SB_LINEDOWN));
     EXPECT_EQ(-1, e.GetCaretPos().GetX()); // the caret's line went off the page
-    EXPECT_EQ(2 + shown * 3 / 4, scroll(SB_PAGEDOWN));
-    EXPECT_EQ(40u, scroll(SB_THUMBPOSITION, 40));
-    EXPECT_EQ(39u, scroll(SB_LINEUP));
-    EXPECT_EQ(0u, scroll(SB_TOP));
+    EXPECT_EQ((Seq{2 + shown * 3 / 4, 40u, 39u, 0u}),
+              (Seq{scroll(SB_PAGEDOWN), scroll(SB_THUMBPOSITION, 40), scroll(SB_LINEUP),
+                   scroll(SB_TOP)}));
     EXPECT_EQ(e.GetTextRect().GetLeft(), e.GetCaretPos().GetX());
-    e.SetTextPos(e.GetText()->GetLineOfs(2), 0); // on the page, put at the top
+    e.SetTextPos(LineOfs(2), 0); // on the page, put at the top
     EXPECT_EQ(2u, e.GetFirstLine());
     scroll(SB_BOTTOM); // scrolling leaves the caret where it is
-    EXPECT_EQ(text.size(), e.GetPageEnd());
-    EXPECT_EQ(e.GetText()->GetLineOfs(2), e.GetCaretOfs());
-    EXPECT_EQ(GetScrollPos(H(), SB_VERT), static_cast<int>(e.GetFirstLine()));
-    Key(VK_END, true);
+    EXPECT_TRUE(e.GetPageEnd() == text.size() && e.GetCaretOfs() == LineOfs(2) &&
+                GetScrollPos(H(), SB_VERT) == static_cast<int>(e.GetFirstLine()));
+    Key(VK_END | kCtrl);
     unsigned long top = e.GetPageTop();
     Key(VK_NEXT);
     EXPECT_EQ(top, e.GetPageTop());
-    short unit = e.GetChrWidth('H');
-    for (auto [type, x] : {std::pair<int, int>{SB_LINELEFT, 0},
-                           {SB_PAGERIGHT, 8 * unit},
-                           {SB_LINELEFT, 7 * unit},
-                           {SB_PAGERIGHT, 15 * unit},
-                           {SB_PAGELEFT, 7 * unit},
-                           {SB_TOP, 0}}) {
+    const int steps[][2] = {{SB_LINELEFT, 0},   {SB_PAGERIGHT, 8}, {SB_LINELEFT, 7},
+                            {SB_PAGERIGHT, 15}, {SB_PAGELEFT, 7},  {SB_TOP, 0}}; // to x, in units
+    for (auto [type, units] : steps) {
         SendMessageA(H(), WM_HSCROLL, MAKEWPARAM(type, 0), 0);
-        EXPECT_EQ(x, e.GetOrigin().GetX());
+        EXPECT_EQ(units * e.GetChrWidth('H'), e.GetOrigin().GetX());
     }
-    e.SetTextPos(e.GetText()->GetLineOfs(5), 0);
+    e.SetTextPos(LineOfs(5), 0);
     Type("x"); // typing at the top line's start keeps that line at the top
-    EXPECT_EQ(e.GetText()->GetLineOfs(5), e.GetPageTop());
-    unsigned long deep = e.GetText()->GetLineOfs(60);
+    EXPECT_EQ(LineOfs(5), e.GetPageTop());
+    unsigned long deep = LineOfs(60);
     e.SetCrntSelection(BCLimits(0, static_cast<long>(deep + 3))); // the page follows its end
-    EXPECT_EQ(RGB(0, 0, 0), PixelAt(*this, deep, 1));
+    EXPECT_EQ("b", Inks(*this, {deep}));
 }
 
 // The click rule the editor keeps, from each character's own measure: a point lands on the
@@ -518,43 +447,29 @@ TEST_F(Edit, MenuFollowsHistorySelectionAndClipboard) {
             s += menu.IsEnabled(id) ? '1' : '0';
         return s;
     };
-    ASSERT_TRUE(OpenClipboard(nullptr) && EmptyClipboard() && CloseClipboard());
+    BCClipboard clipboard(nullptr);
+    ASSERT_TRUE(clipboard.Clear());
     EXPECT_EQ("00000", enabled());
     Type("x");
     e.SetCrntSelection(BCLimits(0, 2));
     EXPECT_EQ("11100", enabled());
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, 2);
-    std::memcpy(GlobalLock(block), "t", 2);
-    GlobalUnlock(block);
-    ASSERT_TRUE(OpenClipboard(nullptr) && EmptyClipboard() && SetClipboardData(CF_TEXT, block));
-    CloseClipboard();
+    ASSERT_TRUE(clipboard.SetText("t"));
     EXPECT_EQ('1', enabled()[3]);
-    EXPECT_EQ(0, SendMessageA(H(), WM_COMMAND, 111, 0)); // Undo answers 0 but undoes
-    EXPECT_EQ("abc", Text());
+    // Undo answers 0 but undoes.
+    EXPECT_TRUE(SendMessageA(H(), WM_COMMAND, 111, 0) == 0 && Text() == "abc");
     EXPECT_EQ('1', enabled()[4]);
-    EXPECT_EQ(1, SendMessageA(H(), WM_COMMAND, 116, 0));
-    EXPECT_EQ("xabc", Text());
-    EXPECT_EQ(0, SendMessageA(H(), WM_COMMAND, 130, 0));
-    EXPECT_EQ("xabc", Text());
+    EXPECT_TRUE(SendMessageA(H(), WM_COMMAND, 116, 0) == 1 && Text() == "xabc");
+    EXPECT_TRUE(SendMessageA(H(), WM_COMMAND, 130, 0) == 0 && Text() == "xabc");
 }
-
-struct TrackedData : BCTextData {
-    explicit TrackedData(bool* gone) : BCTextData(nullptr, nullptr, nullptr), m_gone(gone) {}
-    ~TrackedData() override { *m_gone = true; }
-    bool* m_gone;
-};
 
 TEST_F(Edit, QueriesDumpAndOwnershipOfTheDocument) {
     BCTextEdit& e = Make("one\r\ntwo");
-    char buf[9];
-    std::memset(buf, 'x', sizeof buf);
+    char buf[9] = "xxxxxxxx";
     EXPECT_EQ(5u, e.GetTextLine(0, buf, 7));
     EXPECT_STREQ("one\r\n", buf);
-    std::memset(buf, 'x', sizeof buf);
-    EXPECT_EQ(2u, e.GetTextLine(0, buf, 2));
-    EXPECT_EQ(0, buf[2]); // the terminator follows the max characters
-    EXPECT_EQ(0u, e.GetTextLine(7, buf, 7));
-    EXPECT_STREQ("", buf);
+    // The terminator follows the max characters.
+    EXPECT_TRUE(e.GetTextLine(0, buf, 2) == 2 && buf[2] == 0);
+    EXPECT_TRUE(e.GetTextLine(7, buf, 7) == 0 && buf[0] == 0);
     EXPECT_EQ(0u, e.GetTextLine(0, nullptr, 7) + e.GetSelectedText(nullptr, 7) +
                       e.GetText(nullptr, 7) + e.InsertText(nullptr) +
                       e.ReplaceSelectedText(nullptr));
@@ -563,11 +478,9 @@ TEST_F(Edit, QueriesDumpAndOwnershipOfTheDocument) {
     unsigned int len = 0;
     BCSize size;
     EXPECT_EQ(0, e.GetLineParms(99, start, len, size)); // past the end
-    EXPECT_EQ(1, e.GetLineParms(6, start, len, size));
-    EXPECT_EQ(5u, start);
-    EXPECT_EQ(e.GetLineSize(5, 3), size);
-    EXPECT_EQ(3u, e.GetLineLen(1));
-    EXPECT_EQ(0u, e.GetLineLen(7));
+    EXPECT_TRUE(e.GetLineParms(6, start, len, size) == 1 && start == 5 &&
+                size == e.GetLineSize(5, 3));
+    EXPECT_EQ(Nums(3, 0), Nums(e.GetLineLen(1), e.GetLineLen(7)));
     e.SetModified(0);
     EXPECT_FALSE(e.IsModified());
     Type("z");
@@ -581,9 +494,8 @@ TEST_F(Edit, QueriesDumpAndOwnershipOfTheDocument) {
     bool gone = false;
     {
         BCTextEdit owner(6, &main, BCPosition(), BCSize(50, 50), nullptr, nullptr,
-                         new TrackedData(&gone), &EditApp(), 0, 4);
-        EXPECT_EQ(51u, owner.GetObjectType());
-        EXPECT_EQ(0u, owner.GetTextLen());
+                         new Watched<BCTextData>(&gone, nullptr, nullptr, nullptr), &App(), 0, 4);
+        EXPECT_TRUE(owner.GetObjectType() == 51 && owner.GetTextLen() == 0);
     }
     EXPECT_TRUE(gone);
 }

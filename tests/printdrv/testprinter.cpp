@@ -8,10 +8,8 @@
 namespace {
 constexpr int kRenderDpi = 30;
 
-std::string BuildDir() {
-    const char* dir = std::getenv("NORLIB_BUILD_DIR");
-    return dir ? dir : "/tmp";
-}
+const char* const kBuildDir =
+    std::getenv("NORLIB_BUILD_DIR") ? std::getenv("NORLIB_BUILD_DIR") : "/tmp";
 
 bool AddTestPrinter() {
     HANDLE printer = nullptr;
@@ -30,8 +28,7 @@ bool ReadPage(const std::string& file, const PageGeometry& g, Page& page) {
     std::ifstream in("Z:" + file, std::ios::binary);
     std::string magic, comment;
     int maxGrey = 0;
-    in >> magic >> std::ws;
-    while (in.peek() == '#')
+    for (in >> magic >> std::ws; in.peek() == '#';)
         std::getline(in, comment);
     in >> page.width >> page.height >> maxGrey;
     in.get();
@@ -45,7 +42,7 @@ bool ReadPage(const std::string& file, const PageGeometry& g, Page& page) {
 } // namespace
 
 std::string JobFile() {
-    return BuildDir() + "/printer-job.ps";
+    return std::string(kBuildDir) + "/printer-job.ps";
 }
 
 bool UnixFileExists(const std::string& path) {
@@ -91,7 +88,7 @@ double Page::Ink(int left, int top, int right, int bottom) const {
 
 std::vector<Page> RenderJob(const PageGeometry& geometry) {
     // Wine cannot wait for a Unix process: the script leaves a mark when it is done.
-    std::string prefix = BuildDir() + "/printer-page";
+    std::string prefix = std::string(kBuildDir) + "/printer-page";
     DeleteFileA(("Z:" + prefix + ".done").c_str());
     std::string command = "Z:\\bin\\sh " NORLIB_SOURCE_DIR "/scripts/printer.sh render " +
                           JobFile() + " " + prefix + " " + std::to_string(kRenderDpi);

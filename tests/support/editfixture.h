@@ -1,19 +1,19 @@
 #pragma once
 // A text editor in a shown main window, driven with real key, character and mouse messages.
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
+#include <initializer_list>
 #include <memory>
-#include <string>
 
 #include "guidriver.h"
-#include "norlib2.h"
 
-inline BCApplication& EditApp() {
-    static BCApplication app;
-    return app;
+// Texts joined by "|", made in the order written: a braced list fixes the order of the calls.
+inline std::string Join(std::initializer_list<std::string> parts) {
+    std::string all;
+    for (const std::string& part : parts)
+        all += (all.empty() ? "" : "|") + part;
+    return all;
 }
+
+constexpr int kCtrl = 0x1000;
 
 class EditFixture : public ::testing::Test {
   public:
@@ -26,10 +26,8 @@ class EditFixture : public ::testing::Test {
     // A 300 x 200 editor (client) holding `text`, with the focus.
     BCTextEdit& Make(const char* text, unsigned int mode = 0, unsigned int depth = 64,
                      short height = 200) {
-        BCPosition pos(0, 0);
-        BCSize size(300, height);
-        edit.reset(new BCTextEdit(5, &main, pos, size, nullptr, nullptr, nullptr, &EditApp(), mode,
-                                  depth));
+        edit.reset(new BCTextEdit(5, &main, BCPosition(0, 0), BCSize(300, height), nullptr, nullptr,
+                                  nullptr, &App(), mode, depth));
         edit->SetStyle(WS_VSCROLL, 1);
         EXPECT_TRUE(edit->Create(""));
         edit->SetText(text);
@@ -43,18 +41,34 @@ class EditFixture : public ::testing::Test {
         edit->GetText(&s[0], s.size());
         return s;
     }
-    void Key(UINT key, bool ctrl = false) { Input::Key(H(), key, ctrl); }
+    std::string Undone() { return edit->Undo(), Text(); }
+    std::string Redone() { return edit->Redo(), Text(); }
+    // `key` with kCtrl: pressed with Ctrl.
+    void Key(UINT key, bool ctrl = false) { Input::Key(H(), key & ~kCtrl, ctrl || (key & kCtrl)); }
+    // The first line shown once `key` is pressed.
+    unsigned long TopAfter(UINT key, bool ctrl = false) {
+        return Key(key, ctrl), edit->GetFirstLine();
+    }
+    unsigned long LineOfs(unsigned long line) { return edit->GetText()->GetLineOfs(line); }
     void Type(const char* text) {
         for (; *text; ++text)
             Input::Char(H(), *text);
     }
-    void Click(UINT message, int x, int y) { Input::Mouse(H(), message, x, y, MK_LBUTTON); }
+    void Click(UINT message, int x, int y) {
+        SendMessageA(H(), message, MK_LBUTTON, MAKELPARAM(x, y));
+    }
+    // The selection once the mouse messages came at `p`.
+    BCLimits Clicks(std::initializer_list<UINT> messages, POINT p) {
+        for (UINT message : messages)
+            Click(message, p.x, p.y);
+        return edit->GetCrntSelection();
+    }
     // Point of an offset in client coordinates, in the middle of its line's height.
     POINT At(unsigned long ofs) {
         BCPosition p = edit->GetOfsPos(ofs);
         return {p.GetX(), p.GetY() + edit->GetChrHeight('H') / 2};
     }
 
-    BCMainWindow main{&EditApp()};
+    BCMainWindow main{&App()};
     std::unique_ptr<BCTextEdit> edit;
 };

@@ -5,89 +5,97 @@
 
 namespace {
 
-struct Search {
-    DWORD thread;
-    HWND found;
-};
-
-BOOL CALLBACK FindDialog(HWND window, LPARAM context) {
-    Search* search = reinterpret_cast<Search*>(context);
-    char className[16];
-    if (GetClassNameA(window, className, sizeof className) && lstrcmpA(className, "#32770") == 0 &&
-        IsWindowVisible(window)) {
-        search->found = window;
-        return FALSE;
-    }
-    return TRUE;
+BOOL CALLBACK NoteDialog(HWND window, LPARAM found) {
+    char name[16];
+    if (GetClassNameA(window, name, sizeof name) && !lstrcmpA(name, "#32770") &&
+        IsWindowVisible(window))
+        *reinterpret_cast<HWND*>(found) = window;
+    return !*reinterpret_cast<HWND*>(found);
 }
 
 } // namespace
 
-DialogDriver::~DialogDriver() {
-    if (m_thread.joinable())
-        m_thread.join();
+BCApplication& App() {
+    static BCApplication app;
+    return app;
+}
+
+Frame::Frame(bool shown) {
+    main.SetWindowRect(BCRectangle(10, 10, 410, 310));
+    EXPECT_TRUE(main.Create("Frame"));
+    if (shown)
+        main.Show(SW_SHOW);
+}
+
+Step Press(int controlId) {
+    return [controlId](HWND dialog) {
+        HWND button = GetDlgItem(dialog, controlId);
+        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(controlId, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(button));
+        return true;
+    };
+}
+
+Step TypeInto(int controlId, const std::string& text, bool atEnd) {
+    return [=](HWND dialog) {
+        HWND field = GetDlgItem(dialog, controlId);
+        if (atEnd)
+            SendMessageA(field, WM_KEYDOWN, VK_END, 1);
+        for (char c : text)
+            SendMessageA(field, WM_CHAR, static_cast<unsigned char>(c), 1);
+        return field != nullptr;
+    };
+}
+
+HWND ShownDialog(DWORD thread) {
+    HWND found = nullptr;
+    EnumThreadWindows(thread, NoteDialog, reinterpret_cast<LPARAM>(&found));
+    return found;
 }
 
 DialogDriver& DialogDriver::SetText(int controlId, const std::string& text) {
-    m_steps.push_back([controlId, text](HWND dialog) {
-        HWND control = GetDlgItem(dialog, controlId);
-        return control &&
-               SendMessageA(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    return Do([=](HWND dialog) {
+        return SendDlgItemMessageA(dialog, controlId, WM_SETTEXT, 0,
+                                   reinterpret_cast<LPARAM>(text.c_str())) != 0;
     });
-    return *this;
 }
 
 DialogDriver& DialogDriver::Click(int controlId) {
-    m_steps.push_back([controlId](HWND dialog) {
+    return Do([controlId](HWND dialog) {
         HWND button = GetDlgItem(dialog, controlId);
-        if (!button)
-            return false;
-        // What a click on the button tells its dialog.
-        PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(controlId, BN_CLICKED),
-                     reinterpret_cast<LPARAM>(button));
-        return true;
+        return button && PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(controlId, BN_CLICKED),
+                                      reinterpret_cast<LPARAM>(button));
     });
-    return *this;
 }
 
 DialogDriver& DialogDriver::ReadText(int controlId, std::string* into) {
-    m_steps.push_back([controlId, into](HWND dialog) {
+    return Do([controlId, into](HWND dialog) {
         char text[256] = "";
         HWND control = GetDlgItem(dialog, controlId);
-        if (!control)
-            return false;
         SendMessageA(control, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
         *into = text;
-        return true;
+        return control != nullptr;
     });
-    return *this;
 }
 
-DialogDriver& DialogDriver::Do(std::function<bool(HWND)> step) {
+DialogDriver& DialogDriver::Do(Step step) {
     m_steps.push_back(std::move(step));
     return *this;
 }
 
 void DialogDriver::Start(int timeoutMs) {
-    m_threadId = GetCurrentThreadId();
-    m_thread = std::thread([this, timeoutMs] { Run(timeoutMs); });
-}
-
-void DialogDriver::Run(int timeoutMs) {
-    auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
-    Search search = {m_threadId, nullptr};
-    while (!search.found && std::chrono::steady_clock::now() < deadline) {
-        Sleep(20);
-        EnumThreadWindows(m_threadId, FindDialog, reinterpret_cast<LPARAM>(&search));
-    }
-    bool ok = search.found != nullptr;
-    for (auto& step : m_steps) {
-        if (!ok)
-            break;
-        ok = step(search.found);
-    }
-    m_ok = ok;
-    m_done = true;
+    m_thread = std::thread([this, timeoutMs, thread = GetCurrentThreadId()] {
+        auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+        HWND dialog = nullptr;
+        while (!dialog && std::chrono::steady_clock::now() < deadline) {
+            Sleep(20);
+            dialog = ShownDialog(thread);
+        }
+        bool ok = dialog != nullptr;
+        for (auto step = m_steps.begin(); ok && step != m_steps.end(); ++step)
+            ok = (*step)(dialog);
+        m_ok = ok;
+    });
 }
 
 bool DialogDriver::Finish() {
@@ -98,28 +106,20 @@ bool DialogDriver::Finish() {
 
 namespace Input {
 
-void SetCtrl(bool down) {
+LRESULT Key(HWND window, UINT virtualKey, bool ctrl) {
     BYTE keys[256];
     GetKeyboardState(keys);
-    keys[VK_CONTROL] = down ? 0x80 : 0;
-    keys[VK_LCONTROL] = down ? 0x80 : 0;
+    keys[VK_CONTROL] = keys[VK_LCONTROL] = ctrl ? 0x80 : 0;
     SetKeyboardState(keys);
-}
-
-LRESULT Key(HWND window, UINT virtualKey, bool ctrl) {
-    SetCtrl(ctrl);
     LRESULT result = SendMessageA(window, WM_KEYDOWN, virtualKey, 1);
     SendMessageA(window, WM_KEYUP, virtualKey, static_cast<LPARAM>(0xC0000001u));
-    SetCtrl(false);
+    keys[VK_CONTROL] = keys[VK_LCONTROL] = 0;
+    SetKeyboardState(keys);
     return result;
 }
 
 LRESULT Char(HWND window, char character) {
     return SendMessageA(window, WM_CHAR, static_cast<unsigned char>(character), 1);
-}
-
-LRESULT Mouse(HWND window, UINT message, int x, int y, WPARAM keys) {
-    return SendMessageA(window, message, keys, MAKELPARAM(x, y));
 }
 
 void Pump() {

@@ -14,10 +14,9 @@ MsgRecorder::~MsgRecorder() {
 
 std::vector<unsigned int> MsgRecorder::NumberedIds() const {
     std::vector<unsigned int> ids;
-    for (const Entry& e : m_entries) {
+    for (const Entry& e : m_entries)
         if (e.kind == BC_MSG_NUMBERED)
             ids.push_back(e.id);
-    }
     return ids;
 }
 
@@ -28,11 +27,19 @@ std::string MsgRecorder::Texts() const {
     return texts;
 }
 
+std::string MsgRecorder::Faults() const {
+    std::string all;
+    for (const Entry& e : m_entries)
+        if (e.kind == BC_MSG_FAULT)
+            all += e.file + ":" + std::to_string(e.line) + " " + e.text + "|";
+    return all;
+}
+
 int MsgRecorder::Sink(const BCMsgInfo& info, void* context) {
     MsgRecorder* self = static_cast<MsgRecorder*>(context);
-    self->m_entries.push_back({info.kind, info.id, info.text ? info.text : "",
-                               info.caption ? info.caption : "", info.style, info.object,
-                               info.file ? info.file : "", info.line});
+    self->m_entries.push_back({info.kind, info.id, info.style, info.line,
+                               info.text ? info.text : "", info.caption ? info.caption : "",
+                               info.file ? info.file : "", info.object});
     if (self->m_answers.empty())
         return 1;
     int answer = self->m_answers.front();

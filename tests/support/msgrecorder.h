@@ -11,13 +11,9 @@ class MsgRecorder {
   public:
     struct Entry {
         BCMsgKind kind;
-        unsigned int id;
-        std::string text;
-        std::string caption;
-        unsigned int style;
+        unsigned int id, style, line;
+        std::string text, caption, file;
         const BCObject* object;
-        std::string file;
-        unsigned int line;
     };
 
     MsgRecorder();
@@ -34,6 +30,8 @@ class MsgRecorder {
     std::vector<unsigned int> NumberedIds() const;
     // Texts of every message received, in order, each followed by "|".
     std::string Texts() const;
+    // The faults received, each as "FILE:line text|".
+    std::string Faults() const;
 
   private:
     static int Sink(const BCMsgInfo& info, void* context);
