@@ -168,5 +168,8 @@ constexpr unsigned int kMsgComboError = 10071;
 // ---- end of combo box and file list box ----
 
 // ---- file dialogs ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+constexpr unsigned int kDlgOpenFile = 1011;
+constexpr unsigned int kDlgSaveAs = 1013;
+} // namespace bcids
 // ---- end of file dialogs ----
