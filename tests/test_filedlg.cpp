@@ -38,7 +38,7 @@ class FileDialogTest : public ::testing::Test {
         GetTempPathA(MAX_PATH, temp);
         root = temp + ("nlfdlg" + std::to_string(GetCurrentProcessId()));
         many = temp + std::string("nlfdlg-10000");
-        for (const std::string& dir : {root, root + "\\Sub Dir", root + "\\Sub Dir\\Deeper", many})
+        for (const std::string& dir : {root, root + "\\Sub Dir", root + "\\Sub Dir\\D", many})
             CreateDirectoryA(dir.c_str(), nullptr);
         for (const char* file : {"a.txt", "b one.TXT", "README", "c.doc", "Sub Dir\\in.txt"})
             Make(root + "\\" + file);
@@ -192,18 +192,19 @@ TEST_F(FileDialogTest, BrowsingFoldersPatternsAndDrives) {
     DialogDriver driver;
     driver.Do(Look(&trail)).Do(List(2002, &files)).Do(List(2006, &dirs)).ReadText(2003, &top);
     driver.Do(Pick(2006, "[Sub Dir]", true)).Do(Look(&trail)).Do(List(2002, &subFiles));
-    driver.ReadText(2003, &path).Do(Pick(2006, "[Deeper]")).Do(Look(&trail));
+    driver.ReadText(2003, &path).Do(Pick(2006, "[D]")).Do(Look(&trail));
     driver.Do(Pick(2006, "[..]", true)).Do(Look(&trail));
     driver.SetText(2001, "*.DOC").Do(Press(1)).Do(Look(&trail)).Do(List(2002, &docs));
     driver.Do(Pick(2006, "[Sub Dir]", true)).Do(Look(&trail)); // the typed pattern goes along
     driver.SetText(2001, "..\\").Do(Press(1)).Do(Look(&trail));
     driver.Do(Pick(2006, "[-c-]", true)).Do(Look(&trail));
     driver.SetText(2001, "*.*").Do(Press(1)).Do(Look(&trail));
-    driver.Do(Type("\b\b\b\b")).Do(Look(&trail)).Do(Type("x")).Do(Look(&trail));
+    driver.Do(Type("\b")).Do(Look(&trail)).Do(Type("x")).Do(Look(&trail)).Do(Type("\b"));
+    driver.Do(Pick(2006, "[Sub Dir]")).Do(Look(&trail)); // choosing enables OK again
     driver.Do(Pick(2002, "README")).Do(Look(&trail)).Do(Press(1));
     Ran ran = RunFileDialog(driver, 0, 1012);
-    EXPECT_EQ("*.TXT[all]+|*.TXT[all]+|Deeper\\*.TXT+|*.TXT[all]+|*.DOC[all]+|*.DOC[all]+|"
-              "*.TXT[all]+|*.TXT[all]+|*.*[all]+|[all]-|x+|README.+|",
+    EXPECT_EQ("*.TXT[all]+|*.TXT[all]+|D\\*.TXT+|*.TXT[all]+|*.DOC[all]+|*.DOC[all]+|"
+              "*.TXT[all]+|*.TXT[all]+|*.*[all]+|[all]-|x+|Sub Dir\\*.TXT+|README.+|",
               trail);
     EXPECT_EQ((Strings{"a.txt", "b one.TXT"}), files);
     EXPECT_TRUE(std::find(dirs.begin(), dirs.end(), "[-c-]") != dirs.end());
@@ -224,7 +225,7 @@ TEST_F(FileDialogTest, BrowsingFoldersPatternsAndDrives) {
 TEST_F(FileDialogTest, ChoosingAFileThatThenVanishes) {
     std::string trail;
     DialogDriver driver;
-    driver.Do(Pick(2002, "a.txt")).Do(Look(&trail)).Do([](HWND) {
+    driver.Do(Type("\b")).Do(Pick(2002, "a.txt")).Do(Look(&trail)).Do([](HWND) {
         return DeleteFileA((root + "\\a.txt").c_str()) != 0;
     });
     driver.Do(Press(1)).Do(Look(&trail)).Do(Pick(2002, "b one.TXT", true));
@@ -305,6 +306,7 @@ TEST_F(FileDialogTest, TenThousandFilesListWithinASecond) {
 }
 
 TEST_F(FileDialogTest, SaveAsAddsTheExtensionAndAsksBeforeOverwriting) {
+    const std::string k70(70, 'l');
     struct Case {
         const char *name, *ext;
         int answer, result;
@@ -318,6 +320,9 @@ TEST_F(FileDialogTest, SaveAsAddsTheExtensionAndAsksBeforeOverwriting) {
         {"a<b", ".TXT", 0, 1, "a<b.TXT", "Invalid file name:  a<b.TXT|"},
         {"no dir\\x", nullptr, 0, 1, "no dir\\x", "Invalid file name:  no dir\\x|"},
         {"cancelled", ".TXT", 0, 0, "cancelled", ""},
+        // The name is cut to 65 characters, and with the extension to 80.
+        {k70.c_str(), ".TXT", 0, 1, k70.substr(0, 65) + ".TXT", ""},
+        {k70.c_str(), ".extension-too-long", 0, 1, k70.substr(0, 65) + ".extension-too-", ""},
     };
     for (const Case& c : cases) {
         recorder.Clear();

@@ -113,14 +113,11 @@ BCFileDialog::BCFileDialog(const BCResID& dialogTemplate, BCWindow* parent, cons
     SetFileExt(ext);
 }
 
-// A dialog ended other than through WindowRst still lets its controls go.
+// Control objects still held (a dialog ended other than through WindowRst) go with the
+// dialog's own list.
 BCFileDialog::~BCFileDialog() {
     caFileName[0] = '\0';
     caFileExt[0] = '\0';
-    bcdlg::Drop(opNameEdit);
-    bcdlg::Drop(opFileList);
-    bcdlg::Drop(opDirList);
-    bcdlg::Drop(opOkButton);
     blNewFile = 0;
 }
 
