@@ -21,7 +21,8 @@ class NORLIB2_API BCFileData : public BCDependentData {
     BCRenderableData* Dup() override;
     // Each returns non-zero on success.
     virtual int NewFile();
-    // Open and save-as choose the name in the file dialogs; without them they return 0.
+    // Open and save-as choose the name in the library's file dialogs and keep it as a full
+    // path. A cancelled dialog or a file that cannot be opened changes nothing.
     virtual int OpenFile();
     // Writes beside the file and replaces it only when the whole record was written, so a
     // failed write never costs the previous file.
@@ -52,6 +53,7 @@ class NORLIB2_API BCFileData : public BCDependentData {
     void Notify(unsigned int code);
     // The module whose resources and owner the boxes use.
     BCModule* Module() const;
+    BCApplication* App() const;
 
     char* caFileName;
     char* caFileExt;
@@ -60,6 +62,9 @@ class NORLIB2_API BCFileData : public BCDependentData {
   private:
     // Asks about unsaved changes, empties the document, drops its name and sends `code`.
     int Restart(unsigned int code);
+    // Reads an opened file into the document, with the wait cursor, message 10075 on a
+    // read failure and code 8 on success.
+    int ReadOpened(std::istream& in);
     // Writes the record to `path`; 1 when all of it was written.
     int WriteRecord(const char* path);
 };

@@ -52,6 +52,16 @@ class NORLIB2_API BCFileDialog : public BCModalDialog {
     char* GetFileExt(char* buffer);
     unsigned char IsNewFile() const { return blNewFile; }
 
+  private:
+    // Shows `text` in the name field, focused and wholly selected.
+    void ShowName(const char* text);
+    // Keeps the name and ends the dialog with 1.
+    void Accept(const char* name);
+    // Says why the name will not do; the dialog stays with the name selected.
+    void Refuse(unsigned int messageId, const char* name);
+    // The directory list after the file list may have changed the current directory.
+    void RelistDirs();
+
   protected:
     char caFileName[121];
     char caFileExt[5];
@@ -83,4 +93,8 @@ class NORLIB2_API BCSaveAsDialog : public BCStringDialog {
   public:
     BCSaveAsDialog(const char* name, const char* ext, const BCResID& dialogTemplate,
                    BCWindow* parent, BCApplication* app);
+
+  private:
+    // After OK: adds the extension, then refuses an invalid name or asks before overwriting.
+    void ConfirmName(const char* ext);
 };

@@ -168,5 +168,17 @@ constexpr unsigned int kMsgComboError = 10071;
 // ---- end of combo box and file list box ----
 
 // ---- file dialogs ----
-namespace bcids {} // namespace bcids
+namespace bcids {
+constexpr unsigned int kDlgOpenFile = 1011;
+constexpr unsigned int kDlgSaveAs = 1013;
+constexpr unsigned int kTypeSaveAsDialog = 62;
+constexpr unsigned int kCtlFileName = 2001;
+constexpr unsigned int kCtlFileList = 2002;
+constexpr unsigned int kCtlFilePath = 2003;
+constexpr unsigned int kCtlDirList = 2006;
+constexpr unsigned int kMsgFileNotFound = 3202;
+constexpr unsigned int kMsgFileExists = 10072;
+constexpr unsigned int kMsgInvalidFileName = 10073;
+constexpr unsigned int kMsgOverwriteFile = 10086;
+} // namespace bcids
 // ---- end of file dialogs ----

@@ -1,12 +1,41 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <memory>
 
+#include "guidriver.h"
 #include "test_data.h"
 
 namespace {
 
 using Codes = std::vector<unsigned int>;
+
+// The user of the next file dialog: types each entry into the name field and presses OK, the
+// last one ending the dialog; an empty last entry cancels.
+class FileDialogUser {
+  public:
+    FileDialogUser(int field, const std::vector<std::string>& entries) {
+        for (size_t i = 0; i + 1 < entries.size(); ++i)
+            m_driver.SetText(field, entries[i]).Do([](HWND dialog) {
+                // Sent, not posted: the next entry must not overtake this OK.
+                SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED),
+                             reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
+                return true;
+            });
+        if (entries.back().empty())
+            m_driver.Click(IDCANCEL);
+        else
+            m_driver.SetText(field, entries.back()).Click(IDOK);
+        m_driver.Start();
+    }
+    bool Done() { return m_driver.Finish(); }
+
+  private:
+    DialogDriver m_driver;
+};
+
+constexpr int kOpenField = 2001;
+constexpr int kSaveAsField = 2013;
 
 std::string ReadFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
@@ -84,10 +113,12 @@ TEST(FileDataTest, QuestionAnsweredYesNoAndCancel) {
     EXPECT_FALSE(doc.data.GetFileName() || doc.data.IsModified());
     EXPECT_EQ((Codes{6, 10}), doc.Taken());
 
-    // Yes saves: as, when unnamed (0 without the file dialogs), else under the name.
+    // Yes saves: as, when unnamed (cancelled here), else under the name.
     doc.Type("more");
     boxes.Answer(IDYES);
+    FileDialogUser cancels(kSaveAsField, {""});
     EXPECT_EQ(0, doc.data.NewFile());
+    EXPECT_TRUE(cancels.Done() && doc.data.IsModified());
     std::string path = TempFile("nyes");
     doc.data.SetFileName(path.c_str());
     boxes.Answer(IDYES);
@@ -181,11 +212,12 @@ TEST(FileDataTest, FailedWritesKeepThePreviousFileAndFailedReadsAreShown) {
               messages.Texts());
     EXPECT_EQ((Codes{10074, 10075}), messages.NumberedIds());
 
-    // A target that cannot be written leads to save-as (0 without the dialogs), silently.
+    // A target that cannot be written leads to save-as (cancelled here), silently.
     messages.Clear();
     data.SetFileName((path + "-dir\\x.txt").c_str());
+    FileDialogUser cancels(kSaveAsField, {""});
     EXPECT_EQ(0, data.SaveFile());
-    EXPECT_EQ(0u, messages.Count());
+    EXPECT_TRUE(cancels.Done() && messages.Count() == 0u);
     std::remove(path.c_str());
 }
 
@@ -283,6 +315,126 @@ TEST(ListDataTest, TheDocumentFileIsTheListRecord) {
     BCListData reader(new BCDoubleLinkedList(0, 8), nullptr, ".lst", path.c_str(), 0, nullptr);
     EXPECT_TRUE(reader.LoadFile() && TextForm(reader) == "alpha\r\nbeta\r\n");
     std::remove(path.c_str());
+}
+
+// A folder of the user's with a blank in its name, made once, as a full path ending in '\\'.
+const std::string& UserFolder() {
+    static const std::string folder = [] {
+        char temp[MAX_PATH];
+        GetTempPathA(sizeof temp, temp);
+        std::string path = std::string(temp) + "norlib documents\\";
+        CreateDirectoryA(path.c_str(), nullptr);
+        return path;
+    }();
+    return folder;
+}
+
+// One document of each kind; `filled` puts something in it.
+std::unique_ptr<BCFileData> MakeDocument(int kind, bool filled) {
+    static BCGraphicObject shape(70, 5, BCPosition(3, 4), BCSize(20, 10));
+    static char bytes[] = "\x01\x00\xff bytes";
+    switch (kind) {
+    case 0: {
+        auto text = std::make_unique<BCTextData>(nullptr, ".txt", nullptr);
+        if (filled)
+            text->SetText("one\r\ntwo", 0, 8, 1);
+        return text;
+    }
+    case 1:
+        return std::make_unique<BCFileData>(new BCInteger(filled ? -77 : 0), nullptr, ".num",
+                                            nullptr, 0, nullptr);
+    case 2:
+        return std::make_unique<BCFileData>(new BCMemoryData(bytes, filled ? sizeof bytes : 0, 0),
+                                            nullptr, ".mem", nullptr, 0, nullptr);
+    default: {
+        auto drawing =
+            std::make_unique<BCDrawingData>(nullptr, nullptr, ".drw", nullptr, 0, nullptr);
+        if (filled)
+            drawing->Append(nullptr, &shape);
+        return drawing;
+    }
+    }
+}
+
+TEST(FileDialogsTest, EveryKindOfDocumentSavesUnderANewNameAndOpensAgain) {
+    MsgRecorder messages;
+    for (int kind = 0; kind < 4; ++kind) {
+        std::unique_ptr<BCFileData> doc = MakeDocument(kind, true);
+        doc->SetModified(1); // a list's record carries the flag: compare modified records
+        const std::string record = Saved(*doc);
+        FileDialogUser saver(kSaveAsField, {UserFolder() + "doc " + std::to_string(kind)});
+        ASSERT_EQ(1, doc->SaveAsFile()) << kind;
+        EXPECT_TRUE(saver.Done());
+        // The default extension is added and the name kept whole.
+        const std::string path = UserFolder() + "doc " + std::to_string(kind) + doc->GetFileExt();
+        EXPECT_EQ(path, doc->GetFileName());
+        EXPECT_EQ(record, ReadFile(path));
+        EXPECT_FALSE(doc->IsModified());
+
+        std::unique_ptr<BCFileData> reopened = MakeDocument(kind, false);
+        reopened->SetFileName("unchanged");
+        FileDialogUser cancels(kOpenField, {""});
+        EXPECT_TRUE(!reopened->OpenFile() && cancels.Done());
+        EXPECT_STREQ("unchanged", reopened->GetFileName());
+        // Browsing to the folder first, then choosing the file by its bare name.
+        FileDialogUser opener(kOpenField, {UserFolder(), path.substr(UserFolder().size())});
+        ASSERT_EQ(1, reopened->OpenFile()) << kind;
+        EXPECT_TRUE(opener.Done());
+        EXPECT_EQ(path, reopened->GetFileName());
+        EXPECT_FALSE(reopened->IsModified());
+        reopened->SetModified(1);
+        EXPECT_EQ(record, Saved(*reopened));
+        if (kind == 3) // the drawing lets go of what it loaded before the folder goes
+            reopened->Clear(1);
+        std::remove(path.c_str());
+    }
+    EXPECT_EQ(0u, messages.Count());
+}
+
+TEST(FileDialogsTest, OpenAsksFirstAndOffersTheExtension) {
+    MsgRecorder boxes;
+    Document doc;
+    doc.Type("draft");
+    boxes.Answer(IDCANCEL); // keep the changes: no dialog, nothing lost
+    EXPECT_EQ(0, doc.data.OpenFile());
+    EXPECT_TRUE(doc.data.GetTextLen() == 5u && doc.data.IsModified());
+
+    // The open dialog lists the document's extension, or every file without one.
+    for (const char* ext : {".txt", static_cast<const char*>(nullptr)}) {
+        doc.data.SetFileExt(ext);
+        boxes.Answer(IDNO);
+        std::string shown;
+        DialogDriver driver;
+        driver.ReadText(kOpenField, &shown).Click(IDCANCEL).Start();
+        EXPECT_EQ(0, doc.data.OpenFile());
+        EXPECT_TRUE(driver.Finish());
+        EXPECT_EQ(0, lstrcmpiA(ext ? "*.txt" : "*.*", shown.c_str())) << shown;
+    }
+}
+
+TEST(FileDialogsTest, SaveAsOffersTheNameAndKeepsTheNewOneWhenTheWriteFails) {
+    // A name the dialog cannot hold is offered by its file part; Cancel keeps the name.
+    const std::string deep = "C:\\" + std::string(60, 'd') + "\\letter.txt";
+    for (const std::string& name : {std::string("C:\\x\\letter.txt"), deep}) {
+        Document doc(name.c_str());
+        std::string shown;
+        DialogDriver driver;
+        driver.ReadText(kSaveAsField, &shown).Click(IDCANCEL).Start();
+        EXPECT_EQ(0, doc.data.SaveAsFile());
+        EXPECT_TRUE(driver.Finish());
+        EXPECT_EQ(name == deep ? "letter.txt" : name, shown);
+        EXPECT_EQ(name, doc.data.GetFileName());
+    }
+
+    MsgRecorder messages;
+    BCFileData data(new FailingData, nullptr, nullptr, nullptr, 0, nullptr);
+    const std::string path = UserFolder() + "failed.dat";
+    FileDialogUser user(kSaveAsField, {path});
+    EXPECT_EQ(0, data.SaveAsFile());
+    EXPECT_TRUE(user.Done());
+    EXPECT_EQ(path, data.GetFileName());
+    EXPECT_EQ((Codes{10074}), messages.NumberedIds());
+    EXPECT_FALSE(Exists(path));
 }
 
 } // namespace

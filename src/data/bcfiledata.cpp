@@ -3,6 +3,7 @@
 #include "bcwindow.h"
 #include "bccursor.h"
 #include "bcdialog.h"
+#include "bcfiledlg.h"
 #include "bcstream.h"
 #include "bcmsg.h"
 #include "kostring.h"
@@ -21,6 +22,10 @@ namespace {
 
 constexpr unsigned int kYesNoCancelQuestion = 0x23;
 const char kTempSuffix[] = ".~sv";
+// The open dialog's pattern for a document without an extension.
+const char kAnyExt[] = ".*";
+// The longest name the save-as dialog takes.
+constexpr std::size_t kSaveAsNameMax = 65;
 // The words of the library's out-of-memory handler, for a document that does not fit.
 const char kNoMemoryText[] = "Can't allocate enough memory!";
 const char kNoMemoryCaption[] = "Attention";
@@ -61,6 +66,27 @@ bool SaveQuestion(KoString& question, const char* fileName) {
     bool built = !KoErrorHook::DidProcErrorOccur();
     KoErrorHook::ResetProcError();
     return built;
+}
+
+// The dialogs browse by changing the current directory, so a chosen name is kept as a full
+// path: a later browse must not move the document. False when the name has no full path.
+bool FullPath(const char* name, KoString& path) {
+    char full[MAX_PATH];
+    DWORD length = GetFullPathNameA(name, sizeof full, full, nullptr);
+    if (length == 0 || length >= sizeof full) {
+        BCTraceFailure("GetFullPathNameA");
+        return false;
+    }
+    path = full;
+    return true;
+}
+
+// What save-as offers: the document's name when the dialog can hold it, else its file part.
+const char* OfferedName(const char* fileName) {
+    if (!fileName || std::strlen(fileName) <= kSaveAsNameMax)
+        return fileName;
+    const char* tail = std::strrchr(fileName, '\\');
+    return tail ? tail + 1 : fileName;
 }
 
 void RemoveFile(const char* path) {
@@ -149,6 +175,10 @@ BCModule* BCFileData::Module() const {
     return opWindow ? opWindow->GetModule() : nullptr;
 }
 
+BCApplication* BCFileData::App() const {
+    return opWindow ? opWindow->GetApp() : nullptr;
+}
+
 int BCFileData::QuerySaveFile() {
     if (!IsModified())
         return 1;
@@ -186,11 +216,28 @@ int BCFileData::CloseFile() {
 }
 
 int BCFileData::OpenFile() {
-    return 0;
+    if (!QuerySaveFile())
+        return 0;
+    BCOpenDialog dialog(caFileExt ? caFileExt : kAnyExt,
+                        BCResID(bcids::kDlgOpenFile, BCGetDLLModule2()), opWindow, App());
+    KoString path;
+    if (!dialog.GetResult() || !FullPath(dialog.GetFileName(nullptr), path))
+        return 0;
+    // A file that cannot be opened keeps the document's name as well as its contents.
+    std::ifstream in(path.c_str(), std::ios::binary);
+    if (!in || !SetFileName(path.c_str()))
+        return 0;
+    return ReadOpened(in);
 }
 
 int BCFileData::SaveAsFile() {
-    return 0;
+    BCSaveAsDialog dialog(OfferedName(caFileName), caFileExt,
+                          BCResID(bcids::kDlgSaveAs, BCGetDLLModule2()), opWindow, App());
+    KoString path;
+    if (!dialog.GetResult() || !FullPath(dialog.GetString(nullptr), path) ||
+        !SetFileName(path.c_str()))
+        return 0;
+    return SaveFile();
 }
 
 int BCFileData::WriteRecord(const char* path) {
@@ -241,8 +288,10 @@ int BCFileData::LoadFile() {
     if (!caFileName || !*caFileName)
         return 0;
     std::ifstream in(caFileName, std::ios::binary);
-    if (!in)
-        return 0;
+    return in ? ReadOpened(in) : 0;
+}
+
+int BCFileData::ReadOpened(std::istream& in) {
     WaitCursor wait(opWindow);
     int read = ReadDocument(in);
     if (read == BC_READ_FAILED)

@@ -1,5 +1,5 @@
 #pragma once
-// Helpers the find, replace and string dialogs share: cut copies of their texts and the
+// Helpers the find, replace, string and file dialogs share: cut copies of their texts and the
 // binding of control objects made after the dialog has started.
 #include <cstring>
 
@@ -30,16 +30,20 @@ template <class Control> Control* Bind(unsigned int id, BCDialog* dialog) {
     return control;
 }
 
+// The field takes the focus with its whole text selected, so that typing replaces it.
+inline void FocusAll(BCStringEdit* edit) {
+    edit->SetFocus();
+    edit->SetCrntSelection(BCLimits(0, edit->GetTextLen()));
+}
+
 // The edit shows `text` within `limit` characters; focused, it has the whole text selected.
 inline BCStringEdit* BindEdit(unsigned int id, BCDialog* dialog, const char* text,
                               unsigned int limit, bool focus) {
     BCStringEdit* edit = Bind<BCStringEdit>(id, dialog);
     edit->SetText(text);
     edit->SetCharLimit(limit);
-    if (focus) {
-        edit->SetFocus();
-        edit->SetCrntSelection(BCLimits(0, edit->GetTextLen()));
-    }
+    if (focus)
+        FocusAll(edit);
     return edit;
 }
 
