@@ -1,5 +1,5 @@
 #pragma once
-// Pixels of a memory device and saved records, shared by the device and graphics test files.
+// Pixels of a memory device, tools and records, shared by the device and graphics test files.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -54,30 +54,10 @@ template <size_t N> void ExpectPixels(BCMemoryDevice& dev, const unsigned long (
             << e[0] << "," << e[1];
 }
 
-inline std::string RecordOf(BCObject& object) {
-    std::ostringstream os = OutStream();
-    EXPECT_TRUE(object.Save(os));
-    return os.str();
-}
-
-// The record of `object` once it has loaded `record`.
-template <class T> std::string Reloaded(T&& object, const std::string& record) {
-    EXPECT_TRUE(LoadFrom(object, record));
-    return RecordOf(object);
-}
-
 // The first face the module lists.
 inline std::string FirstFace(BCModule& module) {
     EXPECT_TRUE(module.GetFontList()->Home());
     return module.GetFontList()->GetFontName();
-}
-
-// Every cut of a record short of its end must be refused.
-template <class T, class Make> void EveryShortRecordFails(const std::string& record, Make make) {
-    for (size_t n = 0; n < record.size(); ++n) {
-        std::unique_ptr<T> object(make());
-        EXPECT_FALSE(LoadFrom(*object, record.substr(0, n))) << "cut at " << n;
-    }
 }
 
 // Pens and brushes in plain colours; equipping a device gives it the red pen and blue brush.
@@ -105,3 +85,32 @@ class Quiet : public ::testing::Test {
     }
     MsgRecorder recorder;
 };
+
+// The type code word and the 12-byte field block that every graphic record begins with.
+inline std::string Head(unsigned code, unsigned id, short x, short y, short w, short h) {
+    return LE32(code) + LE32(id) + LE16(x) + LE16(y) + LE16(w) + LE16(h);
+}
+
+// What a graphic-list load hangs off its objects belongs to the caller: bitmaps, compounds' lists.
+inline void FreeLoaded(BCGraphicList* list) {
+    for (int more = list->Home(); more; more = list->Next()) {
+        auto* obj = static_cast<BCGraphicObject*>(list->GetCrntItem());
+        if (auto* bitmap = dynamic_cast<BCBitmapGraphic*>(obj))
+            delete bitmap->GetBitmap();
+        if (auto* compound = dynamic_cast<BCCompoundGraphic*>(obj)) {
+            if (compound->GetList()) {
+                FreeLoaded(compound->GetList());
+                delete compound->GetList();
+            }
+        }
+    }
+    list->Clear(1);
+}
+
+// A w x h picture of one colour (0x00RRGGBB).
+inline BCBitmap* Solid(short w, short h, unsigned long rgb) {
+    std::vector<unsigned long> pixels(w * h, rgb);
+    auto* bitmap = new BCBitmap();
+    bitmap->SetPixels(w, h, pixels.data());
+    return bitmap;
+}

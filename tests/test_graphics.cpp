@@ -1,6 +1,6 @@
 #include <cstdlib>
 
-#include "test_graphics.h"
+#include "test_devices.h"
 
 namespace {
 

@@ -217,7 +217,7 @@ TEST(RenderableDataTest, CopiesDuplicatesAndRecord) {
                 dup->GetKey() == &key);
     BCRenderableData assigned(154, 0);
     assigned = data;
-    const std::string record = SavedBytes(data);
+    const std::string record = RecordOf(data);
     EXPECT_EQ(153u, assigned.GetObjectType());
     EXPECT_EQ(LE32(153) + LE32(BC_FLAG_NOT_OWNED | BC_FLAG_NOTIFY), record);
     // Only the notify bit comes from the record; ownership stays the object's own.
@@ -238,8 +238,8 @@ TEST(ValueTypeTest, GeometryColourAndResourceIds) {
                 limits.GetLength() == 5u && !limits.IsEmpty());
 
     BCColor color(0x11, 0x22, 0x33), loaded;
-    EXPECT_EQ(LE32(8) + LE32(0x332211), SavedBytes(color));
-    EXPECT_TRUE(color.GetCOLORREF() == 0x332211ul && LoadFrom(loaded, SavedBytes(color)) &&
+    EXPECT_EQ(LE32(8) + LE32(0x332211), RecordOf(color));
+    EXPECT_TRUE(color.GetCOLORREF() == 0x332211ul && LoadFrom(loaded, RecordOf(color)) &&
                 loaded == color);
 
     BCResID byName("MAINMENU", BCGetDLLModule2());
