@@ -62,22 +62,14 @@ TEST(CorruptRecordTest, GraphicScenesOfTextBitmapsAndCompounds) {
     EXPECT_LT(loaded, kMutants);
 }
 
-TEST(CorruptRecordTest, ShapeListsWithPensBrushesAndPointLists) {
+// Shapes load what they save only as far as their record allows; the point is survival.
+TEST(CorruptRecordTest, ShapeListsOfEveryKindWithPensBrushesAndPointLists) {
     MsgRecorder recorder;
-    BCPen pen(BC_PEN_DASH, 1, BCColor(BC_COLOR_RED));
-    BCBrush brush{BCColor(BC_COLOR_BLUE)};
-    const short xy[] = {0, 0, 10, 5, 3, 12, -4, 7};
-    BCPolyline points(4, xy);
+    Pieces pieces;
     BCGraphicList shapes;
-    shapes.Append(nullptr, new BCBoxGraphic(1, BCPosition(1, 1), BCSize(9, 9), &pen, &brush));
-    shapes.Append(nullptr,
-                  new BCPolygonGraphic(2, BCPosition(5, 5), BCSize(12, 12), &points, &pen, &brush));
-    shapes.Append(nullptr,
-                  new BCPolylineGraphic(3, BCPosition(9, 2), BCSize(12, 12), &points, &pen));
-    const std::string record = RecordOf(shapes);
-    // Shapes load what they save only as far as their record allows; the point is survival.
+    FillScene(shapes, pieces);
     LoadEveryMutant<BCGraphicList>(
-        record, 2, [] { return new BCGraphicList; }, DrawAndFree);
+        RecordOf(shapes), 2, [] { return new BCGraphicList; }, DrawAndFree);
 
     auto paint = [](BCPen* pen, BCBrush* brush, BCPolyline* line) {
         BCMemoryDevice dev(16, 16);
@@ -90,13 +82,13 @@ TEST(CorruptRecordTest, ShapeListsWithPensBrushesAndPointLists) {
         dev.SetBrush(nullptr);
     };
     LoadEveryMutant<BCPen>(
-        RecordOf(pen), 3, [] { return new BCPen(1, 1, BCGetBlack()); },
+        RecordOf(pieces.wide), 3, [] { return new BCPen(1, 1, BCGetBlack()); },
         [&](BCPen& loaded) { paint(&loaded, nullptr, nullptr); });
     LoadEveryMutant<BCBrush>(
-        RecordOf(brush), 4, [] { return new BCBrush(); },
+        RecordOf(pieces.hatch), 4, [] { return new BCBrush(); },
         [&](BCBrush& loaded) { paint(nullptr, &loaded, nullptr); });
     LoadEveryMutant<BCPolyline>(
-        RecordOf(points), 5, [] { return new BCPolyline(); },
+        RecordOf(pieces.line), 5, [] { return new BCPolyline(); },
         [&](BCPolyline& loaded) { paint(nullptr, nullptr, &loaded); });
 }
 

@@ -114,3 +114,54 @@ inline BCBitmap* Solid(short w, short h, unsigned long rgb) {
     bitmap->SetPixels(w, h, pixels.data());
     return bitmap;
 }
+
+// Everything the scene's graphics point to; the application keeps it.
+struct Pieces {
+    Tools tools;
+    BCPen wide{BC_PEN_SOLID, 3, BCColor(BC_COLOR_MAGENTA)};
+    BCBrush hatch{BC_HATCH_CROSS, BCColor(BC_COLOR_RED)};
+    std::unique_ptr<BCBitmap> picture{Solid(6, 4, 0x00FF00)};
+    const short zigzag[8] = {0, 0, 10, 12, 20, 0, 30, 12};
+    BCPolyline line{4, zigzag};
+    BCFont font{"Arial"};
+    BCGraphicList inner, innermost;
+};
+
+// One graphic of every kind, some nested two compounds deep.
+template <class Target> void FillScene(Target& drawing, Pieces& p) {
+    p.font.SetBold(1);
+    p.font.SetItalic(1);
+    p.font.SetSize(BCSize(0, -15));
+    auto* text = new BCTextGraphic(12, BCPosition(4, 150), BCSize(90, 20), "Drawn");
+    text->SetFont(&p.font);
+    text->SetForeColor(BCColor(BC_COLOR_BLUE));
+    auto* box = new BCBoxGraphic(3, BCPosition(10, 10), BCSize(40, 30), &p.wide, &p.hatch);
+    box->SetMode(1, 1, 0);
+    auto* pie = new BCPieGraphic(9, BCPosition(0, 0), BCSize(30, 30), BCPosition(30, 15),
+                                 BCPosition(15, 0), &p.tools.black, &p.tools.greenBrush);
+    pie->SetMode(1, 1, 1);
+    p.innermost.Append(nullptr, pie);
+    p.innermost.Append(
+        nullptr, new BCBitmapGraphic(13, BCPosition(35, 0), BCSize(12, 8), p.picture.get(), 1));
+    p.inner.Append(nullptr, new BCCircleGraphic(7, BCPosition(0, 0), BCSize(20, 20), &p.tools.red,
+                                                &p.tools.blue));
+    p.inner.Append(nullptr,
+                   new BCCompoundGraphic(15, BCPosition(5, 25), BCSize(60, 40), &p.innermost));
+    BCGraphicObject* const scene[] = {
+        new BCGraphicObject(70, 1, BCPosition(200, 150), BCSize(40, 16)),
+        new BCDrawGraphic(71, 2, BCPosition(0, 0), BCSize(5, 5)),
+        box,
+        new BCLineGraphic(4, BCPosition(60, 10), BCSize(40, 30), &p.tools.green),
+        new BCPolylineGraphic(5, BCPosition(110, 10), BCSize(31, 13), &p.line, &p.wide),
+        new BCPolygonGraphic(6, BCPosition(110, 40), BCSize(31, 13), &p.line, &p.tools.red,
+                             &p.tools.blue),
+        new BCArcGraphic(8, BCPosition(160, 10), BCSize(40, 40), BCPosition(200, 30),
+                         BCPosition(180, 10), &p.wide),
+        new BCEllipseGraphic(10, BCPosition(10, 60), BCSize(50, 25), &p.tools.black, &p.hatch),
+        new BCChordGraphic(11, BCPosition(70, 60), BCSize(40, 40), BCPosition(110, 80),
+                           BCPosition(90, 60), &p.tools.red, &p.tools.greenBrush),
+        text,
+        new BCCompoundGraphic(14, BCPosition(150, 60), BCSize(90, 80), &p.inner)};
+    for (BCGraphicObject* graphic : scene)
+        ASSERT_EQ(1, drawing.Append(nullptr, graphic));
+}

@@ -14,12 +14,11 @@ TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
                           BCPosition(10, 24), BCPosition(9, 20), BCPosition(10, 19)})
         EXPECT_EQ(at == BCPosition(10, 20) || at == BCPosition(14, 23), g.IsHit(at) != 0);
     // The far edge is summed without 16-bit wrap.
-    EXPECT_EQ(BCPosition(10, 20), g.SetPos(BCPosition(32000, 0)));
-    EXPECT_EQ(BCSize(5, 4), g.SetSize(BCSize(1000, 10)));
-    EXPECT_TRUE(g.IsHit(BCPosition(32767, 9)) && !g.IsHit(BCPosition(-32768, 5)));
+    EXPECT_TRUE(g.SetPos(BCPosition(32000, 0)) == BCPosition(10, 20) &&
+                g.SetSize(BCSize(1000, 10)) == BCSize(5, 4) && g.IsHit(BCPosition(32767, 9)) &&
+                !g.IsHit(BCPosition(-32768, 5)) && g.SetID(9) == 7u && g.GetID() == 9u);
     g.SetSize(BCSize(0, 10));
     EXPECT_FALSE(g.IsHit(BCPosition(32000, 5)));
-    EXPECT_TRUE(g.SetID(9) == 7u && g.GetID() == 9u);
     EXPECT_EQ(0, LoadFrom(g, Head(74, 1, 2, 3, 4, 5))); // another class's record
 
     // The base draws its class name at its position; erasing is a no-op.
@@ -31,14 +30,15 @@ TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
 
     // Only bit 0 of a flag counts.
     BCDrawGraphic d(71);
-    EXPECT_EQ(-1, d.GetFrame() + d.GetFill());
+    const int fresh = d.GetFrame() + d.GetFill();
     d.SetFill(2);
-    EXPECT_EQ(0, d.GetFill());
+    const int two = d.GetFill();
     d.SetFill(1);
     d.SetFrame(2);
-    EXPECT_EQ(-1, d.GetFill() + d.GetFrame());
+    const int swapped = d.GetFill() + d.GetFrame();
     d.SetMode(3, 0, 5);
-    EXPECT_EQ(-2, d.GetFrame() + d.GetFill() + d.GetOpaque());
+    EXPECT_EQ(Nums(-1, 0, -1, -2),
+              Nums(fresh, two, swapped, d.GetFrame() + d.GetFill() + d.GetOpaque()));
     Tools t; // the setters give back what they replace
     EXPECT_TRUE(!d.SetPen(&t.red) && d.SetPen(&t.black) == &t.red);
     EXPECT_TRUE(!d.SetBrush(&t.blue) && d.SetBrush(nullptr) == &t.blue);
@@ -75,20 +75,19 @@ TEST_F(GraphicObjectTest, TypeCodesNamesAndDumps) {
     BCChordGraphic c(1, o, BCSize(1, 1), BCPosition(2, 3), BCPosition(4, 5), nullptr, nullptr);
     const std::pair<BCGraphicObject*, const char*> dumps[] = {
         {&plain, nullptr}, {&b, "B: "}, {&a, "A "}, {&p, nullptr}, {&c, "C "}};
-    const char* texts[] = {
-        "wID=5, coX=-1, coY=2, coW=3, coH=4",
-        "B: blFrame=-1, blFill=-1, blOpaque=0, wID=6, coX=1, coY=2, coW=3, coH=4",
+    for (const auto& [shape, prefix] : dumps)
+        shape->Display(prefix);
+    EXPECT_EQ(
+        "wID=5, coX=-1, coY=2, coW=3, coH=4|"
+        "B: blFrame=-1, blFill=-1, blOpaque=0, wID=6, coX=1, coY=2, coW=3, coH=4|"
         "A coStartX=1, coStartY=2, coEndX=3, coEndY=-4blFrame=-1, blFill=0, blOpaque=0, wID=8, "
-        "coX=0, coY=0, coW=10, coH=10",
+        "coX=0, coY=0, coW=10, coH=10|"
         "coStartX=5, coStartY=6, coEndX=7, coEndY=8blFrame=0, blFill=0, blOpaque=-1, wID=9, "
-        "coX=0, coY=0, coW=10, coH=10",
+        "coX=0, coY=0, coW=10, coH=10|"
         "C coStartX=2, coStartY=3, coEndX=4, coEndY=5blFrame=-1, blFill=0, blOpaque=0, wID=1, "
-        "coX=0, coY=0, coW=1, coH=1"};
-    for (int i = 0; i < 5; ++i) {
-        dumps[i].first->Display(dumps[i].second);
-        EXPECT_EQ(std::string(texts[i]) + "|", recorder.Texts());
-        recorder.Clear();
-    }
+        "coX=0, coY=0, coW=1, coH=1|",
+        recorder.Texts());
+    recorder.Clear();
 }
 
 TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) {
