@@ -40,7 +40,7 @@ struct UnseekableBuf : std::stringbuf {
 
 // The record of `object` once it has loaded `record`.
 template <class T> std::string Reloaded(T&& object, const std::string& record) {
-    EXPECT_TRUE(LoadFrom(object, record));
+    EXPECT_EQ(1, LoadFrom(object, record));
     return RecordOf(object);
 }
 
