@@ -148,18 +148,18 @@ TEST_F(GraphicListTest, BadStreamsFailCleanlyAndKeepWhatLoaded) {
         FreeLoaded(&nested);
     }
     // A list record claiming items of a size is not a graphic list's.
-    EXPECT_EQ(0, LoadFrom(nested, LE32(95) + LE32(0) + LE32(0) + LE32(1) + LE32(4) + first));
-    EXPECT_EQ(0u, nested.GetItemSize());
+    EXPECT_TRUE(!LoadFrom(nested, LE32(95) + LE32(0) + LE32(0) + LE32(1) + LE32(4) + first) &&
+                !nested.GetItemSize());
     // A list claiming millions of items ends at the end of the stream.
-    EXPECT_EQ(0, LoadFrom(nested, ListHead(0, 4000000) + first));
-    EXPECT_EQ(1u, nested.GetCount());
+    EXPECT_TRUE(!LoadFrom(nested, ListHead(0, 4000000) + first) && nested.GetCount() == 1u);
 }
 
 TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
     BCGraphicList list;
     BCMemoryDevice dev(60, 60);
-    EXPECT_EQ(2, list.Draw(&dev) + list.UnDraw(&dev)); // empty: nothing drawn, nothing hit
-    EXPECT_EQ(nullptr, list.GetHitObject(BCPosition(0, 0), 0));
+    // Empty: nothing drawn, nothing hit.
+    EXPECT_TRUE(list.Draw(&dev) + list.UnDraw(&dev) == 2 &&
+                !list.GetHitObject(BCPosition(0, 0), 0));
     auto *low = new ProbeGraphic(BCPosition(0, 0), 1),
          *aside = new ProbeGraphic(BCPosition(30, 30), 1),
          *high = new ProbeGraphic(BCPosition(5, 5), 1);
@@ -174,12 +174,11 @@ TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
 
     // Offsets wrap at 16 bits and never stick.
     aside->SetPos(BCPosition(32767, -32768));
-    ASSERT_EQ(1, list.Draw(BCPosition(1, -1), &dev));
-    ASSERT_EQ(1, list.UnDraw(BCPosition(2, 3), &dev));
+    ASSERT_TRUE(list.Draw(BCPosition(1, -1), &dev) == 1 &&
+                list.UnDraw(BCPosition(2, 3), &dev) == 1);
     EXPECT_EQ((std::vector<BCPosition>{BCPosition(-32768, 32767), BCPosition(-32767, -32765)}),
               aside->seen);
-    EXPECT_EQ(BCPosition(32767, -32768), aside->GetPos());
-    EXPECT_EQ(BCPosition(7, 8), high->seen[1]);
+    EXPECT_TRUE(aside->GetPos() == BCPosition(32767, -32768) && high->seen[1] == BCPosition(7, 8));
 
     // After every full walk the list stands past its tail: the top object stays.
     const std::function<int()> walks[] = {
@@ -189,16 +188,14 @@ TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
         [&] { return list.GetHitObject(BCPosition(50, 50), 0) == nullptr; }};
     for (const auto& walk : walks) {
         ASSERT_EQ(1, walk());
-        EXPECT_EQ(0, list.DeleteCrnt());
-        EXPECT_EQ(3u, list.GetCount());
+        EXPECT_TRUE(!list.DeleteCrnt() && list.GetCount() == 3u);
     }
 
     // A failing object ends the walk; the objects above it are not painted.
     list.Home();
     list.Insert(nullptr, new ProbeGraphic(BCPosition(1, 1), 0)); // in front of the head
     high->seen.clear();
-    EXPECT_EQ(0, list.Draw(&dev) + list.UnDraw(BCPosition(1, 1), &dev));
-    EXPECT_TRUE(high->seen.empty());
+    EXPECT_TRUE(!list.Draw(&dev) && !list.UnDraw(BCPosition(1, 1), &dev) && high->seen.empty());
     list.DeleteCrnt();
     dev.ReleaseDC(); // the failed Draw left its context selected
     list.Append(nullptr, nullptr);
