@@ -1,17 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <windows.h>
-
 #include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <memory>
-#include <string>
 
-#include "msgrecorder.h"
-#include "norlib2.h"
-#include "streambytes.h"
-#include "test_graphics.h"
+#include "test_devices.h"
 
 // Documents come from disks and networks: every persistent object is loaded from thousands of
 // damaged copies of a good record. A load may succeed or fail, but it must end, not crash or
@@ -63,7 +54,7 @@ TEST(CorruptRecordTest, GraphicScenesOfTextBitmapsAndCompounds) {
     scene.Append(nullptr, new BCTextGraphic(4, BCPosition(1, 1), BCSize(40, 12), "a\ttab"));
     scene.Append(nullptr, new BCCompoundGraphic(5, BCPosition(8, 8), BCSize(40, 40), &middle));
     scene.Append(nullptr, new BCBitmapGraphic(6, BCPosition(30, 2), BCSize(12, 8), &picture, 1));
-    const std::string record = SavedBytes(scene);
+    const std::string record = RecordOf(scene);
 
     unsigned loaded = LoadEveryMutant<BCGraphicList>(
         record, 1, [] { return new BCGraphicList; }, DrawAndFree);
@@ -71,22 +62,14 @@ TEST(CorruptRecordTest, GraphicScenesOfTextBitmapsAndCompounds) {
     EXPECT_LT(loaded, kMutants);
 }
 
-TEST(CorruptRecordTest, ShapeListsWithPensBrushesAndPointLists) {
+// Shapes load what they save only as far as their record allows; the point is survival.
+TEST(CorruptRecordTest, ShapeListsOfEveryKindWithPensBrushesAndPointLists) {
     MsgRecorder recorder;
-    BCPen pen(BC_PEN_DASH, 1, BCColor(BC_COLOR_RED));
-    BCBrush brush{BCColor(BC_COLOR_BLUE)};
-    const short xy[] = {0, 0, 10, 5, 3, 12, -4, 7};
-    BCPolyline points(4, xy);
+    Pieces pieces;
     BCGraphicList shapes;
-    shapes.Append(nullptr, new BCBoxGraphic(1, BCPosition(1, 1), BCSize(9, 9), &pen, &brush));
-    shapes.Append(nullptr,
-                  new BCPolygonGraphic(2, BCPosition(5, 5), BCSize(12, 12), &points, &pen, &brush));
-    shapes.Append(nullptr,
-                  new BCPolylineGraphic(3, BCPosition(9, 2), BCSize(12, 12), &points, &pen));
-    const std::string record = SavedBytes(shapes);
-    // Shapes load what they save only as far as their record allows; the point is survival.
+    FillScene(shapes, pieces);
     LoadEveryMutant<BCGraphicList>(
-        record, 2, [] { return new BCGraphicList; }, DrawAndFree);
+        RecordOf(shapes), 2, [] { return new BCGraphicList; }, DrawAndFree);
 
     auto paint = [](BCPen* pen, BCBrush* brush, BCPolyline* line) {
         BCMemoryDevice dev(16, 16);
@@ -99,13 +82,13 @@ TEST(CorruptRecordTest, ShapeListsWithPensBrushesAndPointLists) {
         dev.SetBrush(nullptr);
     };
     LoadEveryMutant<BCPen>(
-        SavedBytes(pen), 3, [] { return new BCPen(1, 1, BCGetBlack()); },
+        RecordOf(pieces.wide), 3, [] { return new BCPen(1, 1, BCGetBlack()); },
         [&](BCPen& loaded) { paint(&loaded, nullptr, nullptr); });
     LoadEveryMutant<BCBrush>(
-        SavedBytes(brush), 4, [] { return new BCBrush(); },
+        RecordOf(pieces.hatch), 4, [] { return new BCBrush(); },
         [&](BCBrush& loaded) { paint(nullptr, &loaded, nullptr); });
     LoadEveryMutant<BCPolyline>(
-        SavedBytes(points), 5, [] { return new BCPolyline(); },
+        RecordOf(pieces.line), 5, [] { return new BCPolyline(); },
         [&](BCPolyline& loaded) { paint(nullptr, nullptr, &loaded); });
 }
 
@@ -140,7 +123,7 @@ TEST(CorruptRecordTest, ListsOfEveryKindWithOwnedItemsAndKeys) {
             list->Insert(kind == 3 ? static_cast<void*>(record) : keys[i],
                          kind == 3 ? record : std::memcpy(new char[8], "item", 5));
         }
-        EXPECT_GT(LoadEveryMutant<BCList>(SavedBytes(*list), 6 + kind, makers[kind], UseLoadedList),
+        EXPECT_GT(LoadEveryMutant<BCList>(RecordOf(*list), 6 + kind, makers[kind], UseLoadedList),
                   0u);
     }
 }
@@ -163,9 +146,9 @@ TEST(CorruptRecordTest, DataObjectsAndPictures) {
         [] { return new BCFloat; }};
     BCRenderableData* originals[] = {&memory, &integer, &real};
     for (unsigned i = 0; i < 3; ++i)
-        LoadEveryMutant<BCRenderableData>(SavedBytes(*originals[i]), 9 + i, makers[i], readBack);
+        LoadEveryMutant<BCRenderableData>(RecordOf(*originals[i]), 9 + i, makers[i], readBack);
     LoadEveryMutant<BCBitmap>(
-        SavedBytes(picture), 12, [] { return new BCBitmap; },
+        RecordOf(picture), 12, [] { return new BCBitmap; },
         [](BCBitmap& bitmap) {
             BCMemoryDevice dev(16, 16);
             dev.PutBitmap(BCPosition(0, 0), BCSize(8, 8), &bitmap, 1);

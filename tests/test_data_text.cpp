@@ -49,9 +49,8 @@ TEST(TextTest, SearchFoldsOnlyLettersAndFindsWholeWords) {
               Nums(Find(words, "the", 0, 1, 0), Find(words, "the", 0, 1, 1),
                    Find(words, "THE", 0, 0, 1), Find(words, "THE", 0, 1, 0),
                    Find(words, "", 0, 0, 0), Find(words, "thex", 0, 1, 0)));
-    unsigned long at = 2;
-    EXPECT_EQ(0, words.Search("xyz", at, 0, 0));
-    EXPECT_EQ(2ul, at); // a failed search leaves the position
+    unsigned long at = 2; // a failed search leaves the position
+    EXPECT_TRUE(!words.Search("xyz", at, 0, 0) && at == 2ul);
 
     // Only a-z fold; '_' is no word character, a digit is; the text's edges are word edges.
     BCText edges(Str("the_x\r\n[\xe9]1the2 THE"), 0);
@@ -70,15 +69,6 @@ TEST(TextTest, LineArithmeticOnCrLfText) {
               Nums(text.GetLineOfs(0), text.GetLineOfs(1), text.GetLineOfs(2), text.GetLineOfs(3),
                    empty.GetLineOfs(0), empty.GetLineOfs(1)));
 
-    // On a letter, on the LF, on the CR, at the end (the last line runs to it), past it.
-    std::string lines;
-    for (unsigned long offset : {6ul, 3ul, 8ul, 12ul, 13ul}) {
-        unsigned long start = 99;
-        unsigned int length = 99;
-        lines += std::to_string(text.GetLineStartLen(offset, start, length));
-        lines += " " + Nums(start, length) + "| ";
-    }
-    EXPECT_EQ("1 4 4 | 1 0 2 | 1 4 4 | 1 10 2 | 0 12 0 | ", lines);
     EXPECT_EQ(Nums(2, 0, 1, 0), Nums(text.GetNumLines(0, 1000), text.GetNumLines(4, 9),
                                      text.GetNumLines(4, 10), empty.GetNumLines(0, 10)));
 
@@ -113,24 +103,20 @@ TEST(TextTest, RecordIsThePlainBytes) {
     ASSERT_EQ(1, loaded.Load(in));
     EXPECT_EQ("line one\r\nline two", Contents(loaded));
     EXPECT_TRUE(BCStreamOK(in)); // reaching the end is how the record ends
-    ASSERT_EQ(1, LoadFrom(loaded, ""));
-    EXPECT_EQ("", Contents(loaded));
+    EXPECT_TRUE(LoadFrom(loaded, "") && Contents(loaded).empty());
 
     std::string big(200000, 'q');
     big[123456] = '\n';
     ASSERT_EQ(1, LoadPiped(loaded, big));
-    EXPECT_EQ(big, Contents(loaded));
-    EXPECT_EQ(262144ul, loaded.GetBufLen()); // read in pieces from 64 KiB, doubling
+    EXPECT_TRUE(Contents(loaded) == big && loaded.GetBufLen() == 262144ul); // 64 KiB, doubling
     std::istringstream broken = InStream("abc");
     broken.setstate(std::ios::badbit);
-    EXPECT_EQ(0, loaded.Load(broken));
-    EXPECT_EQ(big.size(), loaded.GetLen(gText));
+    EXPECT_TRUE(!loaded.Load(broken) && loaded.GetLen(gText) == big.size());
 }
 
 TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     BCInteger number(42);
-    EXPECT_EQ(static_cast<unsigned long>(BC_FLAG_NOT_OWNED), number.GetFlags());
-    EXPECT_EQ(reinterpret_cast<void*>(42), number.GetKey());
+    EXPECT_TRUE(number.GetFlags() == BC_FLAG_NOT_OWNED && number.GetKey() == Key(42));
     char text[8];
     EXPECT_EQ(Nums(3, 8), Nums(number.GetData(text, sizeof text, gText), number.GetLen(gBinary)));
     const std::string form = LE32(42) + "\x03%ld"; // the form as far as it fits
@@ -142,8 +128,8 @@ TEST(NumberDataTest, IntegerTextAndBinaryForms) {
 
     // Setting from the binary form takes the format 3 bytes further on than it is written.
     EXPECT_EQ(8ul, SetBinary(number, LE32(7) + "\x03%ld%4d"));
-    EXPECT_STREQ("%4d", number.GetFormat());
-    EXPECT_FALSE(number.GetFlags() & BC_FLAG_NOT_OWNED);
+    EXPECT_TRUE(std::string(number.GetFormat()) == "%4d" &&
+                !(number.GetFlags() & BC_FLAG_NOT_OWNED));
     BCInteger copy(number), assigned;
     assigned = number;
     EXPECT_EQ("   7   7   7", TextForm(number) + TextForm(copy) + TextForm(assigned));
@@ -157,15 +143,13 @@ TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     EXPECT_EQ("5", TextForm(number));
 
     // From text at most 24 characters are read.
-    EXPECT_EQ(5ul, number.SetData(Str("12ab"), 4, gText));
-    EXPECT_EQ(0ul, number.SetData(Str("ab"), 2, gText));
-    EXPECT_EQ(12, number.GetValue());
-    EXPECT_EQ(25ul, number.SetData(Str("00000000000000000000000345"), 26, gText));
-    EXPECT_EQ(3, number.GetValue());
+    EXPECT_EQ((Seq{5, 0, 12, 25, 3}),
+              (Seq{number.SetData(Str("12ab"), 4, gText), number.SetData(Str("ab"), 2, gText),
+                   number.GetValue(), number.SetData(Str("00000000000000000000000345"), 26, gText),
+                   number.GetValue()}));
 
     number.SetModified(1);
-    EXPECT_EQ(1, number.Clear(1));
-    EXPECT_FALSE(number.IsModified());
+    EXPECT_TRUE(number.Clear(1) == 1 && !number.IsModified());
     MsgRecorder recorder;
     number.Display(nullptr);
     EXPECT_EQ("0", recorder.Last().text);
@@ -179,8 +163,8 @@ TEST(NumberDataTest, FloatFormsAndCopies) {
     BCFloat number(2.5);
     BCFormat bitmap(BC_FORMAT_BITMAP);
     double value = 0;
-    EXPECT_EQ(0ul, number.GetData(&value, 8, bitmap) + number.GetLen(bitmap));
-    EXPECT_EQ(12ul, number.GetLen(gBinary));
+    EXPECT_EQ(Nums(0, 12), Nums(number.GetData(&value, 8, bitmap) + number.GetLen(bitmap),
+                                number.GetLen(gBinary)));
     EXPECT_EQ("12:" + DoubleBytes(2.5) + "\x03%lf", Binary(number, 32));
     EXPECT_EQ(8ul, number.SetData(Str("3.75xyz"), 7, gText));
     EXPECT_EQ(3.75, number.GetValue());
@@ -203,16 +187,14 @@ TEST(NumberDataTest, RecordsAndCorruptRecords) {
     const std::string record = Saved(real);
     EXPECT_EQ(LE32(154) + DoubleBytes(0.5) + LE32(3) + "%lf", record);
     real = BCFloat(9.0);
-    ASSERT_EQ(1, LoadFrom(real, record));
-    EXPECT_EQ(0.5, real.GetValue());
+    EXPECT_TRUE(LoadFrom(real, record) && real.GetValue() == 0.5);
 
     BCInteger number(-3);
     EXPECT_EQ(LE32(153) + LE32(0xFFFFFFFD) + LE32(3) + "%ld", Saved(number));
     BCInteger loaded(1);
     std::istringstream in = InStream(LE32(153) + LE32(77) + LE32(3) + "%3d" + "tail");
     ASSERT_EQ(1, loaded.Load(in));
-    EXPECT_EQ(" 77", TextForm(loaded));
-    EXPECT_EQ('t', in.get());
+    EXPECT_EQ(" 77t", TextForm(loaded) + char(in.get()));
 
     for (const std::string& bytes : {
              LE32(153) + LE32(5) + LE32(3) + "%l",         // format cut short
@@ -221,14 +203,10 @@ TEST(NumberDataTest, RecordsAndCorruptRecords) {
              LE32(154) + LE32(5) + LE32(3) + "%ld",        // another class's record
              LE32(153) + "\x05",                           // value cut short
          }) {
-        EXPECT_EQ(0, LoadFrom(loaded, bytes));
+        EXPECT_FALSE(LoadFrom(loaded, bytes));
         EXPECT_EQ(" 77", TextForm(loaded));
     }
 }
-
-} // namespace
-
-namespace {
 
 // The line queries worked out naively on a plain string.
 struct LineModel {
@@ -247,10 +225,9 @@ struct LineModel {
     // Offsets just after each line feed.
     std::vector<unsigned long> AfterLFs() const {
         std::vector<unsigned long> after;
-        for (size_t i = 0; i < s.size(); ++i) {
+        for (size_t i = 0; i < s.size(); ++i)
             if (s[i] == '\n')
                 after.push_back(static_cast<unsigned long>(i + 1));
-        }
         return after;
     }
     std::string StartLen(unsigned long at) const {
@@ -303,27 +280,19 @@ TEST(TextTest, EditedTextAnswersLineQueriesAsItsBytesSay) {
         unsigned long at = below(model.Len() + 1);
         unsigned long size = 1 + (step % 50 == 7 ? below(300000) : below(step % 3 ? 3 : 2000));
         std::string bytes = piece(size);
-        switch (step % 4) {
-        case 0:
-        case 1:
-            ASSERT_EQ(size, text.SetText(bytes.data(), at, size, 1));
-            model.s.insert(at, bytes);
-            break;
-        case 2:
-            ASSERT_EQ(size, text.SetText(bytes.data(), at, size, 0));
-            model.s.replace(at, size, bytes);
-            break;
-        default:
-            size = std::min(size, model.Len() - at);
-            if (at < model.Len() && size < model.Len()) {
-                ASSERT_EQ(size, text.DeleteText(at, size));
-                model.s.erase(at, size);
-            }
+        const int insert = step % 4 < 2;
+        if (step % 4 < 3) {
+            ASSERT_EQ(size, text.SetText(bytes.data(), at, size, insert));
+            insert ? model.s.insert(at, bytes) : model.s.replace(at, size, bytes);
+        } else if (size = std::min(size, model.Len() - at);
+                   at < model.Len() && size < model.Len()) {
+            ASSERT_EQ(size, text.DeleteText(at, size));
+            model.s.erase(at, size);
         }
-        if (step % 97 == 0) // a pointer handed out makes the counts untrusted
+        if (step % 97 == 0) { // a pointer handed out makes the counts untrusted
             static_cast<char*>(text.GetDataPtr(gText))[below(model.Len())] = '\n';
-        if (step % 97 == 0)
             model.s = Contents(text);
+        }
         std::vector<unsigned long> after = model.AfterLFs();
         unsigned long probe = step % 2 ? below(model.Len() + 2) : std::min(at, model.Len()),
                       line = 1 + below(after.size() + 3);
@@ -399,15 +368,9 @@ TEST(TextTest, SearchStopsAtTheLastByte) {
     std::string found;
     for (const char* pattern : {"xy", "X", "xx", "x\xff"})
         for (int options = 0; options < 4; ++options)
-            found += std::to_string(Find(borrowed, pattern, 40, options & 1, options & 2)) + " ";
-    std::string none = std::to_string(kNone) + " ";
-    auto nones = [&none](int n) {
-        std::string s;
-        while (n--)
-            s += none;
-        return s;
-    };
-    EXPECT_EQ(nones(4) + "40 " + nones(3) + "40 40 " + nones(6), found); // xy, X, xx, x\xff
+            found += Nums(Find(borrowed, pattern, 40, options & 1, options & 2));
+    const unsigned long n = kNone; // xy, X, xx, x\xff
+    EXPECT_EQ(Nums(n, n, n, n, 40, n, n, n, 40, 40, n, n, n, n, n, n), found);
     VirtualFree(pages, 0, MEM_RELEASE);
 }
 

@@ -1,6 +1,7 @@
+#include <cstdio>
 #include <functional>
 
-#include "test_graphics.h"
+#include "test_devices.h"
 
 namespace {
 
@@ -8,15 +9,6 @@ struct GraphicListTest : Quiet {};
 
 std::string ListHead(unsigned flags, unsigned count) {
     return LE32(95) + LE32(flags) + LE32(0) + LE32(count) + LE32(0);
-}
-
-// A w x h picture of one colour.
-BCBitmap* SolidBitmap(short w, short h, COLORREF color) {
-    std::vector<unsigned long> pixels(w * h, (GetRValue(color) << 16) | (GetGValue(color) << 8) |
-                                                 GetBValue(color));
-    auto* bitmap = new BCBitmap();
-    bitmap->SetPixels(w, h, pixels.data());
-    return bitmap;
 }
 
 // Records where it was asked to paint and answers with a chosen result.
@@ -41,7 +33,7 @@ class ProbeGraphic : public BCGraphicObject {
 };
 
 TEST_F(GraphicListTest, NestedSceneSavedAndLoadedRedrawsTheSamePixels) {
-    std::unique_ptr<BCBitmap> red(SolidBitmap(8, 6, kRed)), blue(SolidBitmap(5, 5, kBlue));
+    std::unique_ptr<BCBitmap> red(Solid(8, 6, 0xFF0000)), blue(Solid(5, 5, 0x0000FF));
     BCGraphicList deepest, middle, top, scene;
     auto* deepText = new BCTextGraphic(3, BCPosition(0, 0), BCSize(38, 20), "deep");
     deepText->SetBackMode(BC_BACK_OPAQUE);
@@ -105,7 +97,7 @@ TEST_F(GraphicListTest, RecordBytesOfTextBitmapAndCompound) {
     // graphic with a bitmap reuses that bitmap.
     BCBitmapGraphic none(3, BCPosition(1, 1), BCSize(4, 4), nullptr, 15);
     EXPECT_EQ(Head(82, 3, 1, 1, 4, 4) + LE32(10) + LE32(0) + LE32(0) + LE32(15), RecordOf(none));
-    std::unique_ptr<BCBitmap> made(none.GetBitmap()), red(SolidBitmap(1, 1, kRed));
+    std::unique_ptr<BCBitmap> made(none.GetBitmap()), red(Solid(1, 1, 0xFF0000));
     ASSERT_TRUE(made && made->IsEmpty());
     BCBitmapGraphic one(4, BCPosition(0, 0), BCSize(1, 1), red.get(), 1);
     BCBitmapGraphic into(0, BCPosition(), BCSize(), made.get(), 7);
@@ -138,7 +130,7 @@ TEST_F(GraphicListTest, BadStreamsFailCleanlyAndKeepWhatLoaded) {
     EXPECT_EQ((std::vector<unsigned>{10079u, 10079u}), Taken());
 
     // An object that fails to load frees what it made: a cut bitmap graphic leaves no picture.
-    std::unique_ptr<BCBitmap> red(SolidBitmap(2, 2, kRed));
+    std::unique_ptr<BCBitmap> red(Solid(2, 2, 0xFF0000));
     BCGraphicList source;
     source.Append(nullptr, new BCBitmapGraphic(1, BCPosition(0, 0), BCSize(2, 2), red.get(), 1));
     const std::string cut = RecordOf(source).substr(0, RecordOf(source).size() - 2);
@@ -156,18 +148,18 @@ TEST_F(GraphicListTest, BadStreamsFailCleanlyAndKeepWhatLoaded) {
         FreeLoaded(&nested);
     }
     // A list record claiming items of a size is not a graphic list's.
-    EXPECT_EQ(0, LoadFrom(nested, LE32(95) + LE32(0) + LE32(0) + LE32(1) + LE32(4) + first));
-    EXPECT_EQ(0u, nested.GetItemSize());
+    EXPECT_TRUE(!LoadFrom(nested, LE32(95) + LE32(0) + LE32(0) + LE32(1) + LE32(4) + first) &&
+                !nested.GetItemSize());
     // A list claiming millions of items ends at the end of the stream.
-    EXPECT_EQ(0, LoadFrom(nested, ListHead(0, 4000000) + first));
-    EXPECT_EQ(1u, nested.GetCount());
+    EXPECT_TRUE(!LoadFrom(nested, ListHead(0, 4000000) + first) && nested.GetCount() == 1u);
 }
 
 TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
     BCGraphicList list;
     BCMemoryDevice dev(60, 60);
-    EXPECT_EQ(2, list.Draw(&dev) + list.UnDraw(&dev)); // empty: nothing drawn, nothing hit
-    EXPECT_EQ(nullptr, list.GetHitObject(BCPosition(0, 0), 0));
+    // Empty: nothing drawn, nothing hit.
+    EXPECT_TRUE(list.Draw(&dev) + list.UnDraw(&dev) == 2 &&
+                !list.GetHitObject(BCPosition(0, 0), 0));
     auto *low = new ProbeGraphic(BCPosition(0, 0), 1),
          *aside = new ProbeGraphic(BCPosition(30, 30), 1),
          *high = new ProbeGraphic(BCPosition(5, 5), 1);
@@ -182,12 +174,11 @@ TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
 
     // Offsets wrap at 16 bits and never stick.
     aside->SetPos(BCPosition(32767, -32768));
-    ASSERT_EQ(1, list.Draw(BCPosition(1, -1), &dev));
-    ASSERT_EQ(1, list.UnDraw(BCPosition(2, 3), &dev));
+    ASSERT_TRUE(list.Draw(BCPosition(1, -1), &dev) == 1 &&
+                list.UnDraw(BCPosition(2, 3), &dev) == 1);
     EXPECT_EQ((std::vector<BCPosition>{BCPosition(-32768, 32767), BCPosition(-32767, -32765)}),
               aside->seen);
-    EXPECT_EQ(BCPosition(32767, -32768), aside->GetPos());
-    EXPECT_EQ(BCPosition(7, 8), high->seen[1]);
+    EXPECT_TRUE(aside->GetPos() == BCPosition(32767, -32768) && high->seen[1] == BCPosition(7, 8));
 
     // After every full walk the list stands past its tail: the top object stays.
     const std::function<int()> walks[] = {
@@ -197,16 +188,14 @@ TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
         [&] { return list.GetHitObject(BCPosition(50, 50), 0) == nullptr; }};
     for (const auto& walk : walks) {
         ASSERT_EQ(1, walk());
-        EXPECT_EQ(0, list.DeleteCrnt());
-        EXPECT_EQ(3u, list.GetCount());
+        EXPECT_TRUE(!list.DeleteCrnt() && list.GetCount() == 3u);
     }
 
     // A failing object ends the walk; the objects above it are not painted.
     list.Home();
     list.Insert(nullptr, new ProbeGraphic(BCPosition(1, 1), 0)); // in front of the head
     high->seen.clear();
-    EXPECT_EQ(0, list.Draw(&dev) + list.UnDraw(BCPosition(1, 1), &dev));
-    EXPECT_TRUE(high->seen.empty());
+    EXPECT_TRUE(!list.Draw(&dev) && !list.UnDraw(BCPosition(1, 1), &dev) && high->seen.empty());
     list.DeleteCrnt();
     dev.ReleaseDC(); // the failed Draw left its context selected
     list.Append(nullptr, nullptr);
@@ -232,22 +221,19 @@ TEST_F(GraphicListTest, BackgroundModesAndRasterOperations) {
     dev.SetBackMode(BC_BACK_TRANSPARENT);
     const BCRectangle box(0, 0, 80, 30);
     BCTextGraphic text(1, BCPosition(2, 2), BCSize(60, 20), "Wide text");
-    // Pixels of each colour the text drew, which it then erases.
-    auto drawn = [&](unsigned long ink, unsigned long back) {
+    // The text draws in `ink`, on a painted `back` or none, and then erases itself.
+    auto drawn = [&](unsigned long ink, unsigned long back, bool painted) {
         EXPECT_GT(text.Draw(&dev), 0);
-        const std::pair<int, int> seen(CountColor(dev, box, ink), CountColor(dev, box, back));
+        const int inked = CountColor(dev, box, ink), backed = CountColor(dev, box, back);
+        EXPECT_TRUE(inked > 5 && (painted ? backed > 50 : !backed)) << inked << " " << backed;
         EXPECT_EQ(1, text.UnDraw(&dev));
-        return seen;
     };
-    // Mode 4: the device's own colours and mode.
-    const std::pair<int, int> own = drawn(kGreen, kRed);
-    EXPECT_TRUE(own.first > 5 && own.second == 0) << own.first << " " << own.second;
+    drawn(kGreen, kRed, false); // mode 4: the device's own colours and mode
     // Mode 2: its own colours, opaque, then the device's settings come back.
     text.SetForeColor(BCColor(BC_COLOR_BLACK));
     text.SetBackColor(BCColor(BC_COLOR_BLUE));
     text.SetBackMode(BC_BACK_OPAQUE);
-    const std::pair<int, int> opaque = drawn(kBlack, kBlue);
-    EXPECT_TRUE(opaque.first > 5 && opaque.second > 50) << opaque.first << " " << opaque.second;
+    drawn(kBlack, kBlue, true);
     EXPECT_TRUE(dev.GetTextColor() == BCColor(BC_COLOR_GREEN) &&
                 dev.GetBackColor() == BCColor(BC_COLOR_RED) && dev.GetBackMode() == 1u);
     // Mode 1: its text colour, no background; a font of its own is put back afterwards.
@@ -255,14 +241,12 @@ TEST_F(GraphicListTest, BackgroundModesAndRasterOperations) {
     dev.SetBackMode(BC_BACK_OPAQUE);
     BCFont font("Arial");
     EXPECT_EQ(nullptr, text.SetFont(&font));
-    const std::pair<int, int> clear = drawn(kBlack, kBlue);
-    EXPECT_TRUE(clear.first > 5 && clear.second == 0) << clear.first << " " << clear.second;
+    drawn(kBlack, kBlue, false);
     EXPECT_TRUE(dev.GetBackMode() == 2u && !dev.GetFont());
-    EXPECT_EQ(0, BCTextGraphic().Draw(&dev));
-    EXPECT_EQ(0, CountNotWhite(dev));
+    EXPECT_EQ((Seq{0, 0}), (Seq{BCTextGraphic().Draw(&dev), CountNotWhite(dev)}));
 
     // Raster operation 1 copies; undrawing always fills with the background (15).
-    std::unique_ptr<BCBitmap> red(SolidBitmap(4, 4, kRed));
+    std::unique_ptr<BCBitmap> red(Solid(4, 4, 0xFF0000));
     BCBitmapGraphic picture(2, BCPosition(10, 5), BCSize(8, 8), red.get(), BC_ROP_COPY);
     ASSERT_EQ(1, picture.Draw(&dev));
     EXPECT_EQ(128, CountColor(dev, BCRectangle(10, 5, 18, 13), kRed) + CountNotWhite(dev));
@@ -276,9 +260,151 @@ TEST_F(GraphicListTest, BackgroundModesAndRasterOperations) {
     ASSERT_EQ(1, picture.Draw(&dev));
     // A graphic without a bitmap draws nothing and is no fault.
     EXPECT_EQ(red.get(), picture.SetBitmap(nullptr));
-    EXPECT_EQ(1, picture.Draw(&dev) + picture.Draw(nullptr) + picture.UnDraw(nullptr));
-    EXPECT_EQ(0, CountNotWhite(dev));
-    EXPECT_EQ(1ul, BCBitmapGraphic().GetRasterOp());
+    EXPECT_EQ((Seq{1, 0, 1}),
+              (Seq{picture.Draw(&dev) + picture.Draw(nullptr) + picture.UnDraw(nullptr),
+                   CountNotWhite(dev), BCBitmapGraphic().GetRasterOp()}));
+}
+
+// ---- drawings: every kind saved to a file and opened again ----
+
+struct DrawingTest : Quiet {
+    std::string path = "drawing-test.n2d";
+    void TearDown() override {
+        std::remove(path.c_str());
+        Quiet::TearDown();
+    }
+};
+
+std::string Pixels(BCGraphicList* list) {
+    BCMemoryDevice dev(260, 180);
+    EXPECT_EQ(1, list->Draw(&dev));
+    std::string pixels;
+    for (short y = 0; y < 180; ++y)
+        for (short x = 0; x < 260; ++x)
+            pixels += LE32(dev.GetPixel(x, y));
+    return pixels;
+}
+
+TEST_F(DrawingTest, EveryKindReopensEqualAndTheReopenedDrawingOwnsWhatItMade) {
+    Pieces pieces;
+    BCDrawingData drawing(nullptr, nullptr, "n2d", path.c_str(), 0, nullptr);
+    EXPECT_EQ(157u, drawing.GetObjectType());
+    FillScene(drawing, pieces);
+    ASSERT_EQ(1, drawing.SaveFile());
+    EXPECT_EQ(0u, drawing.GetLoadedCount()); // nothing of the application's is taken
+
+    BCDrawingData reopened(nullptr, nullptr, "n2d", path.c_str(), 0, nullptr);
+    ASSERT_EQ(1, reopened.LoadFile());
+    ASSERT_EQ(11u, reopened.GetCount());
+    // Saving what loaded gives the same record: every field, pen, brush, font and bitmap.
+    EXPECT_EQ(RecordOf(drawing), RecordOf(reopened));
+    EXPECT_EQ(Pixels(drawing.GetGraphics()), Pixels(reopened.GetGraphics()));
+    auto* text = static_cast<BCTextGraphic*>(
+        (reopened.GetGraphics()->GoToIndex(9), reopened.GetGraphics()->GetCrntItem()));
+    ASSERT_TRUE(text->GetFont());
+    EXPECT_EQ(Seq(1, 1, 0, -15),
+              Seq(text->GetFont()->IsBold(), text->GetFont()->IsItalic(),
+                  text->GetFont()->IsUnderline(), text->GetFont()->GetSize().GetHeight()));
+    // Pens 9 + brushes 6 + polylines 2 + bitmap + font + two compound lists.
+    EXPECT_EQ(21u, reopened.GetLoadedCount());
+    std::unique_ptr<BCRenderableData> copy(reopened.Dup());
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(RecordOf(drawing), RecordOf(*copy));
+    ASSERT_EQ(1, reopened.Clear(1));
+    EXPECT_EQ(Seq(0, 0), Seq(reopened.GetCount(), reopened.GetLoadedCount()));
+}
+
+TEST_F(DrawingTest, OpenCloseCyclesLeakNoGdiObject) {
+    Pieces pieces;
+    {
+        BCDrawingData drawing(nullptr, nullptr, "n2d", path.c_str(), 0, nullptr);
+        FillScene(drawing, pieces);
+        ASSERT_EQ(1, drawing.SaveFile());
+    }
+    auto cycle = [&] {
+        BCDrawingData drawing(nullptr, nullptr, "n2d", path.c_str(), 0, nullptr);
+        ASSERT_EQ(1, drawing.LoadFile());
+        BCMemoryDevice dev(260, 180);
+        drawing.GetGraphics()->Draw(&dev);
+        ASSERT_EQ(1, drawing.LoadFile()); // reopening frees the first load's pieces
+    };
+    cycle(); // the first cycle may make the system's shared objects
+    const unsigned long before = BCGetGdiObjectCount();
+    for (int i = 0; i < 100; ++i)
+        cycle();
+    EXPECT_EQ(before, BCGetGdiObjectCount());
+}
+
+TEST_F(DrawingTest, ForeignLaterOrCutRecordsAreRefused) {
+    Pieces pieces;
+    BCDrawingData drawing(nullptr, nullptr, "n2d", path.c_str(), 0, nullptr);
+    FillScene(drawing, pieces);
+    const std::string record = RecordOf(drawing);
+    EXPECT_EQ("N2DW", record.substr(0, 4));
+    EXPECT_EQ(LE32(1), record.substr(4, 4));
+    BCGraphicList plain;
+    std::string later = record;
+    later[4] = 2;
+    for (const std::string& bad : {RecordOf(plain), later, record.substr(0, record.size() / 2)}) {
+        BCDrawingData other(nullptr, nullptr, "n2d", nullptr, 0, nullptr);
+        EXPECT_EQ(0, LoadFrom(other, bad));
+        other.Clear(1); // what a cut record made before the fault is freed with it
+        EXPECT_EQ(0u, other.GetLoadedCount());
+    }
+}
+
+TEST_F(DrawingTest, TopmostHitsFollowTheStrokeAndTheZOrder) {
+    Tools tools;
+    BCPen thick(BC_PEN_SOLID, 9, BCColor(BC_COLOR_RED));
+    const short corner[6] = {0, 0, 40, 0, 40, 40};
+    BCPolyline path(3, corner);
+    BCGraphicList list;
+    auto* box = new BCBoxGraphic(1, BCPosition(0, 0), BCSize(100, 100), &tools.red, &tools.blue);
+    auto* diagonal = new BCLineGraphic(2, BCPosition(10, 10), BCSize(60, 60), &thick);
+    auto* hook = new BCPolylineGraphic(3, BCPosition(50, 10), BCSize(41, 41), &path, nullptr);
+    for (BCGraphicObject* graphic : std::vector<BCGraphicObject*>{box, diagonal, hook})
+        list.Append(nullptr, graphic);
+    struct Probe {
+        short x, y, tolerance;
+        BCGraphicObject* expected;
+    } probes[] = {{40, 46, 0, diagonal}, // 4.2 pixels off the line: inside half of 9
+                  {40, 48, 0, box},      // 5.7 pixels off: only the box below
+                  {40, 48, 2, diagonal}, // the tolerance reaches it
+                  {70, 10, 0, hook},     // on the first segment
+                  {90, 30, 0, hook},     // on the second
+                  {75, 30, 0, box},      // inside the hook's box, away from its stroke
+                  {120, 50, 0, nullptr}, // outside everything
+                  {-3, 50, 3, box}};     // the box grown by the tolerance
+    for (const Probe& p : probes) {
+        EXPECT_EQ(p.expected, list.GetTopHitObject(BCPosition(p.x, p.y), p.tolerance))
+            << p.x << "," << p.y;
+        EXPECT_EQ(p.expected, list.GetCrntItem());
+    }
+
+    ASSERT_EQ(1, list.SendToBack(hook));
+    ASSERT_EQ(1, list.BringToFront(box));
+    EXPECT_EQ(box, list.GetCrntItem());
+    std::vector<BCGraphicObject*> order;
+    for (int more = list.Home(); more; more = list.Next())
+        order.push_back(static_cast<BCGraphicObject*>(list.GetCrntItem()));
+    EXPECT_EQ((std::vector<BCGraphicObject*>{hook, diagonal, box}), order);
+    EXPECT_EQ(box, list.GetTopHitObject(BCPosition(40, 40), 0)); // now above the line
+    BCBoxGraphic stranger(9, BCPosition(0, 0), BCSize(5, 5), nullptr, nullptr);
+    EXPECT_EQ(Seq(0, 0, 3),
+              Seq(list.BringToFront(&stranger), list.SendToBack(nullptr), list.GetCount()));
+
+    EXPECT_TRUE(BCIsDrawGraphicType(box->GetObjectType()) && BCIsDrawGraphicType(BC_GRAPHIC_PIE));
+    EXPECT_FALSE(BCIsDrawGraphicType(BC_GRAPHIC_TEXT) || BCIsDrawGraphicType(BC_GRAPHIC_OBJECT));
+    EXPECT_TRUE(BCIsGraphicType(BC_GRAPHIC_COMPOUND) && BCIsGraphicType(70));
+    EXPECT_FALSE(BCIsGraphicType(69) || BCIsGraphicType(84));
+    const BCPosition moved = BCPosition(30000, 5) + BCSize(5000, -10);
+    EXPECT_EQ(Seq(-30536, -5), Seq(moved.GetX(), moved.GetY())); // 16-bit wrap
+    EXPECT_TRUE(moved - BCPosition(-30546, 0) == BCSize(10, -5));
+    EXPECT_TRUE(BCSize(3, 4) + BCSize(1, 1) - BCSize(0, 2) == BCSize(4, 3));
+    BCPosition p(1, 1);
+    p += BCSize(2, 3);
+    p -= BCSize(1, 0);
+    EXPECT_TRUE(p == BCPosition(2, 4) && p - BCSize(2, 4) == BCPosition(0, 0));
 }
 
 } // namespace

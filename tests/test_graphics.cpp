@@ -1,6 +1,6 @@
 #include <cstdlib>
 
-#include "test_graphics.h"
+#include "test_devices.h"
 
 namespace {
 
@@ -14,12 +14,11 @@ TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
                           BCPosition(10, 24), BCPosition(9, 20), BCPosition(10, 19)})
         EXPECT_EQ(at == BCPosition(10, 20) || at == BCPosition(14, 23), g.IsHit(at) != 0);
     // The far edge is summed without 16-bit wrap.
-    EXPECT_EQ(BCPosition(10, 20), g.SetPos(BCPosition(32000, 0)));
-    EXPECT_EQ(BCSize(5, 4), g.SetSize(BCSize(1000, 10)));
-    EXPECT_TRUE(g.IsHit(BCPosition(32767, 9)) && !g.IsHit(BCPosition(-32768, 5)));
+    EXPECT_TRUE(g.SetPos(BCPosition(32000, 0)) == BCPosition(10, 20) &&
+                g.SetSize(BCSize(1000, 10)) == BCSize(5, 4) && g.IsHit(BCPosition(32767, 9)) &&
+                !g.IsHit(BCPosition(-32768, 5)) && g.SetID(9) == 7u && g.GetID() == 9u);
     g.SetSize(BCSize(0, 10));
     EXPECT_FALSE(g.IsHit(BCPosition(32000, 5)));
-    EXPECT_TRUE(g.SetID(9) == 7u && g.GetID() == 9u);
     EXPECT_EQ(0, LoadFrom(g, Head(74, 1, 2, 3, 4, 5))); // another class's record
 
     // The base draws its class name at its position; erasing is a no-op.
@@ -31,14 +30,15 @@ TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
 
     // Only bit 0 of a flag counts.
     BCDrawGraphic d(71);
-    EXPECT_EQ(-1, d.GetFrame() + d.GetFill());
+    const int fresh = d.GetFrame() + d.GetFill();
     d.SetFill(2);
-    EXPECT_EQ(0, d.GetFill());
+    const int two = d.GetFill();
     d.SetFill(1);
     d.SetFrame(2);
-    EXPECT_EQ(-1, d.GetFill() + d.GetFrame());
+    const int swapped = d.GetFill() + d.GetFrame();
     d.SetMode(3, 0, 5);
-    EXPECT_EQ(-2, d.GetFrame() + d.GetFill() + d.GetOpaque());
+    EXPECT_EQ(Nums(-1, 0, -1, -2),
+              Nums(fresh, two, swapped, d.GetFrame() + d.GetFill() + d.GetOpaque()));
     Tools t; // the setters give back what they replace
     EXPECT_TRUE(!d.SetPen(&t.red) && d.SetPen(&t.black) == &t.red);
     EXPECT_TRUE(!d.SetBrush(&t.blue) && d.SetBrush(nullptr) == &t.blue);
@@ -75,20 +75,19 @@ TEST_F(GraphicObjectTest, TypeCodesNamesAndDumps) {
     BCChordGraphic c(1, o, BCSize(1, 1), BCPosition(2, 3), BCPosition(4, 5), nullptr, nullptr);
     const std::pair<BCGraphicObject*, const char*> dumps[] = {
         {&plain, nullptr}, {&b, "B: "}, {&a, "A "}, {&p, nullptr}, {&c, "C "}};
-    const char* texts[] = {
-        "wID=5, coX=-1, coY=2, coW=3, coH=4",
-        "B: blFrame=-1, blFill=-1, blOpaque=0, wID=6, coX=1, coY=2, coW=3, coH=4",
+    for (const auto& [shape, prefix] : dumps)
+        shape->Display(prefix);
+    EXPECT_EQ(
+        "wID=5, coX=-1, coY=2, coW=3, coH=4|"
+        "B: blFrame=-1, blFill=-1, blOpaque=0, wID=6, coX=1, coY=2, coW=3, coH=4|"
         "A coStartX=1, coStartY=2, coEndX=3, coEndY=-4blFrame=-1, blFill=0, blOpaque=0, wID=8, "
-        "coX=0, coY=0, coW=10, coH=10",
+        "coX=0, coY=0, coW=10, coH=10|"
         "coStartX=5, coStartY=6, coEndX=7, coEndY=8blFrame=0, blFill=0, blOpaque=-1, wID=9, "
-        "coX=0, coY=0, coW=10, coH=10",
+        "coX=0, coY=0, coW=10, coH=10|"
         "C coStartX=2, coStartY=3, coEndX=4, coEndY=5blFrame=-1, blFill=0, blOpaque=0, wID=1, "
-        "coX=0, coY=0, coW=1, coH=1"};
-    for (int i = 0; i < 5; ++i) {
-        dumps[i].first->Display(dumps[i].second);
-        EXPECT_EQ(std::string(texts[i]) + "|", recorder.Texts());
-        recorder.Clear();
-    }
+        "coX=0, coY=0, coW=1, coH=1|",
+        recorder.Texts());
+    recorder.Clear();
 }
 
 TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) {
@@ -98,15 +97,15 @@ TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) 
     dev.SetPen(&t.black);
     BCBoxGraphic box(1, BCPosition(10, 10), BCSize(20, 20), &t.red, &t.blue);
     box.SetFill(1);
-    EXPECT_EQ(1, box.Draw(&dev));
-    EXPECT_EQ(Nums(18 * 18, 400), Nums(CountColor(dev, all, kBlue), CountNotWhite(dev)));
+    EXPECT_EQ((Seq{1, 18 * 18, 400}),
+              (Seq{box.Draw(&dev), CountColor(dev, all, kBlue), CountNotWhite(dev)}));
     // The device gets its own settings back.
     EXPECT_TRUE(dev.GetPen() == &t.black && dev.GetBrush() == BCGetWhiteBrush() &&
                 dev.GetBackMode() == unsigned(BC_BACK_OPAQUE) && dev.GetSelectCount() == 0u);
     // Erasing repaints the edge white and the inside with the background brush.
     dev.SetBackground(&t.greenBrush);
-    EXPECT_EQ(1, box.UnDraw(&dev));
-    EXPECT_EQ(Nums(18 * 18, 18 * 18), Nums(CountColor(dev, all, kGreen), CountNotWhite(dev)));
+    EXPECT_EQ((Seq{1, 18 * 18, 18 * 18}),
+              (Seq{box.UnDraw(&dev), CountColor(dev, all, kGreen), CountNotWhite(dev)}));
     dev.SetBackground(nullptr);
 
     // An unfilled ellipse leaves what lies inside it, drawing and erasing alike.
@@ -114,22 +113,20 @@ TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) 
     under.SetFill(1);
     under.Draw(&dev);
     BCEllipseGraphic ellipse(3, BCPosition(100, 10), BCSize(60, 40), &t.red, &t.greenBrush);
-    EXPECT_TRUE(ellipse.Draw(&dev) && dev.GetPixel(130, 10) == kRed);
-    EXPECT_TRUE(ellipse.UnDraw(&dev) && dev.GetPixel(130, 10) == kWhite &&
-                dev.GetPixel(130, 30) == kBlue);
+    EXPECT_TRUE(ellipse.Draw(&dev) && dev.GetPixel(130, 10) == kRed && ellipse.UnDraw(&dev) &&
+                dev.GetPixel(130, 10) == kWhite && dev.GetPixel(130, 30) == kBlue);
 
     // A circle is the largest one centred in its box; a frameless filled one has no edge.
     BCCircleGraphic circle(4, BCPosition(10, 10), BCSize(60, 40), &t.red, &t.blue);
     circle.SetMode(0, 1, 0);
     EXPECT_EQ(1, circle.Draw(&c));
     const std::pair<int, int> columns = ColumnsOf(c, 0, 60, kBlue);
-    EXPECT_TRUE(std::abs(columns.first - 20) <= 1 && std::abs(columns.second - 60) <= 1);
-    EXPECT_EQ(0, CountColor(c, BCRectangle(0, 0, 100, 60), kRed));
+    EXPECT_TRUE(std::abs(columns.first - 20) <= 1 && std::abs(columns.second - 60) <= 1 &&
+                !CountColor(c, BCRectangle(0, 0, 100, 60), kRed));
     // A line with a negative size runs up and to the left.
     BCLineGraphic line(5, BCPosition(60, 60), BCSize(-40, -40), &t.red);
     EXPECT_TRUE(line.Draw(&l) && CountColor(l, BCRectangle(21, 21, 61, 61), kRed) == 40);
-    EXPECT_TRUE(circle.UnDraw(&c) && line.UnDraw(&l));
-    EXPECT_EQ(0, CountNotWhite(c) + CountNotWhite(l));
+    EXPECT_TRUE(circle.UnDraw(&c) && line.UnDraw(&l) && !CountNotWhite(c) && !CountNotWhite(l));
     for (BCGraphicObject* g :
          std::initializer_list<BCGraphicObject*>{&box, &line, &ellipse, &circle})
         EXPECT_EQ(0, g->Draw(nullptr) + g->UnDraw(nullptr));
@@ -163,10 +160,9 @@ TEST_F(DrawingTest, ShapesWithoutToolsOfTheirOwnLeaveTheDeviceAsTheyFoundIt) {
     own.Draw(&quirk); // remembers the black pen
     quirk.SetPen(&t.green);
     BCBoxGraphic borrowed(4, BCPosition(30, 5), BCSize(10, 10), nullptr, nullptr);
-    EXPECT_EQ(1, borrowed.Draw(&quirk));
     // Drawn with the device's pen and the clear brush (fill off); the earlier pen put back.
-    EXPECT_TRUE(quirk.GetPixel(30, 5) == kGreen && quirk.GetPixel(35, 10) == kWhite);
-    EXPECT_EQ(&t.black, quirk.GetPen());
+    EXPECT_TRUE(borrowed.Draw(&quirk) == 1 && quirk.GetPixel(30, 5) == kGreen &&
+                quirk.GetPixel(35, 10) == kWhite && quirk.GetPen() == &t.black);
 }
 
 TEST_F(DrawingTest, ArcFamilyAndPointLists) {
@@ -196,13 +192,10 @@ TEST_F(DrawingTest, ArcFamilyAndPointLists) {
     const short one[] = {5, 5}, farPts[] = {-32768, 0, -32768, 20};
     BCPolyline single(1, one), wrapped(2, farPts);
     BCPolylineGraphic wrap(6, BCPosition(-32718, 10), BCSize(0, 0), nullptr, &t.red);
-    EXPECT_EQ(0, wrap.Draw(&dev));
-    EXPECT_EQ(nullptr, wrap.SetPolyline(&single));
-    EXPECT_EQ(0, wrap.Draw(&dev));
+    EXPECT_TRUE(!wrap.Draw(&dev) && !wrap.SetPolyline(&single) && !wrap.Draw(&dev));
     wrap.SetPolyline(&wrapped);
-    EXPECT_NE(0, wrap.Draw(&dev));
-    EXPECT_TRUE(dev.GetPixel(50, 29) == kRed && CountNotWhite(dev) == 20);
-    EXPECT_NE(0, wrap.UnDraw(&dev));
+    EXPECT_TRUE(wrap.Draw(&dev) && dev.GetPixel(50, 29) == kRed && CountNotWhite(dev) == 20 &&
+                wrap.UnDraw(&dev));
     const short square[] = {0, 0, 20, 0, 20, 20, 0, 20};
     BCPolyline outline(4, square);
     BCPolygonGraphic polygon(7, BCPosition(100, 50), BCSize(20, 20), &outline, &t.red, &t.blue);
@@ -230,8 +223,7 @@ TEST_F(StreamTest, DrawGraphicSaveAndLoadAreDifferentRecords) {
 
     // Reading back its own record: the flags byte is the first byte of the pen mark and the
     // brush mark is made of the bytes that follow, so a brush is expected that is not there.
-    EXPECT_EQ(0, LoadFrom(back, RecordOf(bare)));
-    EXPECT_TRUE(back.GetID() == 5u && !back.GetPen());
+    EXPECT_TRUE(!LoadFrom(back, RecordOf(bare)) && back.GetID() == 5u && !back.GetPen());
     delete back.GetBrush();
     // What Load does read: flags byte, pen mark, brush mark, then the records.
     ASSERT_EQ(
@@ -244,8 +236,7 @@ TEST_F(StreamTest, DrawGraphicSaveAndLoadAreDifferentRecords) {
     EXPECT_TRUE(dev.GetPixel(10, 10) == kRed && dev.GetPixel(20, 20) == kBlue);
     const std::string good = Head(74, 2, 0, 0, 1, 1) + "\x02" + LE32(0) + LE32(0);
     ASSERT_EQ(1, LoadFrom(back, good));
-    EXPECT_EQ(-1, back.GetFill() - back.GetFrame());
-    EXPECT_TRUE(!back.GetPen() && !back.GetBrush());
+    EXPECT_TRUE(back.GetFill() - back.GetFrame() == -1 && !back.GetPen() && !back.GetBrush());
     // Another type's record, every cut of a good record and a failing stream are refused.
     EXPECT_EQ(0, LoadFrom(BCCircleGraphic(), good));
     EveryShortRecordFails<BCBoxGraphic>(good, [] { return new BCBoxGraphic(); });
@@ -280,8 +271,8 @@ TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
         // Cut after two coordinates: the first two are taken and the load fails.
         EXPECT_TRUE(i == 2 || !LoadFrom(*fresh[i], loadable.substr(0, 29)));
     }
-    EXPECT_TRUE(chord.GetEnd() == BCPosition(13, 14) && freshArc.GetEnd() == BCPosition(0, 0));
-    EXPECT_TRUE(freshArc.GetStart() == BCPosition(11, 12) &&
+    EXPECT_TRUE(chord.GetEnd() == BCPosition(13, 14) && freshArc.GetEnd() == BCPosition(0, 0) &&
+                freshArc.GetStart() == BCPosition(11, 12) &&
                 freshPie.GetStart() == BCPosition(11, 12));
 
     // Point lists: the polyline's own record follows; Load always makes a new polyline.
@@ -291,9 +282,8 @@ TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
     BCPolygonGraphic closed;
     EXPECT_EQ(Head(73, 1, 0, 0, 1, 1) + drawRec + RecordOf(line), RecordOf(open));
     std::ostringstream os = OutStream();
-    EXPECT_EQ(0, closed.Save(os)); // no polyline: nothing to write
-    EXPECT_EQ("", os.str());
-    EXPECT_EQ(nullptr, closed.SetPolyline(&line));
+    // No polyline: nothing to write.
+    EXPECT_TRUE(!closed.Save(os) && os.str().empty() && !closed.SetPolyline(&line));
     EXPECT_EQ(1, LoadFrom(closed, Head(75, 1, 0, 0, 1, 1) + flags + RecordOf(line)));
     std::unique_ptr<BCPolyline> made(closed.GetPolyline());
     EXPECT_TRUE(made.get() != &line && made->GetPoint(1) == BCPosition(3, 4));

@@ -21,15 +21,11 @@ class StatefulObject : public BCObject {
 };
 
 // Redirects faults, as a class may.
-class RedirectingObject : public BCObject {
-  public:
+struct RedirectingObject : BCObject {
     void Error(const char* text, unsigned int line, const char* file) override {
-        lastText = text;
-        lastLine = line;
-        lastFile = file;
+        last = std::string(text) + "@" + file + ":" + std::to_string(line);
     }
-    std::string lastText, lastFile;
-    unsigned int lastLine = 0;
+    std::string last;
 };
 
 TEST(TypeWordTest, CodeKeepsTenBitsAndNeverTouchesStateBits) {
@@ -55,11 +51,10 @@ TEST(TypeNameTest, NamesComeFromTheLibraryTable) {
         EXPECT_STREQ(row.name, StatefulObject(row.code).GetObjectTypeStr()) << row.code;
     EXPECT_FALSE(KoErrorHook::DidProcErrorOccur());
 
-    char text[64];
-    EXPECT_GT(BCGetResString(3202, text, sizeof text, BCGetDLLModule2()), 0);
-    EXPECT_STREQ("File not found:  %s", text);
-    EXPECT_GT(BCGetResString(3401, text, sizeof text, nullptr), 0);
-    EXPECT_STREQ("Zorvan<TM>", text);
+    char text[64], other[64];
+    EXPECT_TRUE(BCGetResString(3202, text, sizeof text, BCGetDLLModule2()) > 0 &&
+                BCGetResString(3401, other, sizeof other, nullptr) > 0);
+    EXPECT_EQ("File not found:  %s|Zorvan<TM>", std::string(text) + "|" + other);
 }
 
 TEST(MessageTableTest, TextsKeepTheirSpellingAndSpacing) {
@@ -109,16 +104,15 @@ TEST(NumberedMessageTest, FormatsShowsAndAnswersThroughTheSink) {
                 recorder.Last().object == &object);
 
     EXPECT_EQ(1, BCDispMsg(10017, nullptr, 5));
-    EXPECT_EQ("Invalid cursor type:  5", recorder.Last().text);
-    EXPECT_EQ(static_cast<unsigned>(MB_TASKMODAL), recorder.Last().style & MB_TASKMODAL);
-
+    EXPECT_TRUE(recorder.Last().text == "Invalid cursor type:  5" &&
+                (recorder.Last().style & MB_TASKMODAL));
     BCDispAppMsg(BCGetDLLModule2(), 10083u, 3);
-    EXPECT_EQ("Printer Abort:  3", recorder.Last().text);
-    EXPECT_EQ(0u, recorder.Last().style & MB_TASKMODAL);
+    EXPECT_TRUE(recorder.Last().text == "Printer Abort:  3" &&
+                !(recorder.Last().style & MB_TASKMODAL));
     BCDispAppMsg(BCGetDLLModule2(), static_cast<BCWindow*>(nullptr), 10082u, 40000L);
-    EXPECT_EQ(10082u, recorder.Last().id);
-    EXPECT_NE(std::string::npos,
-              recorder.Last().text.find("(Attempted to edit 40000 characters.)"));
+    EXPECT_TRUE(recorder.Last().id == 10082u &&
+                recorder.Last().text.find("(Attempted to edit 40000 characters.)") !=
+                    std::string::npos);
 
     recorder.Answer(IDNO);
     EXPECT_EQ(IDNO, BCDispAppText(nullptr, "%d shapes in %s", 3, "a.n2d"));
@@ -126,9 +120,8 @@ TEST(NumberedMessageTest, FormatsShowsAndAnswersThroughTheSink) {
                 recorder.Last().kind == BC_MSG_NUMBERED);
 
     // A message the tables do not hold is not shown, and its miss is not left for others.
-    EXPECT_EQ(0, BCDispMsg(9999, nullptr));
-    EXPECT_EQ(5u, recorder.Count());
-    EXPECT_FALSE(KoErrorHook::DidProcErrorOccur());
+    EXPECT_TRUE(!BCDispMsg(9999, nullptr) && recorder.Count() == 5u &&
+                !KoErrorHook::DidProcErrorOccur());
 }
 
 TEST(SinkTest, InstallingReturnsThePreviousSinkAndContext) {
@@ -140,11 +133,9 @@ TEST(SinkTest, InstallingReturnsThePreviousSinkAndContext) {
     void* previousContext = &context;
     BCMsgSink previous = BCSetMsgSink(sink, &context, &previousContext);
     EXPECT_TRUE(previous == BCDefaultMsgSink && !previousContext);
-    EXPECT_EQ(IDNO, BCDispMsg(10051, nullptr));
-    EXPECT_EQ(1, context);
+    EXPECT_TRUE(BCDispMsg(10051, nullptr) == IDNO && context == 1);
     void* ours = nullptr;
-    EXPECT_EQ(sink, BCSetMsgSink(nullptr, nullptr, &ours));
-    EXPECT_EQ(&context, ours);
+    EXPECT_TRUE(BCSetMsgSink(nullptr, nullptr, &ours) == sink && ours == &context);
 }
 
 TEST(FaultTest, ErrorAndAssertionsReportFileAndLine) {
@@ -155,38 +146,34 @@ TEST(FaultTest, ErrorAndAssertionsReportFileAndLine) {
     };
     BCObject object;
     object.Error("Assertion failure", 145, "MLTEDIT");
-    EXPECT_TRUE(recorder.Count() == 1u && recorder.Last().kind == BC_MSG_FAULT);
-    EXPECT_EQ("Assertion failure@MLTEDIT:145", fault());
+    EXPECT_TRUE(recorder.Count() == 1u && recorder.Last().kind == BC_MSG_FAULT &&
+                fault() == "Assertion failure@MLTEDIT:145");
     EXPECT_TRUE(BCAssert(&object, 42, 10, "TEXTEDIT", "Assertion failure") == 42 &&
                 recorder.Count() == 1u); // a holding assertion says nothing
-    EXPECT_EQ(0, BCAssert(&object, 0, 11, "TEXTEDIT", "This code should not be reached"));
-    EXPECT_EQ("This code should not be reached@TEXTEDIT:11", fault());
+    EXPECT_TRUE(!BCAssert(&object, 0, 11, "TEXTEDIT", "This code should not be reached") &&
+                fault() == "This code should not be reached@TEXTEDIT:11");
 
     // Error is virtual: a class that redirects it gets the assertion, the sink nothing.
     RedirectingObject redirecting;
     EXPECT_EQ(0, BCAssert(&redirecting, 0, 293, "PRINTER", "Null pointer:  opDev"));
-    EXPECT_EQ("Null pointer:  opDev@PRINTER:293", redirecting.lastText + "@" +
-                                                      redirecting.lastFile + ":" +
-                                                      std::to_string(redirecting.lastLine));
-    EXPECT_EQ(2u, recorder.Count());
+    EXPECT_TRUE(redirecting.last == "Null pointer:  opDev@PRINTER:293" && recorder.Count() == 2u);
 }
 
 TEST(FaultTest, AssertTypeChecksNullAndType) {
     MsgRecorder recorder;
     BCObject checker;
     BCArrayList list(0, 4, 0, 0, 4, 0);
-    EXPECT_EQ(1, checker.AssertType(&list, 86, "opList", 1, "MLTEDIT"));
-    EXPECT_EQ(0, checker.AssertType(nullptr, 98, "opNewText", 170, "MLTEDIT"));
-    EXPECT_EQ(170u, recorder.Last().line);
-    EXPECT_EQ(0, checker.AssertType(&list, 98, "opNewText", 170, "MLTEDIT"));
+    EXPECT_TRUE(checker.AssertType(&list, 86, "opList", 1, "MLTEDIT") &&
+                !checker.AssertType(nullptr, 98, "opNewText", 170, "MLTEDIT") &&
+                recorder.Last().line == 170u &&
+                !checker.AssertType(&list, 98, "opNewText", 170, "MLTEDIT"));
     EXPECT_EQ("Null pointer:  opNewText|Assertion failure|", recorder.Texts());
 }
 
 TEST(ObjectRecordTest, BeginsWithTheTypeCodeWord) {
     BCArrayList list(0, 4, 0, 0, 4, 0);
     std::ostringstream os = OutStream();
-    EXPECT_EQ(1, list.BCObject::Save(os));
-    EXPECT_EQ(LE32(86), os.str());
+    EXPECT_TRUE(list.BCObject::Save(os) == 1 && os.str() == LE32(86));
 
     StatefulObject same(86), other(76); // the record of another class fails, as a cut one
     EXPECT_EQ(Nums(1, 0, 0),
@@ -205,20 +192,15 @@ TEST(RenderableDataTest, FlagsKeyAndTheModifiedChain) {
     WrappingData outer(&middle);
 
     EXPECT_EQ(BC_FLAG_NOT_OWNED, inner.SetFlags(BC_FLAG_NOTIFY, 1));
-    EXPECT_EQ(static_cast<unsigned long>(BC_FLAG_NOT_OWNED | BC_FLAG_NOTIFY), inner.GetFlags());
-
+    EXPECT_TRUE(inner.GetFlags() == (BC_FLAG_NOT_OWNED | BC_FLAG_NOTIFY) && !outer.IsModified());
     // A wrapped change shows from outside, though only the wrapped object holds the flag;
     // setting passes down the chain and answers whether the flag was set before.
-    EXPECT_FALSE(outer.IsModified());
     inner.SetModified(1);
     EXPECT_TRUE(outer.IsModified() && !(outer.GetFlags() & BC_FLAG_MODIFIED));
     EXPECT_TRUE(!outer.SetModified(1) && (middle.GetFlags() & BC_FLAG_MODIFIED));
-    EXPECT_EQ(1, outer.SetModified(0));
-    EXPECT_FALSE(inner.IsModified() || outer.IsModified());
-
+    EXPECT_TRUE(outer.SetModified(0) == 1 && !inner.IsModified() && !outer.IsModified());
     int value = 5;
-    EXPECT_EQ(nullptr, inner.SetKey(&value));
-    EXPECT_EQ(&value, inner.SetKey(nullptr));
+    EXPECT_TRUE(!inner.SetKey(&value) && inner.SetKey(nullptr) == &value);
     // The root renders nothing and takes nothing.
     BCFormat text = BCGetTextFormat();
     EXPECT_FALSE(inner.IsRenderable(text) || inner.GetDataPtr(text) ||
@@ -235,65 +217,58 @@ TEST(RenderableDataTest, CopiesDuplicatesAndRecord) {
                 dup->GetKey() == &key);
     BCRenderableData assigned(154, 0);
     assigned = data;
+    const std::string record = RecordOf(data);
     EXPECT_EQ(153u, assigned.GetObjectType());
-
-    const std::string record = SavedBytes(data);
     EXPECT_EQ(LE32(153) + LE32(BC_FLAG_NOT_OWNED | BC_FLAG_NOTIFY), record);
     // Only the notify bit comes from the record; ownership stays the object's own.
     BCRenderableData loaded(153, BC_FLAG_MODIFIED);
     ASSERT_EQ(1, LoadFrom(loaded, record));
-    EXPECT_EQ(static_cast<unsigned long>(BC_FLAG_MODIFIED | BC_FLAG_NOTIFY), loaded.GetFlags());
-    EXPECT_EQ(0, LoadFrom(loaded, record.substr(0, 6)));
+    EXPECT_TRUE(loaded.GetFlags() == (BC_FLAG_MODIFIED | BC_FLAG_NOTIFY) &&
+                !LoadFrom(loaded, record.substr(0, 6)));
 }
 
 TEST(ValueTypeTest, GeometryColourAndResourceIds) {
     BCRectangle rect(BCPosition(10, 20), BCSize(30, 5));
-    EXPECT_EQ(40, rect.GetRight());
-    EXPECT_TRUE(rect.Contains(BCPosition(10, 20)) && !rect.Contains(BCPosition(40, 20)));
     RECT platform;
     rect.ToRECT(&platform);
-    EXPECT_EQ(25, platform.bottom);
-    EXPECT_TRUE(BCRectangle::FromRECT(&platform) == rect && BCGetNullRect().IsEmpty());
     BCLimits limits(9, 4);
-    EXPECT_TRUE(limits.GetLength() == 5u && !limits.IsEmpty());
+    EXPECT_TRUE(rect.GetRight() == 40 && rect.Contains(BCPosition(10, 20)) &&
+                !rect.Contains(BCPosition(40, 20)) && platform.bottom == 25 &&
+                BCRectangle::FromRECT(&platform) == rect && BCGetNullRect().IsEmpty() &&
+                limits.GetLength() == 5u && !limits.IsEmpty());
 
     BCColor color(0x11, 0x22, 0x33), loaded;
-    EXPECT_EQ(0x332211ul, color.GetCOLORREF());
-    EXPECT_EQ(LE32(8) + LE32(0x332211), SavedBytes(color));
-    ASSERT_EQ(1, LoadFrom(loaded, SavedBytes(color)));
-    EXPECT_TRUE(loaded == color);
+    EXPECT_EQ(LE32(8) + LE32(0x332211), RecordOf(color));
+    EXPECT_TRUE(color.GetCOLORREF() == 0x332211ul && LoadFrom(loaded, RecordOf(color)) &&
+                loaded == color);
 
     BCResID byName("MAINMENU", BCGetDLLModule2());
     BCResID copy(byName);
     BCResID byNumber(1021);
     copy = byNumber;
-    EXPECT_STREQ("MAINMENU", byName.GetResName());
-    EXPECT_TRUE(!copy.GetResName() && copy.GetResNum() == 1021u &&
-                copy.GetResource() == MAKEINTRESOURCEA(1021));
+    EXPECT_TRUE(std::string(byName.GetResName()) == "MAINMENU" && !copy.GetResName() &&
+                copy.GetResNum() == 1021u && copy.GetResource() == MAKEINTRESOURCEA(1021));
     EXPECT_EQ(Nums(1, 2), Nums(BCGetTextFormat().GetFormat(), BCGetBitmapFormat().GetFormat()));
 }
 
 TEST(StartupTest, ModuleCachesAndOutOfMemoryRetry) {
     BCModule* module = BCGetDLLModule2();
     ASSERT_NE(nullptr, module);
-    EXPECT_EQ(114u, module->GetObjectType());
-    EXPECT_STREQ("", module->GetName());
-    EXPECT_EQ(GetModuleHandleA("norlib2.dll"), module->GetInstance());
+    EXPECT_TRUE(module->GetObjectType() == 114u && !*module->GetName() &&
+                module->GetInstance() == GetModuleHandleA("norlib2.dll"));
     EXPECT_EQ(Nums(GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)),
               Nums(BCGetScreenWidth2(), BCGetScreenHeight2()));
-    EXPECT_NE(nullptr, BCGetArrowCursor2());
-    EXPECT_TRUE(BCGetWindowProc2() == reinterpret_cast<void*>(&BCWndProc) &&
-                BCGetDialogProc2() == reinterpret_cast<void*>(&BCDlgWndProc));
-    EXPECT_EQ(&BCOutOfMemoryHandler, std::get_new_handler());
+    EXPECT_TRUE(BCGetArrowCursor2() && BCGetWindowProc2() == reinterpret_cast<void*>(&BCWndProc) &&
+                BCGetDialogProc2() == reinterpret_cast<void*>(&BCDlgWndProc) &&
+                std::get_new_handler() == &BCOutOfMemoryHandler);
 
     MsgRecorder recorder;
     recorder.Answer(IDRETRY);
     BCOutOfMemoryHandler(); // returns so that the allocation is tried again
-    EXPECT_TRUE(recorder.Count() == 1u && recorder.Last().kind == BC_MSG_BOX);
+    EXPECT_TRUE(recorder.Count() == 1u && recorder.Last().kind == BC_MSG_BOX &&
+                recorder.Last().style == (MB_SYSTEMMODAL | MB_ICONSTOP | MB_RETRYCANCEL));
     EXPECT_EQ("Can't allocate enough memory!|Attention",
               recorder.Last().text + "|" + recorder.Last().caption);
-    EXPECT_EQ(static_cast<unsigned>(MB_SYSTEMMODAL | MB_ICONSTOP | MB_RETRYCANCEL),
-              recorder.Last().style);
 }
 
 TEST(ModuleTest, RegisteredModulesAreSearchedUntilTheyGo) {
@@ -302,8 +277,8 @@ TEST(ModuleTest, RegisteredModulesAreSearchedUntilTheyGo) {
     {
         BCModule module(library, "copy", 0);
         BCRegisterLibModule(&module);
-        EXPECT_GT(BCGetResString(3086, text, sizeof text, &module), 0);
-        EXPECT_STREQ("BCArrayList", text);
+        EXPECT_TRUE(BCGetResString(3086, text, sizeof text, &module) > 0 &&
+                    std::string(text) == "BCArrayList");
     }
     // The copy took only its own registration with it.
     EXPECT_GT(BCGetResString(3086, text, sizeof text, nullptr), 0);

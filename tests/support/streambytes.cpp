@@ -55,18 +55,11 @@ std::ostringstream OutStream() {
     return std::ostringstream(std::ios::out | std::ios::binary);
 }
 
-std::string SavedBytes(BCObject& object) {
+std::string RecordOf(BCObject& object) {
     std::ostringstream os = OutStream();
-    return object.Save(os) ? os.str() : std::string();
-}
-
-size_t FirstShortLoad(const std::string& record, const std::function<int(std::istream&)>& load) {
-    for (size_t length = 0; length < record.size(); ++length) {
-        std::istringstream is = InStream(record.substr(0, length));
-        if (load(is))
-            return length;
-    }
-    return std::string::npos;
+    const int saved = object.Save(os);
+    EXPECT_TRUE(saved);
+    return saved ? os.str() : std::string();
 }
 
 std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed) {

@@ -1,8 +1,10 @@
 #pragma once
+#include <gtest/gtest.h>
+
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <iosfwd>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -15,8 +17,8 @@ std::istringstream InStream(const std::string& bytes);
 std::ostringstream OutStream();
 
 class BCObject;
-// The record `object` saves; empty when Save fails.
-std::string SavedBytes(BCObject& object);
+// The record `object` saves, which it must; empty when Save fails.
+std::string RecordOf(BCObject& object);
 
 // A number given to a list as its key.
 inline void* Key(long value) {
@@ -35,6 +37,18 @@ struct UnseekableBuf : std::stringbuf {
     pos_type seekoff(off_type, std::ios::seekdir, std::ios::openmode) override { return -1; }
     pos_type seekpos(pos_type, std::ios::openmode) override { return -1; }
 };
+
+// The record of `object` once it has loaded `record`.
+template <class T> std::string Reloaded(T&& object, const std::string& record) {
+    EXPECT_EQ(1, LoadFrom(object, record));
+    return RecordOf(object);
+}
+
+// Every cut of a record short of its end must be refused by a fresh object from `make`.
+template <class T, class Make> void EveryShortRecordFails(const std::string& record, Make make) {
+    for (size_t n = 0; n < record.size(); ++n)
+        EXPECT_FALSE(LoadFrom(*std::unique_ptr<T>(make()), record.substr(0, n))) << "cut at " << n;
+}
 
 // What loading `record` from a pipe-like stream answers.
 template <class T> int LoadPiped(T&& object, const std::string& record) {
@@ -62,11 +76,6 @@ inline bool operator==(const Seq& a, const Seq& b) {
 inline std::ostream& operator<<(std::ostream& os, const Seq& row) {
     return os << row.text;
 }
-// Feeds every proper prefix of `record` (each cut shorter than the whole) to `load`, which
-// loads it into a fresh object and returns what Load said. Returns the first length that
-// loaded, or std::string::npos when every short record failed as it should.
-size_t FirstShortLoad(const std::string& record, const std::function<int(std::istream&)>& load);
-
 // `count` damaged copies of a record, the same for the same seed: each has one to three
 // places overwritten with random bytes or with values that make counts and lengths absurd,
 // and one in four is also cut short.
