@@ -130,6 +130,7 @@ std::pair<int, string> RunDialog(DialogDriver& driver, unsigned int templateId =
     driver.Start();
     Dialog dialog(".TXT", Template(templateId), nullptr, &App());
     EXPECT_TRUE(driver.Finish());
+    EXPECT_EQ((std::is_same<Dialog, BCNewDialog>::value), dialog.IsNewFile());
     return {dialog.GetResult(), dialog.GetFileName(nullptr)};
 }
 
@@ -187,11 +188,13 @@ TEST_F(FileDialogTest, BrowsingAndChoosing) {
     driver.SetText(2001, "*.DOC").Do(Press(1)).Do(Look(&trail)).Do(List(2002, &docs));
     driver.Do(Pick(2006, "[Sub Dir]", true)).Do(Look(&trail)); // the typed pattern goes along
     driver.SetText(2001, "..\\").Do(Press(1)).Do(Look(&trail));
+    driver.Do(Pick(2006, "[Sub Dir]")).Do(Look(&trail)); // the folders listed are the parent's
     driver.Do(Pick(2006, "[-c-]", true)).Do(Look(&trail));
     driver.SetText(2001, "*.*").Do(Press(1)).Do(Look(&trail));
     driver.Do(Key('\b')).Do(Look(&trail)).Do(Key('x')).Do(Look(&trail)).Do(Key('\b'));
-    driver.Do(Pick(2006, "[Sub Dir]")).Do(Look(&trail)); // choosing enables OK again
-    driver.Do(Pick(2002, "README")).Do(Look(&trail)).Do(Pick(2002, "a.txt")).Do([](HWND) {
+    driver.Do(Pick(2002, "README")).Do(Look(&trail)); // choosing enables OK again
+    driver.Do(Msg(2001, EM_SETSEL, 0, -1)).Do(Key('\b')).Do(Pick(2006, "[Sub Dir]"));
+    driver.Do(Look(&trail)).Do(Pick(2002, "a.txt")).Do([](HWND) {
         return DeleteFileA("a.txt") != 0;
     });
     driver.Do(Press(1)).Do(Look(&trail)); // vanished since it was listed
@@ -208,9 +211,11 @@ TEST_F(FileDialogTest, BrowsingAndChoosing) {
     driver.Do(Pick(2002, "b one.TXT", true));
     auto [result, name] = RunDialog<BCOpenDialog>(driver, 1012);
     Make(root + "\\a.txt");
-    EXPECT_EQ("*.TXT[all]+|*.TXT[all]+|D\\*.TXT+|*.TXT[all]+|*.DOC[all]+|*.DOC[all]+|"
-              "*.TXT[all]+|*.TXT[all]+|*.*[all]+|[all]-|x+|Sub Dir\\*.TXT+|README.+|a.txt[all]+|",
-              trail);
+    EXPECT_EQ(
+        "*.TXT[all]+|*.TXT[all]+|D\\*.TXT+|*.TXT[all]+|*.DOC[all]+|*.DOC[all]+|"
+        "*.TXT[all]+|Sub Dir\\*.TXT+|*.TXT[all]+|*.*[all]+|[all]-|x+|README.+|Sub Dir\\*.TXT+|"
+        "a.txt[all]+|",
+        trail);
     EXPECT_TRUE(files == Strings({"a.txt", "b one.TXT"}) && inSub == Strings{"in.txt"} &&
                 docs == Strings{"c.doc"} && lots == 10000);
     EXPECT_LT(took, std::chrono::seconds(1));
