@@ -50,10 +50,11 @@ wait_for printer-job.ps && sleep 1 &&
   "$root/scripts/printer.sh" png printer-job.ps "$root/build/mdidemo-printed.png" 50 &&
   echo "printed page: build/mdidemo-printed.png"
 
-rm -f dlgdemo.find dlgdemo.replace dlgdemo.string dlgdemo.message
+rm -f dlgdemo.find dlgdemo.replace dlgdemo.string dlgdemo.open dlgdemo.new dlgdemo.saveas \
+  dlgdemo.message
 "$root/cmake/wine-run.sh" bin/dlgdemo.exe --demo 2 &
 sample=$!
-for dialog in find replace string message; do
+for dialog in find replace string open new saveas message; do
   wait_for "dlgdemo.$dialog" && shoot "$dialog.png" 440x320+40+40
 done
 wait "$sample"

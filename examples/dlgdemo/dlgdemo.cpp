@@ -1,9 +1,10 @@
-// Opens the find, replace, string and message dialogs in turn over a main window; the last
-// one tells what was asked for in the first.
+// Opens the find, replace, string, open, new, save-as and message dialogs in turn over a main
+// window; the last one tells what was asked for in the first.
 //
 //   dlgdemo.exe             the user answers each dialog
 //   dlgdemo.exe --demo N    each dialog is filled in on its own, left up for N seconds and
-//                           accepted; a mark file per dialog tells a watcher it is up
+//                           accepted; a mark file per dialog tells a watcher it is up. The file
+//                           dialogs browse a folder of sample files made for the purpose
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -15,9 +16,12 @@ namespace {
 
 enum : unsigned int { kStringTemplate = 300, kNextTimer = 1, kFillTimer = 2, kAcceptTimer = 3 };
 
+// Where the sample started: the file dialogs move the current directory.
+std::string startDir;
+
 // Tells whoever watches the demonstration (a script taking screenshots) how far it got.
 void Mark(const char* file) {
-    if (FILE* f = std::fopen(file, "w"))
+    if (FILE* f = std::fopen((startDir + "\\" + file).c_str(), "w"))
         std::fclose(f);
 }
 
@@ -43,6 +47,24 @@ void Type(HWND dialog, int id, const char* text) {
     SendMessageA(edit, WM_KEYDOWN, VK_END, 1);
     for (; *text; ++text)
         SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(*text), 1);
+}
+
+// A few documents and a folder to browse, made in the current directory, which it becomes.
+void MakeSamples() {
+    CreateDirectoryA("samples", nullptr);
+    CreateDirectoryA("samples\\drafts", nullptr);
+    SetCurrentDirectoryA("samples");
+    for (const char* name : {"letter.txt", "notes.txt", "report.txt", "budget.doc"})
+        if (FILE* f = std::fopen(name, "w"))
+            std::fclose(f);
+}
+
+// Picks an entry of a list box as a click on it does.
+void Pick(HWND dialog, int id, const char* entry) {
+    HWND list = GetDlgItem(dialog, id);
+    LRESULT index = SendMessageA(list, LB_FINDSTRINGEXACT, -1, reinterpret_cast<LPARAM>(entry));
+    SendMessageA(list, LB_SETCURSEL, index, 0);
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
 }
 
 void Click(HWND dialog, int id) {
@@ -94,7 +116,16 @@ class DemoWindow : public BCMainWindow {
             BCStringDialog(BCResID(kStringTemplate, GetApp()->GetModule()), this, "notes", 40,
                            GetApp());
             break;
-        case 3: {
+        case 3:
+            BCOpenDialog(".TXT", Template(1011), this, GetApp());
+            break;
+        case 4:
+            BCNewDialog(".TXT", Template(1012), this, GetApp());
+            break;
+        case 5:
+            BCSaveAsDialog("summary", ".TXT", Template(1013), this, GetApp());
+            break;
+        case 6: {
             std::string text = "Looking for `" + pattern + "'.";
             BCMessageDialog(Template(1023), this, text.c_str(), GetApp());
             break;
@@ -107,7 +138,8 @@ class DemoWindow : public BCMainWindow {
     }
     // What a user would do in each dialog, then a mark for the screenshot.
     void Fill(HWND dialog) {
-        static const char* const kMarks[] = {"dlgdemo.find", "dlgdemo.replace", "dlgdemo.string",
+        static const char* const kMarks[] = {"dlgdemo.find",   "dlgdemo.replace", "dlgdemo.string",
+                                             "dlgdemo.open",   "dlgdemo.new",     "dlgdemo.saveas",
                                              "dlgdemo.message"};
         switch (step - 1) {
         case 0:
@@ -119,6 +151,12 @@ class DemoWindow : public BCMainWindow {
             break;
         case 2:
             Type(dialog, 2013, ".txt");
+            break;
+        case 3:
+            Pick(dialog, 2002, "notes.txt");
+            break;
+        case 4:
+            SetDlgItemTextA(dialog, 2001, "minutes");
             break;
         default:
             break;
@@ -136,6 +174,11 @@ class DemoWindow : public BCMainWindow {
 
 int main(int argc, char** argv) {
     int demoSeconds = argc > 2 && std::strcmp(argv[1], "--demo") == 0 ? std::atoi(argv[2]) : 0;
+    char current[MAX_PATH] = "";
+    GetCurrentDirectoryA(MAX_PATH, current);
+    startDir = current;
+    if (demoSeconds > 0)
+        MakeSamples();
     BCApplication app;
     DemoWindow window(demoSeconds);
     if (!window.Start("Norlib2 dialog sample"))

@@ -1,5 +1,6 @@
 #include "bcfiledlg.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -54,16 +55,15 @@ void AddExtension(char* name, const char* ext) {
 // The selection call is asked with the length of a cleared buffer, which gives nothing on
 // some platforms: the entry is then read as that call would give it, a name without a dot
 // ending in one, so that no default extension is added to it.
-bool SelectedFile(BCFileListBox* list, char* into) {
-    if (list->GetCrntFile(into))
-        return true;
+std::string SelectedFile(BCFileListBox* list) {
+    char chosen[kWork];
+    if (list->GetCrntFile(chosen))
+        return chosen;
     int index = list->GetCrntInd();
-    int length = list->GetItemLen(index);
-    if (index < 0 || length <= 0 || length >= MAX_PATH || !list->GetItem(index, into))
-        return false;
-    if (!std::strchr(into, '.'))
-        std::strcat(into, ".");
-    return true;
+    std::string entry(std::max(list->GetItemLen(index), 0), '\0');
+    if (entry.empty() || !list->GetItem(index, &entry[0]))
+        return "";
+    return entry.find('.') == std::string::npos ? entry + "." : entry;
 }
 
 // [SUB] gives SUB\ + tail, [..] gives ..\ + tail, the drive [-a-] gives a: + tail. Whole
@@ -172,13 +172,13 @@ LRESULT BCFileDialog::Close(BCEvent*) {
 void BCFileDialog::OkClick() {
     char name[kWork] = "";
     if (opNameEdit)
-        opNameEdit->GetText(name, kNameMax + 1);
+        opNameEdit->GetText(name, sizeof caFileName);
     FileChk(name);
     RelistDirs();
 }
 
 LRESULT BCFileDialog::ListBoxSnglClk(BCEvent* event) {
-    char chosen[kNameMax + 1];
+    char chosen[sizeof caFileName];
     switch (event->GetControlID()) {
     case bcids::kCtlFileList:
         GetListFile(chosen);
@@ -192,7 +192,7 @@ LRESULT BCFileDialog::ListBoxSnglClk(BCEvent* event) {
 }
 
 LRESULT BCFileDialog::ListBoxDblClk(BCEvent* event) {
-    char chosen[kNameMax + 1];
+    char chosen[sizeof caFileName];
     switch (event->GetControlID()) {
     case bcids::kCtlFileList:
         GetListFile(chosen);
@@ -217,17 +217,17 @@ LRESULT BCFileDialog::EditChange(BCEvent* event) {
 }
 
 void BCFileDialog::GetListFile(char* buffer) {
-    char chosen[kWork];
     buffer[0] = '\0';
-    if (!opFileList || !opNameEdit || !SelectedFile(opFileList, chosen))
+    std::string chosen = opFileList && opNameEdit ? SelectedFile(opFileList) : "";
+    if (chosen.empty())
         return;
-    bcdlg::CopyCut(buffer, chosen, kNameMax);
+    bcdlg::CopyCut(buffer, chosen.c_str(), kNameMax);
     opNameEdit->SetText(buffer);
     bcdlg::EnableForText(opOkButton, true);
 }
 
 void BCFileDialog::GetListDirs(char* buffer) {
-    char typed[kNameMax + 1] = "", entry[kWork] = "", path[kWork];
+    char typed[sizeof caFileName] = "", entry[kWork] = "", path[kWork];
     buffer[0] = '\0';
     if (!opDirList || !opNameEdit || !opDirList->GetCrntItem(entry) || std::strlen(entry) < 3)
         return;
