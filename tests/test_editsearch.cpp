@@ -102,6 +102,19 @@ TEST_F(Search, ClipboardAndFileCommands) {
     ASSERT_TRUE(e.CanUndo());
     EXPECT_EQ(1, Command(H(), 101)); // saved: nothing to ask
     EXPECT_EQ(Nums(0, 0, 0), Nums(e.GetTextLen(), e.GetCaretOfs(), e.CanUndo()));
+
+    // Save As and Open name the file in the file dialogs.
+    const std::string other = name + ".new";
+    e.SetText("saved as");
+    DialogDriver saveAs, open;
+    saveAs.SetText(2013, other).Click(IDOK).Start();
+    EXPECT_TRUE(Command(H(), 104) == 1 && saveAs.Finish() && !e.IsModified());
+    e.SetText("");
+    e.SetModified(0);
+    open.SetText(2001, other).Click(IDOK).Start();
+    EXPECT_TRUE(Command(H(), 102) == 1 && open.Finish());
+    EXPECT_EQ(Join({"saved as", other}), Join({Text(), e.GetText()->GetFileName()}));
+    std::remove(other.c_str());
 }
 
 // Presses `button` in the next dialog once the one answered before (`last`) has gone.
