@@ -5,6 +5,7 @@
 #include "bccombo.h"
 #include "bcdialog.h"
 #include "bcids2.h"
+#include "controls/bcfilepath.h"
 #include "bcplatform.h"
 
 namespace {
@@ -21,18 +22,6 @@ void CopyCut(char* target, const char* text, size_t count) {
         length = count;
     std::memcpy(target, text, length);
     target[length] = '\0';
-}
-
-const char* FilePart(const char* spec) {
-    const char* part = spec;
-    for (const char* c = spec; *c; ++c)
-        if (*c == '/' || *c == ':' || *c == '\\')
-            part = c + 1;
-    return part;
-}
-
-bool HasWildcard(const char* name) {
-    return std::strpbrk(name, "*?") != nullptr;
 }
 
 bool NamesDirectory(const char* name) {
@@ -69,7 +58,7 @@ int BCFileListBox::List(char* spec, unsigned int attrib) {
 int BCFileListBox::ListFiles(char* spec, unsigned int attrib) {
     if (!DialogHandle() || !spec)
         return 0;
-    CopyCut(caDfltPat, FilePart(spec), sizeof caDfltPat - 1);
+    CopyCut(caDfltPat, bcpath::Tail(spec), sizeof caDfltPat - 1);
     const char* dot = std::strchr(caDfltPat, '.');
     CopyCut(caDfltExt, dot ? dot + 1 : "", sizeof caDfltExt - 1);
     return List(spec, attrib);
@@ -102,7 +91,7 @@ int BCFileListBox::GetCrntFile(char* buffer) {
 int BCFileListBox::CheckFile(char* name) {
     if (!name)
         return 1;
-    if (!HasWildcard(name)) {
+    if (!bcpath::HasWildcard(name)) {
         if (NamesDirectory(name))
             return CheckDirectory(name);
         return CheckExisting(name);
@@ -124,7 +113,7 @@ int BCFileListBox::CheckExisting(const char* name) {
         return 0;
     if (info.nErrCode != ERROR_FILE_NOT_FOUND || std::strpbrk(name, kBadCharacters))
         return 1;
-    const char* part = FilePart(name);
+    const char* part = bcpath::Tail(name);
     if (part == name)
         return 2;
     std::string directory(name, static_cast<size_t>(part - name));

@@ -8,6 +8,7 @@
 #include "bccombo.h"
 #include "bcdlgtext.h"
 #include "bcids2.h"
+#include "controls/bcfilepath.h"
 #include "bcmodule.h"
 #include "bcmsg.h"
 #include "kostring.h"
@@ -25,18 +26,6 @@ constexpr unsigned int kDirsAndDrives = DDL_EXCLUSIVE | DDL_DRIVES | DDL_DIRECTO
 constexpr size_t kWork = 2 * MAX_PATH;
 // Characters that no file name holds but that some platforms still report as a missing file.
 constexpr const char* kBadCharacters = "<>\"|";
-
-const char* Tail(const char* path) {
-    const char* tail = path;
-    for (const char* c = path; *c; ++c)
-        if (*c == '/' || *c == ':' || *c == '\\')
-            tail = c + 1;
-    return tail;
-}
-
-bool HasWildcard(const char* name) {
-    return std::strpbrk(name, "*?") != nullptr;
-}
 
 // No dot, or a leading ".." part with no extension after it, as in ..\REPORT.
 bool LacksExtension(const char* name) {
@@ -88,7 +77,7 @@ Probe ProbeFile(const char* name) {
         return Probe::kExists;
     if (info.nErrCode != ERROR_FILE_NOT_FOUND || !*name || std::strpbrk(name, kBadCharacters))
         return Probe::kInvalid;
-    const char* tail = Tail(name);
+    const char* tail = bcpath::Tail(name);
     if (tail == name)
         return Probe::kNew;
     DWORD attributes = GetFileAttributesA(std::string(name, tail).c_str());
@@ -232,7 +221,7 @@ void BCFileDialog::GetListDirs(char* buffer) {
     if (!opDirList || !opNameEdit || !opDirList->GetCrntItem(entry) || std::strlen(entry) < 3)
         return;
     opNameEdit->GetText(typed, sizeof typed);
-    EntryPath(entry, Tail(HasWildcard(typed) ? typed : caFileName), path);
+    EntryPath(entry, bcpath::Tail(bcpath::HasWildcard(typed) ? typed : caFileName), path);
     bcdlg::CopyCut(buffer, path, kNameMax);
     opNameEdit->SetText(buffer);
     bcdlg::EnableForText(opOkButton, true);
@@ -250,7 +239,7 @@ void BCFileDialog::FileChk(char* name) {
     case 2:
         return blNewFile ? Accept(checked) : Refuse(bcids::kMsgFileNotFound, checked);
     case 3:
-        return ShowName(Tail(checked));
+        return ShowName(bcpath::Tail(checked));
     default:
         return Refuse(bcids::kMsgInvalidFileName, checked);
     }
