@@ -83,6 +83,7 @@ TEST(ComboBoxTest, EntriesEditFieldAndFind) {
     EXPECT_TRUE(box->SetCharLimit(300) && box->SetText(std::string(150, 'x').c_str()));
     box->SetCrntSelection(BCLimits(0, 150));
     EXPECT_EQ(131u, box->GetSelectedText(text, sizeof text));
+    EXPECT_TRUE(box->SetText("") && box->GetSelectedText(text, sizeof text) == 0);
     EXPECT_TRUE(box->Delete(-1) && box->Delete(-1) && box->Delete(-1) && box->GetCount() == 0);
 }
 
