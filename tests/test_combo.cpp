@@ -108,6 +108,11 @@ TEST(ComboBoxTest, LoadAndSaveWorkWithEveryListKind) {
             EXPECT_EQ(Entries(*sorted)[i], static_cast<char*>(sorted->GetItemData(i)));
     }
     BCDoubleLinkedList pointers(0x0800, 16), empty(0, 16);
+    struct Refusing : BCDoubleLinkedList {
+        Refusing() : BCDoubleLinkedList(0x0800, 16) {}
+        int Append(void*, void*) override { return 0; }
+    } full;
+    EXPECT_EQ(0, sorted->SaveToList(&full, text, 1));
     ASSERT_TRUE(sorted->SaveToList(&pointers, text, 1) && pointers.GetCount() == 3u);
     pointers.Home();
     EXPECT_EQ(sorted->GetItemData(0), pointers.GetCrntItem());
