@@ -12,8 +12,6 @@ namespace {
 // The part of a directory name that CheckFile keeps, and what it appends.
 constexpr size_t kDirectoryPart = 132;
 constexpr const char* kAllFiles = "*.*";
-// Characters that no file name holds.
-constexpr const char* kBadCharacters = "<>\"|";
 
 // Copies at most `count` characters of `text` and terminates.
 void CopyCut(char* target, const char* text, size_t count) {
@@ -105,20 +103,16 @@ int BCFileListBox::CheckFile(char* name) {
     return 3;
 }
 
-// Some platforms report a missing directory as a missing file: the directory is asked too,
-// so that only a new name in an existing directory counts as a new file.
+// 0 an existing file, 2 a new name in an existing directory, 1 anything else.
 int BCFileListBox::CheckExisting(const char* name) {
-    OFSTRUCT info{};
-    if (OpenFile(name, &info, OF_EXIST) != HFILE_ERROR)
+    switch (bcpath::ProbeFile(name)) {
+    case bcpath::Probe::kExists:
         return 0;
-    if (info.nErrCode != ERROR_FILE_NOT_FOUND || std::strpbrk(name, kBadCharacters))
-        return 1;
-    const char* part = bcpath::Tail(name);
-    if (part == name)
+    case bcpath::Probe::kNew:
         return 2;
-    std::string directory(name, static_cast<size_t>(part - name));
-    DWORD attributes = GetFileAttributesA(directory.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) ? 2 : 1;
+    default:
+        return 1;
+    }
 }
 
 // Lists the directory with the pattern last listed, or every file.

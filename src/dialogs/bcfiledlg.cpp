@@ -24,8 +24,6 @@ constexpr unsigned int kDirsAndDrives = DDL_EXCLUSIVE | DDL_DRIVES | DDL_DIRECTO
 // Room for a name, a directory entry (up to MAX_PATH), the "*" and extension added to it, and
 // what a listing writes back.
 constexpr size_t kWork = 2 * MAX_PATH;
-// Characters that no file name holds but that some platforms still report as a missing file.
-constexpr const char* kBadCharacters = "<>\"|";
 
 // No dot, or a leading ".." part with no extension after it, as in ..\REPORT.
 bool LacksExtension(const char* name) {
@@ -65,24 +63,6 @@ void EntryPath(const char* entry, const char* tail, char* into) {
         std::snprintf(into, kWork, "..\\%s", tail);
     else
         std::snprintf(into, kWork, "%.*s\\%s", static_cast<int>(length - 2), entry + 1, tail);
-}
-
-enum class Probe { kExists, kNew, kInvalid };
-
-// Some platforms report a name with characters no file name holds, or one in a directory
-// that is not there, as a missing file: only a new name in an existing directory is new.
-Probe ProbeFile(const char* name) {
-    OFSTRUCT info{};
-    if (OpenFile(name, &info, OF_EXIST) != HFILE_ERROR)
-        return Probe::kExists;
-    if (info.nErrCode != ERROR_FILE_NOT_FOUND || !*name || std::strpbrk(name, kBadCharacters))
-        return Probe::kInvalid;
-    const char* tail = bcpath::Tail(name);
-    if (tail == name)
-        return Probe::kNew;
-    DWORD attributes = GetFileAttributesA(std::string(name, tail).c_str());
-    bool directory = attributes != INVALID_FILE_ATTRIBUTES && attributes & FILE_ATTRIBUTE_DIRECTORY;
-    return directory ? Probe::kNew : Probe::kInvalid;
 }
 
 BCFileListBox* BindList(unsigned int id, BCDialog* dialog) {
@@ -318,13 +298,13 @@ BCSaveAsDialog::BCSaveAsDialog(const char* name, const char* ext, const BCResID&
 void BCSaveAsDialog::ConfirmName(const char* ext) {
     if (!std::strchr(caString, '.') && ext)
         std::strncat(caString, ext, kSaveAsWithExt - std::strlen(caString));
-    switch (ProbeFile(caString)) {
-    case Probe::kNew:
+    switch (bcpath::ProbeFile(caString)) {
+    case bcpath::Probe::kNew:
         return;
-    case Probe::kInvalid:
+    case bcpath::Probe::kInvalid:
         BCDispAppMsg(GetModule(), this, bcids::kMsgInvalidFileName, caString);
         return;
-    case Probe::kExists:
+    case bcpath::Probe::kExists:
         break;
     }
     BCModule* module = GetModule();
