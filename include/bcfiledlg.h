@@ -87,8 +87,9 @@ class NORLIB2_API BCNewDialog : public BCFileDialog {
                 BCApplication* app);
 };
 
-// A name-entry dialog that runs at once: adds `ext` to a name without a dot, refuses an
-// invalid name (10073) and asks before overwriting (10086). Read GetResult and GetString.
+// A name-entry dialog that runs at once, offering `name` (its file part when it is longer
+// than the field's 65 characters): adds `ext` to a name without a dot, reports an invalid
+// name (10073) and asks before overwriting (10086). Read GetResult and GetString.
 class NORLIB2_API BCSaveAsDialog : public BCStringDialog {
   public:
     BCSaveAsDialog(const char* name, const char* ext, const BCResID& dialogTemplate,

@@ -24,8 +24,6 @@ constexpr unsigned int kYesNoCancelQuestion = 0x23;
 const char kTempSuffix[] = ".~sv";
 // The open dialog's pattern for a document without an extension.
 const char kAnyExt[] = ".*";
-// The longest name the save-as dialog takes.
-constexpr std::size_t kSaveAsNameMax = 65;
 // The words of the library's out-of-memory handler, for a document that does not fit.
 const char kNoMemoryText[] = "Can't allocate enough memory!";
 const char kNoMemoryCaption[] = "Attention";
@@ -79,14 +77,6 @@ bool FullPath(const char* name, KoString& path) {
     }
     path = full;
     return true;
-}
-
-// What save-as offers: the document's name when the dialog can hold it, else its file part.
-const char* OfferedName(const char* fileName) {
-    if (!fileName || std::strlen(fileName) <= kSaveAsNameMax)
-        return fileName;
-    const char* tail = std::strrchr(fileName, '\\');
-    return tail ? tail + 1 : fileName;
 }
 
 void RemoveFile(const char* path) {
@@ -231,8 +221,8 @@ int BCFileData::OpenFile() {
 }
 
 int BCFileData::SaveAsFile() {
-    BCSaveAsDialog dialog(OfferedName(caFileName), caFileExt,
-                          BCResID(bcids::kDlgSaveAs, BCGetDLLModule2()), opWindow, App());
+    BCSaveAsDialog dialog(caFileName, caFileExt, BCResID(bcids::kDlgSaveAs, BCGetDLLModule2()),
+                          opWindow, App());
     KoString path;
     if (!dialog.GetResult() || !FullPath(dialog.GetString(nullptr), path) ||
         !SetFileName(path.c_str()))

@@ -286,8 +286,9 @@ BCNewDialog::BCNewDialog(const char* ext, const BCResID& dialogTemplate, BCWindo
 BCSaveAsDialog::BCSaveAsDialog(const char* name, const char* ext, const BCResID& dialogTemplate,
                                BCWindow* parent, BCApplication* app)
     : BCStringDialog(dialogTemplate, parent, nullptr, kSaveAsMax, app, bcids::kTypeSaveAsDialog) {
+    // A name longer than the field is offered by its file part rather than cut short.
     if (name)
-        SetString(name);
+        SetString(std::strlen(name) > kSaveAsMax ? bcpath::Tail(name) : name);
     Create("");
     if (GetResult())
         ConfirmName(ext);
