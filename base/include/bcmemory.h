@@ -11,12 +11,13 @@ NORLIB1_API int BCFreeFarMem(void* memory);
 NORLIB1_API void* BCLockFarMem(void* handle);
 
 // A far block of `size` bytes for one scope, freed on every way out. Get is null when the block
-// could not be had, a size beyond what a long holds included.
+// could not be had, and for a size of 0 or beyond what a long holds.
 class BCFarBlock {
   public:
     explicit BCFarBlock(unsigned long size)
-        : m_bytes(size < 0x7FFFFFFFul ? static_cast<char*>(BCAllocFarMem(static_cast<long>(size)))
-                                      : nullptr) {}
+        : m_bytes(size && size < 0x7FFFFFFFul
+                      ? static_cast<char*>(BCAllocFarMem(static_cast<long>(size)))
+                      : nullptr) {}
     ~BCFarBlock() {
         if (m_bytes)
             BCFreeFarMem(m_bytes);

@@ -19,19 +19,13 @@ constexpr unsigned long kLocalChars = 132;
 class RangeCopy {
   public:
     RangeCopy(BCTextData* text, unsigned long ofs, unsigned long count)
-        : m_block(count > kLocalChars
-                      ? static_cast<char*>(BCAllocFarMem(static_cast<long>(count + 1)))
-                      : nullptr),
-          m_data(count > kLocalChars ? m_block : m_local), m_len(0) {
+        : m_block(count > kLocalChars ? count + 1 : 0),
+          m_data(count > kLocalChars ? m_block.Get() : m_local), m_len(0) {
         if (!m_data)
             return;
         *m_data = 0;
         if (count)
             m_len = text->GetText(m_data, ofs, count);
-    }
-    ~RangeCopy() {
-        if (m_block)
-            BCFreeFarMem(m_block);
     }
     RangeCopy(const RangeCopy&) = delete;
     RangeCopy& operator=(const RangeCopy&) = delete;
@@ -42,7 +36,7 @@ class RangeCopy {
 
   private:
     char m_local[kLocalChars + 1];
-    char* m_block;
+    BCFarBlock m_block;
     char* m_data;
     unsigned long m_len;
 };
