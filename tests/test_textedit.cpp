@@ -377,6 +377,9 @@ TEST_F(Edit, PagesAndScrollingMoveByTheirAmounts) {
     scroll(SB_BOTTOM); // scrolling leaves the caret where it is
     EXPECT_TRUE(e.GetPageEnd() == text.size() && e.GetCaretOfs() == LineOfs(2) &&
                 GetScrollPos(H(), SB_VERT) == static_cast<int>(e.GetFirstLine()));
+    Type("x"); // typing brings the caret's line back onto the page
+    EXPECT_TRUE(e.GetPageTop() <= LineOfs(2) && LineOfs(3) <= e.GetPageEnd());
+    e.Undo();
     Key(VK_END | kCtrl);
     unsigned long top = e.GetPageTop();
     Key(VK_NEXT);
