@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstring>
 
 #include "guidriver.h"
@@ -79,44 +80,47 @@ TEST_F(ClipboardTest, TextsOfEveryLengthAndAlignmentAreMeasuredAndCutExactly) {
     std::string text(1100, 'x');
     std::vector<char> buffer(1100);
     for (size_t start : {0u, 1u, 7u, 15u}) {
-        for (size_t length : {0u, 1u, 15u, 16u, 17u, 31u, 33u, 100u, 1000u}) {
+        for (size_t length : {0u, 1u, 15u, 16u, 17u, 31u, 33u, 1000u}) {
             std::string cut = text;
             cut[start + length] = '\0';
-            ASSERT_EQ(clip.Clear() + clip.SetText(cut.c_str() + start), 2);
+            ASSERT_EQ(clip.SetText(cut.c_str() + start), 1);
             EXPECT_EQ(clip.GetTextLen(), length) << start << " " << length;
-            for (size_t max : {length + 1, length / 2 + 1}) {
-                ASSERT_EQ(clip.GetText(buffer.data(), max), 1);
-                EXPECT_EQ(std::string(buffer.data()), text.substr(0, max - 1)) << length;
-            }
+            for (size_t max : {length + 1, length / 2 + 1})
+                EXPECT_TRUE(clip.GetText(buffer.data(), max) &&
+                            std::string(buffer.data()) == text.substr(0, max - 1))
+                    << length << " " << max;
         }
     }
 }
 
-TEST_F(ClipboardTest, EnumerationWalksEveryFormatFromZeroToTheEnd) {
-    ASSERT_EQ(clip.SetData(BCFormat(0x8001), "p", 1), 1);
-    ASSERT_EQ(clip.SetText("t"), 1);
+TEST_F(ClipboardTest, EnumerationWalksEveryFormatAndDisplayNamesTheOwner) {
+    ASSERT_EQ(clip.SetData(BCFormat(0x8001), "p", 1) + clip.SetText("t"), 2);
     std::vector<unsigned int> seen;
     for (BCFormat f = clip.GetType(BCFormat(0)); f.GetFormat() && seen.size() < 50;
          f = clip.GetType(f))
-        seen.push_back(f.GetFormat());
+        seen.push_back(f.GetFormat() * clip.IsType(f));
     ASSERT_TRUE(Win32Open());
     EXPECT_EQ(seen.size(), static_cast<size_t>(CountClipboardFormats()));
     CloseClipboard();
     ASSERT_GE(seen.size(), 2u);
-    EXPECT_TRUE(seen[0] == 0x8001 && seen[1] == 1);
-    for (unsigned int f : seen)
-        EXPECT_EQ(clip.IsType(BCFormat(f)), 1) << f;
+    EXPECT_TRUE(seen[0] == 0x8001 && seen[1] == 1 && !std::count(seen.begin(), seen.end(), 0u));
     EXPECT_EQ(clip.IsType(BCFormat(0)) + clip.IsType(BCFormat(0x8002)), 0);
+
+    BCMainWindow owner(&App());
+    ASSERT_NE(owner.Create("Clip Owner"), 0);
+    BCClipboard(&owner).Display("pre ");
+    clip.Display(nullptr);
+    EXPECT_EQ(messages.Texts(), "pre User window = \"Clip Owner\"|User window = \"(none)\"|");
 }
 
 TEST_F(ClipboardTest, EdgeBlocksEmptyTextNullDataAndObjectsThatRenderNothing) {
     ASSERT_EQ(clip.SetText(""), 1);
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("\0", 1));
     // A null block is delayed rendering: the format is listed though no data comes.
-    EXPECT_EQ((Seq{1, 1}),
-              (Seq{clip.SetData(BCFormat(0x8002), nullptr, 0), clip.IsType(BCFormat(0x8002))}));
     void* handle = &handle;
-    EXPECT_TRUE(clip.GetHandle(BCFormat(0x8002), handle) == 0 && handle == nullptr);
+    EXPECT_EQ((Seq{1, 1, 0, 1}),
+              (Seq{clip.SetData(BCFormat(0x8002), nullptr, 0), clip.IsType(BCFormat(0x8002)),
+                   clip.GetHandle(BCFormat(0x8002), handle), handle == nullptr}));
 
     ASSERT_EQ((Seq{1, 1}), (Seq{clip.Clear(), clip.SetText("keep")}));
     BCMemoryData empty(nullptr, 0, 0);
@@ -130,9 +134,8 @@ TEST_F(ClipboardTest, EdgeBlocksEmptyTextNullDataAndObjectsThatRenderNothing) {
 
 TEST_F(ClipboardTest, TextObjectsGoThroughInTheirFormats) {
     for (unsigned int format : {1u, 0x8001u, 0x8003u}) {
-        BCText text(const_cast<char*>("line one\r\nline two"));
+        BCText text(const_cast<char*>("line one\r\nline two")), back;
         ASSERT_EQ(clip.SetObject(BCFormat(format), text), 1) << format;
-        BCText back;
         EXPECT_GE(clip.GetObject(BCFormat(format), back), 19u) << format;
         EXPECT_STREQ(static_cast<char*>(back.GetDataPtr(BCGetTextFormat())),
                      "line one\r\nline two");
@@ -144,18 +147,19 @@ TEST_F(ClipboardTest, TextObjectsGoThroughInTheirFormats) {
 }
 
 TEST_F(ClipboardTest, BitmapsRoundTripWithTheirPixelsAndHandleFlags) {
-    const unsigned long pixels[6] = {0x0000FF, 0x00FF00, 0xFF0000, 0x123456, 0xFFFFFF, 0};
+    const std::vector<unsigned long> pixels{0x0000FF, 0x00FF00, 0xFF0000, 0x123456, 0xFFFFFF, 0};
     BCBitmap bitmap;
-    ASSERT_EQ((Seq{1, 1, 0x08u}), (Seq{bitmap.SetPixels(3, 2, pixels), clip.SetBitmap(&bitmap),
-                                       bitmap.GetFlags() & 0x18}));
+    ASSERT_EQ((Seq{1, 1, 0x08u}), (Seq{bitmap.SetPixels(3, 2, pixels.data()),
+                                       clip.SetBitmap(&bitmap), bitmap.GetFlags() & 0x18}));
     BCBitmap* back = nullptr;
     ASSERT_EQ(clip.GetBitmap(back), 1);
-    EXPECT_EQ(back->GetFlags() & 0x18, 0x10u);
-    EXPECT_EQ(back->GetSize().GetWidth() * 100 + back->GetSize().GetHeight(), 302);
-    unsigned long got[6] = {};
-    ASSERT_EQ(back->GetPixels(got), 1);
-    for (int i = 0; i < 6; ++i)
-        EXPECT_EQ(got[i] & 0xFFFFFF, pixels[i]) << i;
+    std::vector<unsigned long> got(6);
+    EXPECT_EQ((Seq{0x10u, 3, 2, 1}),
+              (Seq{back->GetFlags() & 0x18, back->GetSize().GetWidth(), back->GetSize().GetHeight(),
+                   back->GetPixels(got.data())}));
+    for (unsigned long& pixel : got)
+        pixel &= 0xFFFFFF;
+    EXPECT_EQ(pixels, got);
     delete back;
     // A null bitmap lists the format with no picture behind it; a picture too wide for the
     // library is refused and left to the clipboard.
@@ -195,15 +199,6 @@ TEST_F(ClipboardTest, HeldByAnotherProgramEverythingFailsSilently) {
     holder.join();
     EXPECT_TRUE(messages.NumberedIds().empty());
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("before\0", 7));
-}
-
-TEST_F(ClipboardTest, DisplayShowsTheOwnerWindowsTitle) {
-    BCMainWindow owner(&App());
-    ASSERT_NE(owner.Create("Clip Owner"), 0);
-    BCClipboard owned(&owner);
-    owned.Display("pre ");
-    clip.Display(nullptr);
-    EXPECT_EQ(messages.Texts(), "pre User window = \"Clip Owner\"|User window = \"(none)\"|");
 }
 
 } // namespace

@@ -28,6 +28,15 @@ inline int CountColor(BCMemoryDevice& dev, const BCRectangle& r, unsigned long c
     return n;
 }
 
+// Every pixel of the device, row by row, for comparing two pictures at once.
+inline std::string Snapshot(BCMemoryDevice& dev) {
+    std::string pixels;
+    for (short y = 0; y < dev.GetHeight(); ++y)
+        for (short x = 0; x < dev.GetWidth(); ++x)
+            pixels += LE32(dev.GetPixel(x, y));
+    return pixels;
+}
+
 inline int CountNotWhite(BCMemoryDevice& dev) {
     BCRectangle all(0, 0, dev.GetWidth(), dev.GetHeight());
     return all.GetWidth() * all.GetHeight() - CountColor(dev, all, kWhite);
