@@ -69,28 +69,24 @@ TEST_F(ClipboardTest, PlainProgramsAndTheClassReadEachOthersData) {
     ASSERT_EQ(clip.SetText("hello") + clip.SetData(BCFormat(0x8003), "\x01\x00\x02", 3), 2);
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("hello\0", 6));
     EXPECT_EQ(Win32Read(RegisterClipboardFormatA("Norlib2 Text Data")), std::string("\1\0\2", 3));
-    // A block beyond what the library addresses is refused before anything is read, with a
-    // message; a null text without one.
+    // Too long a block is refused before anything is read, with a message; a null text without.
     EXPECT_EQ(clip.SetText(nullptr) + clip.SetData(BCFormat(0x8002), "x", 0x80000000ul), 0);
     EXPECT_EQ(messages.NumberedIds(), std::vector<unsigned int>{10069});
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("hello\0", 6));
 }
 
 TEST_F(ClipboardTest, TextsOfEveryLengthAndAlignmentAreMeasuredAndCutExactly) {
-    std::string text(1100, 'x');
+    const std::string text(1100, 'x');
     std::vector<char> buffer(1100);
-    for (size_t start : {0u, 1u, 7u, 15u}) {
-        for (size_t length : {0u, 1u, 15u, 16u, 17u, 31u, 33u, 1000u}) {
-            std::string cut = text;
-            cut[start + length] = '\0';
-            ASSERT_EQ(clip.SetText(cut.c_str() + start), 1);
+    for (size_t start : {0u, 7u})
+        for (size_t length : {0u, 1u, 15u, 16u, 17u, 33u, 1000u}) {
+            ASSERT_EQ(clip.SetText((text.substr(0, start + length) + '\0').c_str() + start), 1);
             EXPECT_EQ(clip.GetTextLen(), length) << start << " " << length;
             for (size_t max : {length + 1, length / 2 + 1})
                 EXPECT_TRUE(clip.GetText(buffer.data(), max) &&
                             std::string(buffer.data()) == text.substr(0, max - 1))
                     << length << " " << max;
         }
-    }
 }
 
 TEST_F(ClipboardTest, EnumerationWalksEveryFormatAndDisplayNamesTheOwner) {
@@ -99,9 +95,6 @@ TEST_F(ClipboardTest, EnumerationWalksEveryFormatAndDisplayNamesTheOwner) {
     for (BCFormat f = clip.GetType(BCFormat(0)); f.GetFormat() && seen.size() < 50;
          f = clip.GetType(f))
         seen.push_back(f.GetFormat() * clip.IsType(f));
-    ASSERT_TRUE(Win32Open());
-    EXPECT_EQ(seen.size(), static_cast<size_t>(CountClipboardFormats()));
-    CloseClipboard();
     ASSERT_GE(seen.size(), 2u);
     EXPECT_TRUE(seen[0] == 0x8001 && seen[1] == 1 && !std::count(seen.begin(), seen.end(), 0u));
     EXPECT_EQ(clip.IsType(BCFormat(0)) + clip.IsType(BCFormat(0x8002)), 0);
@@ -161,8 +154,7 @@ TEST_F(ClipboardTest, BitmapsRoundTripWithTheirPixelsAndHandleFlags) {
         pixel &= 0xFFFFFF;
     EXPECT_EQ(pixels, got);
     delete back;
-    // A null bitmap lists the format with no picture behind it; a picture too wide for the
-    // library is refused and left to the clipboard.
+    // A null bitmap lists the format alone; a picture too wide for the library is refused.
     EXPECT_EQ((Seq{1, 1}), (Seq{clip.SetBitmap(nullptr), clip.IsType(BCGetBitmapFormat())}));
     EXPECT_TRUE(clip.GetBitmap(back) == 0 && back == nullptr);
     ASSERT_EQ(clip.Clear(), 1);

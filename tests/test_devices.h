@@ -13,11 +13,8 @@
 #include "norlib2.h"
 #include "streambytes.h"
 
-constexpr unsigned long kWhite = RGB(255, 255, 255);
-constexpr unsigned long kBlack = RGB(0, 0, 0);
-constexpr unsigned long kRed = RGB(255, 0, 0);
-constexpr unsigned long kBlue = RGB(0, 0, 255);
-constexpr unsigned long kGreen = RGB(0, 255, 0);
+constexpr unsigned long kWhite = RGB(255, 255, 255), kBlack = RGB(0, 0, 0), kRed = RGB(255, 0, 0),
+                        kBlue = RGB(0, 0, 255), kGreen = RGB(0, 255, 0);
 
 // Pixels of `color` inside a rectangle of the device.
 inline int CountColor(BCMemoryDevice& dev, const BCRectangle& r, unsigned long color) {
@@ -47,12 +44,8 @@ inline std::pair<int, int> ColumnsOf(BCMemoryDevice& dev, short top, short botto
                                      unsigned long color) {
     int left = -1, right = -1;
     for (short x = 0; x < dev.GetWidth(); ++x)
-        for (short y = top; y < bottom; ++y)
-            if (dev.GetPixel(x, y) == color) {
-                if (left < 0)
-                    left = x;
-                right = x + 1;
-            }
+        if (CountColor(dev, BCRectangle(x, top, static_cast<short>(x + 1), bottom), color))
+            right = x + 1, left = left < 0 ? x : left;
     return {left, right};
 }
 
@@ -71,11 +64,10 @@ inline std::string FirstFace(BCModule& module) {
 
 // Pens and brushes in plain colours; equipping a device gives it the red pen and blue brush.
 struct Tools {
-    BCPen red{BC_PEN_SOLID, 1, BCColor(BC_COLOR_RED)};
-    BCPen black{BC_PEN_SOLID, 1, BCColor(BC_COLOR_BLACK)};
-    BCPen green{BC_PEN_SOLID, 1, BCColor(BC_COLOR_GREEN)};
-    BCBrush blue{BCColor(BC_COLOR_BLUE)};
-    BCBrush greenBrush{BCColor(BC_COLOR_GREEN)};
+    BCPen red{BC_PEN_SOLID, 1, BCColor(BC_COLOR_RED)},
+        black{BC_PEN_SOLID, 1, BCColor(BC_COLOR_BLACK)},
+        green{BC_PEN_SOLID, 1, BCColor(BC_COLOR_GREEN)};
+    BCBrush blue{BCColor(BC_COLOR_BLUE)}, greenBrush{BCColor(BC_COLOR_GREEN)};
     void Equip(BCDisplayDevice& dev) {
         dev.SetPen(&red);
         dev.SetBrush(&blue);
@@ -86,7 +78,6 @@ struct Tools {
 class Quiet : public ::testing::Test {
   protected:
     void TearDown() override { EXPECT_EQ(0u, recorder.Count()) << recorder.Entries()[0].text; }
-    // The numbered messages so far, which are then no longer counted.
     std::vector<unsigned int> Taken() {
         std::vector<unsigned int> ids = recorder.NumberedIds();
         recorder.Clear();
@@ -106,11 +97,10 @@ inline void FreeLoaded(BCGraphicList* list) {
         auto* obj = static_cast<BCGraphicObject*>(list->GetCrntItem());
         if (auto* bitmap = dynamic_cast<BCBitmapGraphic*>(obj))
             delete bitmap->GetBitmap();
-        if (auto* compound = dynamic_cast<BCCompoundGraphic*>(obj)) {
-            if (compound->GetList()) {
-                FreeLoaded(compound->GetList());
-                delete compound->GetList();
-            }
+        auto* compound = dynamic_cast<BCCompoundGraphic*>(obj);
+        if (compound && compound->GetList()) {
+            FreeLoaded(compound->GetList());
+            delete compound->GetList();
         }
     }
     list->Clear(1);

@@ -10,7 +10,6 @@ std::string ColorRecord(unsigned long rgb) {
     return LE32(8) + LE32(rgb);
 }
 
-// Fills a 16 x 16 device with `brush` and no pen.
 void Paint(BCMemoryDevice& dev, BCBrush* brush) {
     dev.SetPen(BCGetClearPen());
     dev.SetBrush(brush);
@@ -34,11 +33,9 @@ TEST_F(GdiObjectTest, ColourPenBrushAndPolylineRecords) {
     BCBrush empty;
     EXPECT_TRUE(RecordOf(hatched) == brush && LoadFrom(empty, brush) &&
                 empty.GetStyle() == unsigned(BC_HATCH_DIAGCROSS));
-    // A loaded brush paints: a diagonal cross hatch leaves red lines and white gaps.
-    BCMemoryDevice dev(16, 16);
+    BCMemoryDevice dev(16, 16); // the loaded hatch paints red lines and white gaps
     Paint(dev, &empty);
-    EXPECT_TRUE(CountColor(dev, BCRectangle(0, 0, 16, 16), kRed) > 16 &&
-                CountColor(dev, BCRectangle(0, 0, 16, 16), kWhite) > 16);
+    EXPECT_TRUE(CountColor(dev, BCRectangle(0, 0, 16, 16), kRed) > 16 && CountNotWhite(dev) < 240);
     BCBrush stock(BC_STOCK_BLACK);
     EXPECT_EQ(LE32(13) + LE32(BC_BRUSH_STOCK) + LE32(BC_STOCK_BLACK) + ColorRecord(0),
               RecordOf(stock));
@@ -167,10 +164,8 @@ TEST_F(GdiObjectTest, PatternBrushesKeepTheirPictureAndRecordIt) {
               record);
     BCBrush loaded, nothing(static_cast<BCBitmap*>(nullptr));
     ASSERT_TRUE(LoadFrom(loaded, record));
-    for (BCBrush* brush : {&loaded, &nothing}) { // a brush of no picture paints nothing
-        Paint(dev, BCGetWhiteBrush());
-        Paint(dev, brush);
-    }
+    Paint(dev, BCGetWhiteBrush());
+    Paint(dev, &nothing); // a brush of no picture paints nothing
     EXPECT_EQ(0, CountNotWhite(dev));
     Paint(dev, &loaded);
     ExpectPicture(dev, 2, 2);

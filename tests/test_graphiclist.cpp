@@ -38,7 +38,6 @@ TEST_F(GraphicListTest, RecordBytesOfTextBitmapAndCompound) {
     EXPECT_EQ(4u, back.GetBackMode());
     EXPECT_EQ(textRecord, Reloaded(back, textRecord));
     EXPECT_EQ(nullptr, back.GetFont()); // the font is not stored
-    // A text of the same length is copied in place.
     const char* storage = back.GetText();
     EXPECT_EQ((Seq{1, 1, 1}), (Seq{back.SetText("Ho"), storage == back.GetText(),
                                    back.SetText("Longer") && !strcmp("Longer", back.GetText()) &&
@@ -60,7 +59,6 @@ TEST_F(GraphicListTest, RecordBytesOfTextBitmapAndCompound) {
     EXPECT_EQ(made.get(), into.GetBitmap());
     EveryShortRecordFails<BCBitmapGraphic>(bitmapRecord, [] { return new BCBitmapGraphic(); });
 
-    // A compound without a list writes an empty list and keeps it.
     BCCompoundGraphic compound(5, BCPosition(10, 20), BCSize(3, 3), nullptr);
     const std::string compoundRecord = RecordOf(compound);
     std::unique_ptr<BCGraphicList> kept(compound.GetList());
@@ -99,14 +97,12 @@ TEST_F(GraphicListTest, BadStreamsFailCleanlyAndKeepWhatLoaded) {
     // A list record claiming items of a size is not a graphic list's.
     EXPECT_TRUE(!LoadFrom(nested, LE32(95) + LE32(0) + LE32(0) + LE32(1) + LE32(4) + first) &&
                 !nested.GetItemSize());
-    // A list claiming millions of items ends at the end of the stream.
     EXPECT_TRUE(!LoadFrom(nested, ListHead(0, 4000000) + first) && nested.GetCount() == 1u);
 }
 
 TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
     BCGraphicList list;
     BCMemoryDevice dev(60, 60);
-    // Empty: nothing drawn, nothing hit.
     EXPECT_TRUE(list.Draw(&dev) + list.UnDraw(&dev) == 2 &&
                 !list.GetHitObject(BCPosition(0, 0), 0));
     auto *low = new ProbeGraphic(BCPosition(0, 0), 1),
@@ -121,7 +117,6 @@ TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
                                              list.GetHitObject(BCPosition(10, 10), 0)};
     EXPECT_EQ((std::vector<BCGraphicObject*>{low, high, nullptr, high}), hits);
 
-    // Offsets wrap at 16 bits and never stick.
     aside->SetPos(BCPosition(32767, -32768));
     ASSERT_TRUE(list.Draw(BCPosition(1, -1), &dev) == 1 &&
                 list.UnDraw(BCPosition(2, 3), &dev) == 1);
@@ -141,7 +136,6 @@ TEST_F(GraphicListTest, HitWalksAndOffsetDrawing) {
     dev.ReleaseDC();
     EXPECT_EQ(low, list.GetHitObject(p, 0)); // null items are skipped
 
-    // A list deletes the objects it still holds when it goes.
     const int probes = ProbeGraphic::alive;
     std::make_unique<BCGraphicList>()->Append(nullptr, new ProbeGraphic(BCPosition(0, 0), 1));
     EXPECT_EQ(probes, ProbeGraphic::alive);
@@ -167,7 +161,6 @@ TEST_F(GraphicListTest, BackgroundModesAndRasterOperations) {
         EXPECT_EQ(1, text.UnDraw(&dev));
     };
     drawn(kGreen, kRed, false); // mode 4: the device's own colours and mode
-    // Mode 2: its own colours, opaque, then the device's settings come back.
     text.SetForeColor(BCColor(BC_COLOR_BLACK));
     text.SetBackColor(BCColor(BC_COLOR_BLUE));
     text.SetBackMode(BC_BACK_OPAQUE);
@@ -202,8 +195,6 @@ TEST_F(GraphicListTest, BackgroundModesAndRasterOperations) {
               (Seq{picture.Draw(&dev) + picture.Draw(nullptr) + picture.UnDraw(nullptr),
                    CountNotWhite(dev), BCBitmapGraphic().GetRasterOp()}));
 }
-
-// ---- drawings: every kind saved to a file and opened again ----
 
 struct DrawingTest : Quiet {
     std::string path = "drawing-test.n2d";
@@ -317,7 +308,6 @@ TEST_F(DrawingTest, TopmostHitsFollowTheStrokeAndTheZOrder) {
                   BCIsDrawGraphicType(BC_GRAPHIC_TEXT), BCIsDrawGraphicType(70),
                   BCIsGraphicType(BC_GRAPHIC_COMPOUND), BCIsGraphicType(70), BCIsGraphicType(69),
                   BCIsGraphicType(84)));
-    // Positions move with 16-bit wrap.
     BCPosition p = BCPosition(30000, 5) + BCSize(5000, -10);
     p -= BCSize(1, 0);
     EXPECT_TRUE(p == BCPosition(-30537, -5) && p - BCPosition(-30547, 0) == BCSize(10, -5));

@@ -14,7 +14,6 @@ TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
               Nums(g.IsHit(BCPosition(10, 20)), g.IsHit(BCPosition(14, 23)),
                    g.IsHit(BCPosition(15, 20)), g.IsHit(BCPosition(10, 24)),
                    g.IsHit(BCPosition(9, 20)), g.IsHit(BCPosition(10, 19))));
-    // The far edge is summed without 16-bit wrap.
     EXPECT_TRUE(g.SetPos(BCPosition(32000, 0)) == BCPosition(10, 20) &&
                 g.SetSize(BCSize(1000, 10)) == BCSize(5, 4) && g.IsHit(BCPosition(32767, 9)) &&
                 !g.IsHit(BCPosition(-32768, 5)) && g.SetID(9) == 7u);
@@ -27,7 +26,6 @@ TEST_F(GraphicObjectTest, HitTestIsHalfOpenAndSettersGiveBackTheOldValues) {
     EXPECT_EQ(2, ColumnsOf(dev, 0, 30, kBlack).first / 2 * 2); // at x 2 (or 3, the bearing)
     EXPECT_EQ(1, named.UnDraw(&dev) - named.Draw(nullptr));
 
-    // Only bit 0 of a flag counts.
     BCDrawGraphic d(71);
     EXPECT_EQ((Seq{-1, 0, -1, -2}),
               (Seq{d.GetFrame() + d.GetFill(), (d.SetFill(2), d.GetFill()),
@@ -92,7 +90,6 @@ TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) 
     box.SetFill(1);
     EXPECT_EQ((Seq{1, 18 * 18, 400}),
               (Seq{box.Draw(&dev), CountColor(dev, all, kBlue), CountNotWhite(dev)}));
-    // The device gets its own settings back.
     EXPECT_TRUE(dev.GetPen() == &t.black && dev.GetBrush() == BCGetWhiteBrush() &&
                 dev.GetBackMode() == unsigned(BC_BACK_OPAQUE) && dev.GetSelectCount() == 0u);
     // Erasing repaints the edge white and the inside with the background brush.
@@ -116,7 +113,6 @@ TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) 
     const std::pair<int, int> columns = ColumnsOf(c, 0, 60, kBlue);
     EXPECT_TRUE(std::abs(columns.first - 20) <= 1 && std::abs(columns.second - 60) <= 1 &&
                 !CountColor(c, BCRectangle(0, 0, 100, 60), kRed));
-    // A line with a negative size runs up and to the left.
     BCLineGraphic line(5, BCPosition(60, 60), BCSize(-40, -40), &t.red);
     EXPECT_TRUE(line.Draw(&l) && CountColor(l, BCRectangle(21, 21, 61, 61), kRed) == 40);
     EXPECT_TRUE(circle.UnDraw(&c) && line.UnDraw(&l) && !CountNotWhite(c) && !CountNotWhite(l));
@@ -127,7 +123,6 @@ TEST_F(DrawingTest, ShapesPaintEdgesAndInteriorsAndEraseWithWhiteAndBackground) 
 
 TEST_F(DrawingTest, ShapesWithoutToolsOfTheirOwnLeaveTheDeviceAsTheyFoundIt) {
     Tools t;
-    // Drawn, erased and drawn again with the device's own pen each time.
     BCMemoryDevice dev(60, 60), quirk(100, 50);
     BCLineGraphic line(1, BCPosition(5, 5), BCSize(40, 0), nullptr);
     for (int round = 0; round < 2; ++round) {
@@ -275,7 +270,6 @@ TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
     BCPolygonGraphic closed;
     EXPECT_EQ(Head(73, 1, 0, 0, 1, 1) + drawRec + RecordOf(line), RecordOf(open));
     std::ostringstream os = OutStream();
-    // No polyline: nothing to write.
     EXPECT_TRUE(!closed.Save(os) && os.str().empty() && !closed.SetPolyline(&line));
     EXPECT_EQ(1, LoadFrom(closed, Head(75, 1, 0, 0, 1, 1) + flags + RecordOf(line)));
     std::unique_ptr<BCPolyline> made(closed.GetPolyline());
