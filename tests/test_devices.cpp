@@ -123,8 +123,6 @@ TEST_F(TextTest, BackModeDecidesWhetherTheBackgroundIsPainted) {
                 dev.GetCrntPos() == BCPosition(short(5 + size.GetWidth()), 5));
     dev.SetBackMode(BC_BACK_OPAQUE);
     ASSERT_TRUE(dev.PosStr(BCPosition(5, 30), "Hello"));
-    EXPECT_GT(CountColor(dev, BCRectangle(BCPosition(5, 30), size), kGreen),
-              size.GetWidth() * size.GetHeight() / 3);
     EXPECT_EQ(std::make_pair(5, 5 + size.GetWidth()), ColumnsOf(dev, 0, 60, kGreen));
     EXPECT_TRUE(CountColor(dev, BCRectangle(0, 0, 200, 60), kRed) > 0 &&
                 !dev.PosStr(BCPosition(0, 0), nullptr));
@@ -169,9 +167,7 @@ TEST_F(TextTest, ATextInItsRowLooksLikeTheRowClearedAndTheTextWritten) {
         BCColor back;
         BCBrush* background;
         BCFont* font;
-    } cases[] = {{"plain text", BCColor(BC_COLOR_WHITE), nullptr, nullptr},
-                 {"tab\tstop", BCColor(BC_COLOR_WHITE), nullptr, nullptr},
-                 {"green on white", BCColor(BC_COLOR_GREEN), nullptr, nullptr},
+    } cases[] = {{"tab\tstop", BCColor(BC_COLOR_GREEN), nullptr, nullptr},
                  {"on red", BCColor(BC_COLOR_WHITE), &red, nullptr},
                  {"in its own font", BCColor(BC_COLOR_WHITE), nullptr, &big}};
     for (const Case& c : cases) {

@@ -218,10 +218,8 @@ TEST_F(StreamTest, DrawGraphicSaveAndLoadAreDifferentRecords) {
         1, LoadFrom(back, Head(74, 9, 10, 10, 20, 20) + "\x07" + LE32(1) + LE32(1) + pen + brush));
     std::unique_ptr<BCPen> madePen(back.GetPen());
     std::unique_ptr<BCBrush> madeBrush(back.GetBrush());
-    EXPECT_EQ(-3, back.GetFrame() + back.GetFill() + back.GetOpaque());
-    BCMemoryDevice dev(50, 50);
-    back.Draw(&dev);
-    EXPECT_TRUE(dev.GetPixel(10, 10) == kRed && dev.GetPixel(20, 20) == kBlue);
+    EXPECT_TRUE(back.GetFrame() + back.GetFill() + back.GetOpaque() == -3 && madePen &&
+                RecordOf(*madePen) == pen && madeBrush && RecordOf(*madeBrush) == brush);
     const std::string good = Head(74, 2, 0, 0, 1, 1) + "\x02" + LE32(0) + LE32(0);
     ASSERT_EQ(1, LoadFrom(back, good));
     EXPECT_TRUE(back.GetFill() - back.GetFrame() == -1 && !back.GetPen() && !back.GetBrush());
