@@ -106,7 +106,19 @@ TEST_F(ClipboardTest, EnumerationWalksEveryFormatAndDisplayNamesTheOwner) {
     EXPECT_EQ(messages.Texts(), "pre User window = \"Clip Owner\"|User window = \"(none)\"|");
 }
 
-TEST_F(ClipboardTest, EdgeBlocksEmptyTextNullDataAndObjectsThatRenderNothing) {
+TEST_F(ClipboardTest, ObjectsGoThroughInTheirFormatsAndEdgeBlocksAreKeptOrRefused) {
+    for (unsigned int format : {1u, 0x8001u, 0x8003u}) {
+        BCText text(const_cast<char*>("line one\r\nline two")), back;
+        ASSERT_EQ(clip.SetObject(BCFormat(format), text), 1) << format;
+        EXPECT_GE(clip.GetObject(BCFormat(format), back), 19u) << format;
+        EXPECT_STREQ(static_cast<char*>(back.GetDataPtr(BCGetTextFormat())),
+                     "line one\r\nline two");
+    }
+    EXPECT_EQ(Win32Read(RegisterClipboardFormatA("Norlib2 Private Text")),
+              std::string("line one\r\nline two\0\0", 20));
+    BCText none;
+    EXPECT_EQ(clip.GetObject(BCFormat(0x8002), none), 0u);
+
     ASSERT_EQ(clip.SetText(""), 1);
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("\0", 1));
     // A null block is delayed rendering: the format is listed though no data comes.
@@ -123,20 +135,6 @@ TEST_F(ClipboardTest, EdgeBlocksEmptyTextNullDataAndObjectsThatRenderNothing) {
                    clip.IsType(BCFormat(0x8002))}));
     EXPECT_TRUE(messages.NumberedIds().empty());
     EXPECT_EQ(Win32Read(CF_TEXT), std::string("keep\0", 5));
-}
-
-TEST_F(ClipboardTest, TextObjectsGoThroughInTheirFormats) {
-    for (unsigned int format : {1u, 0x8001u, 0x8003u}) {
-        BCText text(const_cast<char*>("line one\r\nline two")), back;
-        ASSERT_EQ(clip.SetObject(BCFormat(format), text), 1) << format;
-        EXPECT_GE(clip.GetObject(BCFormat(format), back), 19u) << format;
-        EXPECT_STREQ(static_cast<char*>(back.GetDataPtr(BCGetTextFormat())),
-                     "line one\r\nline two");
-    }
-    EXPECT_EQ(Win32Read(RegisterClipboardFormatA("Norlib2 Private Text")),
-              std::string("line one\r\nline two\0\0", 20));
-    BCText none;
-    EXPECT_EQ(clip.GetObject(BCFormat(0x8002), none), 0u);
 }
 
 TEST_F(ClipboardTest, BitmapsRoundTripWithTheirPixelsAndHandleFlags) {

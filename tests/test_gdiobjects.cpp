@@ -122,7 +122,7 @@ TEST_F(GdiObjectTest, PicturesAreCopiedStretchedCombinedAndErased) {
                 pixels == std::vector<unsigned long>(6, 0x00FFFFFFul));
 }
 
-TEST_F(GdiObjectTest, TheRecordCarriesThePixels) {
+TEST_F(GdiObjectTest, PicturesAndPatternBrushesRecordThePixels) {
     BCBitmap pic;
     ASSERT_TRUE(pic.SetPixels(2, 2, kPicture));
     std::string record =
@@ -147,27 +147,22 @@ TEST_F(GdiObjectTest, TheRecordCarriesThePixels) {
         BCBitmap big(size.GetWidth(), size.GetHeight());
         EXPECT_TRUE(LoadFrom(loaded, RecordOf(big)) && loaded.GetSize() == size) << side;
     }
-}
 
-TEST_F(GdiObjectTest, PatternBrushesKeepTheirPictureAndRecordIt) {
-    BCBitmap* pic = new BCBitmap;
-    ASSERT_TRUE(pic->SetPixels(2, 2, kPicture));
-    BCBrush pattern(pic);
-    delete pic; // the brush has its own copy
+    // A pattern brush keeps its own copy of the picture and records it.
+    auto copied = std::make_unique<BCBitmap>();
+    ASSERT_TRUE(copied->SetPixels(2, 2, kPicture));
+    BCBrush pattern(copied.get()), brush, nothing(static_cast<BCBitmap*>(nullptr));
+    copied.reset();
+    const std::string patternRecord =
+        LE32(13) + LE32(BC_BRUSH_PATTERN) + LE32(0) + ColorRecord(0) + record;
+    EXPECT_TRUE(RecordOf(pattern) == patternRecord && LoadFrom(brush, patternRecord));
     BCMemoryDevice dev(16, 16);
     Paint(dev, &pattern);
     ExpectPicture(dev, 4, 6);
-
-    std::string record = RecordOf(pattern);
-    EXPECT_EQ(LE32(13) + LE32(BC_BRUSH_PATTERN) + LE32(0) + ColorRecord(0) +
-                  RecordOf(*pattern.GetPattern()),
-              record);
-    BCBrush loaded, nothing(static_cast<BCBitmap*>(nullptr));
-    ASSERT_TRUE(LoadFrom(loaded, record));
     Paint(dev, BCGetWhiteBrush());
     Paint(dev, &nothing); // a brush of no picture paints nothing
     EXPECT_EQ(0, CountNotWhite(dev));
-    Paint(dev, &loaded);
+    Paint(dev, &brush);
     ExpectPicture(dev, 2, 2);
 }
 
