@@ -162,29 +162,22 @@ TEST_F(TextTest, ATextInItsRowLooksLikeTheRowClearedAndTheTextWritten) {
     BCBrush red{BCColor(BC_COLOR_RED)};
     BCFont big("Arial");
     big.SetSize(BCSize(0, -22));
-    struct Case {
-        const char* text;
-        BCColor back;
-        BCBrush* background;
-        BCFont* font;
-    } cases[] = {{"tab\tstop", BCColor(BC_COLOR_GREEN), nullptr, nullptr},
-                 {"on red", BCColor(BC_COLOR_WHITE), &red, nullptr},
-                 {"in its own font", BCColor(BC_COLOR_WHITE), nullptr, &big}};
-    for (const Case& c : cases) {
+    for (bool plain : {true, false}) { // or with a TAB, a background, a back colour and a font
         BCMemoryDevice fast(200, 30), slow(200, 30);
         for (BCMemoryDevice* dev : {&fast, &slow}) {
-            dev->SetBackColor(c.back);
-            dev->SetBackground(c.background);
-            dev->SetFont(c.font);
+            dev->SetBackColor(BCColor(plain ? BC_COLOR_WHITE : BC_COLOR_GREEN));
+            dev->SetBackground(plain ? nullptr : &red);
+            dev->SetFont(plain ? nullptr : &big);
         }
+        const char* text = plain ? "plain text" : "tab\tstop";
         const BCRectangle row(0, 4, 180, static_cast<short>(4 + fast.GetChrHeight('H')));
-        ASSERT_TRUE(fast.PosStrInRow(BCPosition(12, 4), c.text, -1, row));
-        ASSERT_TRUE(slow.Clear(row) && slow.PosStr(BCPosition(12, 4), c.text));
-        EXPECT_EQ(slow.GetCrntPos(), fast.GetCrntPos()) << c.text;
-        EXPECT_TRUE(Snapshot(slow) == Snapshot(fast)) << c.text;
+        ASSERT_TRUE(fast.PosStrInRow(BCPosition(12, 4), text, -1, row));
+        ASSERT_TRUE(slow.Clear(row) && slow.PosStr(BCPosition(12, 4), text));
+        EXPECT_TRUE(slow.GetCrntPos() == fast.GetCrntPos() && Snapshot(slow) == Snapshot(fast))
+            << text;
         EXPECT_EQ(row.GetWidth() * row.GetHeight() - CountColor(fast, row, kWhite),
-                  CountNotWhite(fast))
-            << c.text;
+                  CountNotWhite(fast)) // nothing beside the row
+            << text;
     }
 }
 
