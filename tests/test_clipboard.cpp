@@ -129,7 +129,6 @@ TEST_F(ClipboardTest, ObjectsGoThroughInTheirFormatsAndEdgeBlocksAreKeptOrRefuse
 
     ASSERT_EQ((Seq{1, 1}), (Seq{clip.Clear(), clip.SetText("keep")}));
     BCMemoryData empty(nullptr, 0, 0);
-    // Refused without a message.
     EXPECT_EQ((Seq{0, 0, 0}),
               (Seq{clip.SetObject(BCFormat(0x8002), empty), clip.SetObject(BCFormat(0x8002), huge),
                    clip.IsType(BCFormat(0x8002))}));
@@ -182,7 +181,6 @@ TEST_F(ClipboardTest, HeldByAnotherProgramEverythingFailsSilently) {
                   clip.IsType(BCFormat(1)) + clip.GetHandle(BCFormat(1), handle) +
                   clip.GetText(buffer, sizeof buffer),
               0);
-    // The picture stays the bitmap's.
     EXPECT_EQ((Seq{0, 0u}), (Seq{clip.SetBitmap(&bitmap), bitmap.GetFlags() & 0x08}));
     EXPECT_EQ(clip.GetType(BCFormat(0)).GetFormat() + clip.GetTextLen(), 0u);
     stage = 2;

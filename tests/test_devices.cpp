@@ -57,7 +57,6 @@ TEST_F(DrawingTest, RectanglesTakeThePenAndBrushClearToolsNoneAndNullToolsTheDef
                 dev.GetPixel(10, 80) == kBlack && dev.GetPixel(40, 80) == kWhite &&
                 dev.ReleaseDC());
 
-    // The background brush clears; without one, clearing paints white.
     BCMemoryDevice back(20, 20);
     ASSERT_TRUE(!back.SetBackground(&tools.greenBrush) && back.Clear(BCRectangle(0, 0, 10, 20)));
     const int before = CountColor(back, BCRectangle(0, 0, 20, 20), kGreen);
@@ -156,8 +155,6 @@ TEST_F(TextTest, TabsMoveToTheStopsCountedFromTheTabOriginAsTheyAreMeasured) {
     EXPECT_EQ(40 * opaque.GetChrHeight('H'), CountColor(opaque, BCRectangle(0, 0, 40, 40), kGreen));
 }
 
-// A line redrawn over its row looks exactly like the row cleared and the text written on it,
-// whether the fast single call or the two steps draw it.
 TEST_F(TextTest, ATextInItsRowLooksLikeTheRowClearedAndTheTextWritten) {
     BCBrush red{BCColor(BC_COLOR_RED)};
     BCFont big("Arial");
@@ -213,7 +210,6 @@ TEST_F(DeviceTest, AWindowDrawsOnlyOnceCreatedAndPutsItsSettingsIntoEveryContext
     window.SetBackMode(BC_BACK_TRANSPARENT);
     window.Invalidate(nullptr, 1);
     window.Update(); // paints through the adopted paint context
-    // Each pair gets a new context from the system; the settings come along.
     ASSERT_TRUE(window.painted && window.SelectDC() &&
                 window.PutRect(BCRectangle(10, 10, 50, 50), BC_DRAW_FILLED) && window.ReleaseDC() &&
                 window.PosStr(BCPosition(10, 60), "HHHH"));
@@ -229,8 +225,7 @@ TEST_F(DeviceTest, AWindowDrawsOnlyOnceCreatedAndPutsItsSettingsIntoEveryContext
     EXPECT_TRUE(seen == std::vector<COLORREF>({kRed, kBlue, kRed, kBlue}) && red > 0);
 }
 
-// What the scenes of the drawing tests do not use: a patterned brush, a background, TABs
-// and raster operations, inside a context of the device's own.
+// Patterns, backgrounds, TABs and raster operations, which the drawing tests' scenes lack.
 void DrawScene(const char* face) {
     BCBrush hatched{BC_HATCH_CROSS, BCColor(BC_COLOR_GREEN)};
     BCBitmap picture(8, 8);

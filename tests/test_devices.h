@@ -16,7 +16,6 @@
 constexpr unsigned long kWhite = RGB(255, 255, 255), kBlack = RGB(0, 0, 0), kRed = RGB(255, 0, 0),
                         kBlue = RGB(0, 0, 255), kGreen = RGB(0, 255, 0);
 
-// Pixels of `color` inside a rectangle of the device.
 inline int CountColor(BCMemoryDevice& dev, const BCRectangle& r, unsigned long color) {
     int n = 0;
     for (short y = r.GetTop(); y < r.GetBottom(); ++y)
@@ -56,7 +55,6 @@ template <size_t N> void ExpectPixels(BCMemoryDevice& dev, const unsigned long (
             << e[0] << "," << e[1];
 }
 
-// The first face the module lists.
 inline std::string FirstFace(BCModule& module) {
     EXPECT_TRUE(module.GetFontList()->Home());
     return module.GetFontList()->GetFontName();
@@ -106,7 +104,6 @@ inline void FreeLoaded(BCGraphicList* list) {
     list->Clear(1);
 }
 
-// A w x h picture of one colour (0x00RRGGBB).
 inline BCBitmap* Solid(short w, short h, unsigned long rgb) {
     std::vector<unsigned long> pixels(w * h, rgb);
     auto* bitmap = new BCBitmap();

@@ -40,7 +40,6 @@ TEST_F(FontTest, SizeAndStyleChangeWhatIsDrawnEvenWhileSelected) {
     BCMemoryDevice dev(300, 100);
     ASSERT_EQ(nullptr, dev.SetFont(&font));
     const short small = dev.GetStrSize("Hello").GetHeight();
-    // A size taken from the face's size list, as a size menu does.
     BCFontList sizes(&dev, face.c_str());
     for (int more = sizes.Home(); more && sizes.GetFontPoints(&dev) < 24;)
         more = sizes.Next();
@@ -61,8 +60,7 @@ TEST_F(FontTest, SizeAndStyleChangeWhatIsDrawnEvenWhileSelected) {
                 before == BCGetGdiObjectCount());
     dev.SetFont(nullptr);
 
-    // Styles: light and bold exclude each other; normal clears everything. Each gives back
-    // whether it was set.
+    // Light and bold exclude each other, normal clears all; each says whether it was set.
     EXPECT_EQ(
         (Seq{0, 1, 0, 0, 0, 1, 0, 0, 0}),
         (Seq{font.SetBold(1), font.SetBold(1), font.SetLight(1), font.IsBold(), font.SetItalic(1),

@@ -141,7 +141,6 @@ TEST_F(GdiObjectTest, PicturesAndPatternBrushesRecordThePixels) {
         EXPECT_EQ(BCSize(2, 2), pic.GetSize());
     }
     EveryShortRecordFails<BCBitmap>(record, [] { return new BCBitmap(); });
-    // Every picture that saves loads again, the largest ones too.
     for (short side : {4200, 16384}) {
         const BCSize size(side, side == 4200 ? side : 2);
         BCBitmap big(size.GetWidth(), size.GetHeight());

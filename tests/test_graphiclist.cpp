@@ -43,8 +43,7 @@ TEST_F(GraphicListTest, RecordBytesOfTextBitmapAndCompound) {
                                        back.SetText(nullptr) && !back.GetText()}));
     EveryShortRecordFails<BCTextGraphic>(textRecord, [] { return new BCTextGraphic(); });
 
-    // A bitmap graphic without a bitmap saves a new, empty one and keeps it; loading into a
-    // graphic with a bitmap reuses that bitmap.
+    // Without a bitmap, a new empty one is saved and kept; a load reuses the graphic's bitmap.
     BCBitmapGraphic none(3, BCPosition(1, 1), BCSize(4, 4), nullptr, 15);
     EXPECT_EQ(Head(82, 3, 1, 1, 4, 4) + LE32(10) + LE32(0) + LE32(0) + LE32(15), RecordOf(none));
     std::unique_ptr<BCBitmap> made(none.GetBitmap()), red(Solid(1, 1, 0xFF0000));
@@ -185,7 +184,6 @@ TEST_F(GraphicListTest, BackgroundModesAndRasterOperations) {
     dev.SetBackground(nullptr);
     picture.SetRasterOp(BC_ROP_ERASE);
     ASSERT_EQ(1, picture.Draw(&dev));
-    // A graphic without a bitmap draws nothing and is no fault.
     EXPECT_EQ(red.get(), picture.SetBitmap(nullptr));
     EXPECT_EQ((Seq{1, 0, 1}),
               (Seq{picture.Draw(&dev) + picture.Draw(nullptr) + picture.UnDraw(nullptr),
@@ -230,7 +228,6 @@ TEST_F(DrawingTest, EveryKindReopensEqualTheReopenedDrawingOwnsWhatItMadeAndBadR
     std::unique_ptr<BCRenderableData> copy(reopened.Dup());
     ASSERT_TRUE(copy);
     EXPECT_EQ(RecordOf(drawing), RecordOf(*copy));
-    // Each load frees the pieces the one before made.
     const unsigned long objects = BCGetGdiObjectCount();
     for (int i = 0; i < 100; ++i) {
         BCMemoryDevice dev(260, 180);

@@ -22,7 +22,6 @@ void DrawPage(BCPrinter& printer, int page) {
 
 void CheckPages(const std::vector<Page>& pages) {
     ASSERT_EQ(pages.size(), 2u);
-    // Page 1: the box, both lines, nothing between them nor where page 2's box is.
     EXPECT_EQ(Seq(1, 1, 1, 0, 0, 1, 0),
               Seq(pages[0].Ink(1720, 320, 2280, 680) > 0.95,
                   pages[0].Ink(300, 300, 900, 340) > 0.05, pages[0].Ink(300, 600, 900, 640) > 0.05,
