@@ -47,6 +47,9 @@ TEST_F(GdiObjectTest, ColourPenBrushAndPolylineRecords) {
     EXPECT_EQ(points + points + LE32(6) + LE32(0),
               RecordOf(line) + Reloaded(back, points) + Reloaded(back, LE32(6) + LE32(0)));
 
+    std::vector<short> many(2 * ((1u << 20) + 1)); // the most points a list holds, and one more
+    EXPECT_EQ(Nums(1, 0), Nums(back.SetPoints(1u << 20, many.data()),
+                               back.SetPoints((1u << 20) + 1, many.data())));
     EveryShortRecordFails<BCPen>(pen, [] { return new BCPen(1, 1, BCGetBlack()); });
     EveryShortRecordFails<BCBrush>(brush, [] { return new BCBrush(); });
     EveryShortRecordFails<BCPolyline>(points, [] { return new BCPolyline(); });
