@@ -174,7 +174,6 @@ TEST_F(PrinterTest, NamesComeFromTheDeviceEntryOrTheCallerAndAFailedStartIsRepor
         {kTestDevice, "Norlib Test Printer|winspool|LPT1:", 1},
         {"Norlib Test Printer, winspool,  LPT1:", "Norlib Test Printer|winspool|LPT1:", 1},
         {"Office,LASERDRV,LPT1:", "Office|LASERDRV|LPT1:", 0},
-        {"Office", "Office||", 0},
         {"", "||", 0},
         {longName + ",winspool,LPT1:", longName.substr(0, 39) + "|winspool|LPT1:", 0},
     };
