@@ -65,7 +65,7 @@ TEST_F(DrawingTest, RectanglesTakeThePenAndBrushClearToolsNoneAndNullToolsTheDef
     EXPECT_EQ(Nums(200, 100), Nums(before, CountColor(back, BCRectangle(0, 0, 20, 20), kGreen)));
 }
 
-TEST_F(DrawingTest, LinesAndPointListsFollowThePen) {
+TEST_F(DrawingTest, LinesPointListsAndTheOriginFollowThePen) {
     Tools tools;
     BCMemoryDevice dev(100, 100);
     tools.Equip(dev);
@@ -89,23 +89,21 @@ TEST_F(DrawingTest, LinesAndPointListsFollowThePen) {
         EXPECT_FALSE(dev.PutPolyline(bad, BCPosition(0, 70)) ||
                      dev.PutPolygon(bad, BCPosition(0, 70)));
     EXPECT_EQ(0, CountColor(dev, BCRectangle(0, 60, 100, 90), kRed));
-}
 
-TEST_F(DrawingTest, TheOriginShiftsEverythingDrawnAndOutlivesTheContext) {
-    Tools tools;
-    BCMemoryDevice dev(100, 40);
-    tools.Equip(dev);
-    EXPECT_EQ(BCPosition(0, 0), dev.SetOrigin(BCPosition(30, 5)));
-    ASSERT_TRUE(dev.PutRect(BCRectangle(40, 10, 50, 20), BC_DRAW_FILLED)); // a pair of its own
-    EXPECT_EQ(100, CountColor(dev, BCRectangle(10, 5, 20, 15), kRed) +
-                       CountColor(dev, BCRectangle(10, 5, 20, 15), kBlue));
-    ASSERT_TRUE(dev.SelectDC() && dev.SetOrigin(BCPosition(-10, 0)) == BCPosition(30, 5) &&
-                dev.PosStr(BCPosition(-10, 20), "H"));    // moved while selected
-    const int ink = ColumnsOf(dev, 20, 40, kBlack).first; // at 0, give or take the bearing
-    EXPECT_TRUE(ink >= 0 && ink < 3 && dev.ReleaseDC()) << ink;
-    dev.SetOrigin(BCPosition(0, 0));
-    EXPECT_TRUE(dev.PutRect(BCRectangle(90, 0, 100, 10), BC_DRAW_FILLED) &&
-                dev.GetPixel(90, 0) == kRed);
+    // The origin shifts everything drawn and outlives the context.
+    BCMemoryDevice shifted(100, 40);
+    tools.Equip(shifted);
+    EXPECT_EQ(BCPosition(0, 0), shifted.SetOrigin(BCPosition(30, 5)));
+    ASSERT_TRUE(shifted.PutRect(BCRectangle(40, 10, 50, 20), BC_DRAW_FILLED)); // a pair of its own
+    EXPECT_EQ(100, CountColor(shifted, BCRectangle(10, 5, 20, 15), kRed) +
+                       CountColor(shifted, BCRectangle(10, 5, 20, 15), kBlue));
+    ASSERT_TRUE(shifted.SelectDC() && shifted.SetOrigin(BCPosition(-10, 0)) == BCPosition(30, 5) &&
+                shifted.PosStr(BCPosition(-10, 20), "H"));    // moved while selected
+    const int ink = ColumnsOf(shifted, 20, 40, kBlack).first; // at 0, give or take the bearing
+    EXPECT_TRUE(ink >= 0 && ink < 3 && shifted.ReleaseDC()) << ink;
+    shifted.SetOrigin(BCPosition(0, 0));
+    EXPECT_TRUE(shifted.PutRect(BCRectangle(90, 0, 100, 10), BC_DRAW_FILLED) &&
+                shifted.GetPixel(90, 0) == kRed);
 }
 
 TEST_F(TextTest, BackModeDecidesWhetherTheBackgroundIsPainted) {

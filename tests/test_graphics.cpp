@@ -192,7 +192,7 @@ TEST_F(DrawingTest, ArcFamilyAndPointLists) {
     EXPECT_EQ(0, polygon.Draw(nullptr) + polygon.UnDraw(nullptr) + wrap.UnDraw(nullptr));
 }
 
-TEST_F(StreamTest, DrawGraphicSaveAndLoadAreDifferentRecords) {
+TEST_F(StreamTest, DrawGraphicSaveAndLoadDifferAndEachShapeAddsItsOwnFields) {
     Tools t;
     // Flags off: no presence marks; on: pen and brush marks, word 1, the tools' own records.
     BCBoxGraphic off(3, BCPosition(1, -2), BCSize(30, 40), &t.red, nullptr), back;
@@ -229,9 +229,8 @@ TEST_F(StreamTest, DrawGraphicSaveAndLoadAreDifferentRecords) {
     } disk;
     std::ostream filled(&disk);
     EXPECT_EQ(0, full.Save(filled));
-}
 
-TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
+    // Arcs, chords and pies add their ends; point lists their polyline.
     const std::string drawRec = LE32(0) + LE32(0) + LE32(1), flags = "\x01" + LE32(0) + LE32(0);
     const BCPosition at(2, 3), start(-6, 7), end(8, -9);
     BCArcGraphic arc(1, at, BCSize(4, 5), start, end, nullptr), freshArc;
@@ -257,7 +256,7 @@ TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
     // Point lists: the polyline's own record follows; Load always makes a new polyline.
     const short pts[] = {1, 2, 3, 4};
     BCPolyline line(2, pts);
-    BCPolylineGraphic open(1, BCPosition(0, 0), BCSize(1, 1), &line, nullptr), back;
+    BCPolylineGraphic open(1, BCPosition(0, 0), BCSize(1, 1), &line, nullptr), missing;
     BCPolygonGraphic closed;
     EXPECT_EQ(Head(73, 1, 0, 0, 1, 1) + drawRec + RecordOf(line), RecordOf(open));
     std::ostringstream os = OutStream();
@@ -265,8 +264,8 @@ TEST_F(StreamTest, ArcChordPieAndPointListRecords) {
     EXPECT_EQ(1, LoadFrom(closed, Head(75, 1, 0, 0, 1, 1) + flags + RecordOf(line)));
     std::unique_ptr<BCPolyline> made(closed.GetPolyline());
     EXPECT_TRUE(made.get() != &line && made->GetPoint(1) == BCPosition(3, 4));
-    EXPECT_EQ(0, LoadFrom(back, Head(73, 1, 0, 0, 1, 1) + flags)); // the polyline is missing
-    delete back.GetPolyline();
+    EXPECT_EQ(0, LoadFrom(missing, Head(73, 1, 0, 0, 1, 1) + flags)); // the polyline is missing
+    delete missing.GetPolyline();
 }
 
 } // namespace
