@@ -3,6 +3,7 @@
 
 #include "guidriver.h"
 #include "msgrecorder.h"
+#include "streambytes.h"
 
 namespace {
 
@@ -21,15 +22,14 @@ template <class Field> std::string TextOf(Field& field) {
 
 using WatchedText = Watched<BCTextData>;
 
-TEST(EditControlTest, SelectionModifiedFlagUndoAndClipboard) {
+TEST(EditControlTest, SelectionModifiedFlagUndoClipboardAndPassword) {
     Frame frame;
     BCStringEdit edit(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdef", &App());
     edit.SetCrntSelection(BCLimits(1, 3));
-    std::string flags = std::to_string(edit.GetCrntSelection() == BCLimits(1, 3));
     edit.SetModified(0);
-    for (int flag : {1, 1, 0})
-        flags += std::to_string(edit.SetModified(flag));
-    EXPECT_EQ("1011", flags); // the old flag each time
+    EXPECT_EQ((Seq{1, 0, 1, 1}), // the old flag each time
+              (Seq{edit.GetCrntSelection() == BCLimits(1, 3), edit.SetModified(1),
+                   edit.SetModified(1), edit.SetModified(0)}));
     edit.Copy();
     edit.SetCrntSelection(BCLimits(6, 6));
     edit.Paste();
@@ -40,6 +40,10 @@ TEST(EditControlTest, SelectionModifiedFlagUndoAndClipboard) {
     edit.SetCrntSelection(BCLimits(2, 4));
     edit.DeleteSelectedText();
     EXPECT_TRUE(TextOf(edit) == "abefbc" && edit.IsModified() == 1);
+    edit.SetCharLimit(7);
+    edit.ReplaceSelectedText("xyz");
+    EXPECT_TRUE(edit.SetPasswordChar('*') == 1 && TextOf(edit) == "abxefbc" &&
+                SendMessageA(edit.GetHandle(), EM_GETPASSWORDCHAR, 0, 0) == '*');
 }
 
 TEST(EditControlTest, SelectedTextIsCutToTheBufferSizeAndDumped) {
@@ -99,7 +103,7 @@ TEST(EditControlTest, LinesTabStopsFormatRectangleAndTheLengthLimit) {
     EXPECT_NE(std::string::npos, recorder.Last().text.find("(Attempted to edit 32768 characters"));
 }
 
-TEST(EditControlTest, ScrollingLimitsPasswordAndUndoBuffer) {
+TEST(EditControlTest, ScrollingLimitAndUndoBuffer) {
     Frame frame;
     std::string many;
     for (int i = 0; i < 60; ++i)
@@ -120,11 +124,6 @@ TEST(EditControlTest, ScrollingLimitsPasswordAndUndoBuffer) {
     edit->SetCharLimit(3);
     edit->ReplaceSelectedText("abcdef");
     EXPECT_TRUE(TextOf(*edit) == "abc" && edit->CanUndo() && edit->EmptyUndo() && !edit->CanUndo());
-    BCStringEdit secret(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "", &App());
-    secret.SetCharLimit(2);
-    secret.ReplaceSelectedText("xyz");
-    EXPECT_TRUE(secret.SetPasswordChar('*') == 1 && TextOf(secret) == "xy" &&
-                SendMessageA(secret.GetHandle(), EM_GETPASSWORDCHAR, 0, 0) == '*');
 }
 
 TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
@@ -159,39 +158,6 @@ TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
                 recorder.Last().line == 170);
 }
 
-// Presses Enter in its multi-line field, then reads the field once the keys are handled.
-struct EnterDialog : BCModalDialog {
-    explicit EnterDialog(bool newLines)
-        : BCModalDialog(BCResID(600u), nullptr, &App()),
-          edit(new BCMultiStringEdit(BCResID(101u), this, &App())), lines(newLines) {}
-    LRESULT Initialize(BCEvent*) override {
-        edit->SetStyle(0x0800, lines); // the bound control took the template's style
-        ::SetFocus(edit->GetHandle());
-        PostMessageA(edit->GetHandle(), WM_KEYDOWN, VK_RETURN, 0x1C0001);
-        PostMessageA(hWnd, WM_APP, 0, 0);
-        return FALSE;
-    }
-    LRESULT DispatchEvent(BCEvent* e) override {
-        if (e->GetMessage() != WM_APP)
-            return BCModalDialog::DispatchEvent(e);
-        if (e->GetWParam() == 0) // once more round the queue: the new line is posted too
-            return PostMessageA(hWnd, WM_APP, 1, 0);
-        text = TextOf(*edit);
-        return EndDlg(5);
-    }
-    BCMultiStringEdit* edit;
-    bool lines;
-    std::string text;
-};
-
-TEST(EditControlTest, EnterMakesANewLineInADialogWithStyleBit0x0800) {
-    for (bool lines : {false, true}) { // without the bit Enter presses the default button
-        EnterDialog dialog(lines);
-        ASSERT_EQ(1, dialog.Create(""));
-        EXPECT_EQ(lines ? "5\r\n" : "1", std::to_string(dialog.GetResult()) + dialog.text);
-    }
-}
-
 TEST(ControlTest, StylesTypeCodesAndStates) {
     Frame frame;
     BCWindow* parent = &frame.main;
@@ -222,14 +188,11 @@ TEST(ControlTest, StylesTypeCodesAndStates) {
     check.SetState(1);
     radio.SetState(1);
     EXPECT_EQ(2, check.GetState() + radio.GetState());
-    EXPECT_TRUE(ok.SetText("Fine") && TextOf(ok) == "Fine" && ok.GetTextLen() == 4);
     char cut[4];
-    EXPECT_TRUE(label.SetText("Name:") && label.GetTextLen() == 5 &&
-                label.GetText(cut, sizeof cut) == 3 && std::string(cut) == "Nam");
-    RECT box;
-    GetWindowRect(icon.GetHandle(), &box);
-    EXPECT_TRUE(SendMessageA(icon.GetHandle(), STM_GETICON, 0, 0) &&
-                box.right - box.left == GetSystemMetrics(SM_CXICON));
+    EXPECT_TRUE(ok.SetText("Fine") && TextOf(ok) == "Fine" && ok.GetTextLen() == 4 &&
+                label.SetText("Name:") && label.GetTextLen() == 5 &&
+                label.GetText(cut, sizeof cut) == 3 && std::string(cut) == "Nam" &&
+                SendMessageA(icon.GetHandle(), STM_GETICON, 0, 0));
 
     BCStaticText fromTable(10082, parent, at, size, nullptr, WS_CHILD, &App()),
         none(0, parent, at, size, nullptr, WS_CHILD, &App());
@@ -272,6 +235,10 @@ TEST(ControlTest, TemplateControlsAreBoundWithTheirTypes) {
         SendMessageA(lines->GetHandle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, 5));
         EXPECT_EQ(bit ? 0 : 1, lines->drags);
     }
+    // With the bit, Enter makes a new line even inside a dialog.
+    SendMessageA(lines->GetHandle(), WM_KEYDOWN, VK_RETURN, 0x1C0001);
+    Input::Pump();
+    EXPECT_EQ("\r\n", TextOf(*lines));
     dialog.EndDlg(2);
 }
 

@@ -160,7 +160,6 @@ TEST(MessageDialogTest, GivesTheButtonPressedAndShowsTheMessage) {
     for (auto [id, message, button, shown] :
          {std::make_tuple(1023u, "Hello there", 1, "Hello there"),
           std::make_tuple(1024u, (const char*)nullptr, 6, query),
-          std::make_tuple(1024u, (const char*)nullptr, 7, query),
           std::make_tuple(1024u, "Replace it?", 2, "Replace it?")}) {
         std::string seen;
         DialogDriver driver;
@@ -170,15 +169,6 @@ TEST(MessageDialogTest, GivesTheButtonPressedAndShowsTheMessage) {
                     dialog.GetObjectType() == 66)
             << seen;
     }
-}
-
-TEST(DialogTemplateTest, AMissingTemplateIsReportedAndNothingRuns) {
-    MsgRecorder recorder;
-    BCFindDialog find(BCResID(999u), nullptr, "kept", 2, &App());
-    BCMessageDialog message(BCResID(999u), nullptr, "x", &App());
-    EXPECT_TRUE((find.GetResult() | message.GetResult()) == 0 &&
-                std::string(find.GetPattern(nullptr)) == "kept");
-    EXPECT_EQ((std::vector<unsigned int>{10052, 10052}), recorder.NumberedIds());
 }
 
 } // namespace
