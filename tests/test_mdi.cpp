@@ -59,9 +59,8 @@ struct MdiTest : ::testing::Test {
 TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     char cls[32] = "";
     GetClassNameA(Client(), cls, sizeof cls);
-    CharUpperA(cls);
-    EXPECT_EQ("MDICLIENT|43981", std::string(cls) + "|" + std::to_string(GetDlgCtrlID(Client())));
-    EXPECT_EQ(frame.GetClient(), App().GetMDIClient());
+    EXPECT_TRUE(!lstrcmpiA(cls, "MDICLIENT") && GetDlgCtrlID(Client()) == 43981 &&
+                frame.GetClient() == App().GetMDIClient());
     BCMDIChildWindow a(frame.GetClient(), &App()), b(frame.GetClient(), &App());
     ASSERT_TRUE(a.Create("Alpha") && b.Create("Beta"));
     EXPECT_EQ(310u + 311u * 1000, a.GetID() + b.GetID() * 1000);
@@ -105,16 +104,16 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
 }
 
 TEST_F(MdiTest, ArrangingCyclingAndClosingAll) {
-    std::vector<std::unique_ptr<BCMDIChildWindow>> kids;
-    for (int i = 0; i < 3; ++i) {
-        kids.push_back(std::make_unique<BCMDIChildWindow>(frame.GetClient(), &App()));
-        ASSERT_TRUE(kids.back()->Create("doc"));
-    }
+    BCMDIChildWindow a(frame.GetClient(), &App()), b(frame.GetClient(), &App()),
+        c(frame.GetClient(), &App());
+    BCMDIChildWindow* kids[] = {&a, &b, &c};
+    for (BCMDIChildWindow* kid : kids)
+        ASSERT_TRUE(kid->Create("doc"));
     auto overlap = [&](int x, int y) {
-        RECT i, a, b;
-        kids[x]->GetWindowRect().ToRECT(&a);
-        kids[y]->GetWindowRect().ToRECT(&b);
-        return IntersectRect(&i, &a, &b) != 0;
+        RECT i, one, other;
+        kids[x]->GetWindowRect().ToRECT(&one);
+        kids[y]->GetWindowRect().ToRECT(&other);
+        return IntersectRect(&i, &one, &other) != 0;
     };
     ASSERT_TRUE(frame.Tile());
     Input::Pump();
@@ -128,7 +127,7 @@ TEST_F(MdiTest, ArrangingCyclingAndClosingAll) {
     EXPECT_TRUE(frame.GetActiveChild() && frame.GetActiveChild() != before);
 
     EXPECT_TRUE(frame.CloseAll() == 1 && !frame.GetActiveChild());
-    EXPECT_TRUE(std::none_of(kids.begin(), kids.end(), [](auto& k) { return k->HandleCheck(); }));
+    EXPECT_FALSE(a.HandleCheck() || b.HandleCheck() || c.HandleCheck());
 }
 
 TEST_F(MdiTest, MenusAreSwappedOnlyForMenusWithAWindowMenu) {

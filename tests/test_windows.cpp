@@ -56,9 +56,8 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
     ASSERT_TRUE(child.Create("child"));
     HWND w = child.GetHandle();
     EXPECT_TRUE(child.SetID(12) == 7 && GetDlgCtrlID(w) == 12 && child.Enable() == 1 &&
-                child.GetWindowRect() == BCRectangle(5, 6, 205, 106)); // as placed before
-    EXPECT_EQ(COLOR_WINDOW + 1, GetClassLongPtrA(w, GCLP_HBRBACKGROUND));
-    EXPECT_TRUE(BCColor(BC_COLOR_CONSTANTS) == BCColor()); // no stock colour: black
+                child.GetWindowRect() == BCRectangle(5, 6, 205, 106) && // as placed before
+                GetClassLongPtrA(w, GCLP_HBRBACKGROUND) == COLOR_WINDOW + 1);
     LPARAM button = reinterpret_cast<LPARAM>(
         CreateWindowExA(0, "BUTTON", "b", WS_CHILD, 0, 0, 10, 10, w, nullptr, nullptr, nullptr));
     const std::tuple<UINT, WPARAM, LPARAM, const char*> cases[] = {

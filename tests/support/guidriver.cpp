@@ -42,7 +42,7 @@ Step TypeInto(int controlId, const std::string& text, bool atEnd) {
         if (atEnd)
             SendMessageA(field, WM_KEYDOWN, VK_END, 1);
         for (char c : text)
-            SendMessageA(field, WM_CHAR, static_cast<unsigned char>(c), 1);
+            Input::Char(field, c);
         return field != nullptr;
     };
 }
@@ -54,10 +54,7 @@ HWND ShownDialog(DWORD thread) {
 }
 
 DialogDriver& DialogDriver::SetText(int controlId, const std::string& text) {
-    return Do([=](HWND dialog) {
-        return SendDlgItemMessageA(dialog, controlId, WM_SETTEXT, 0,
-                                   reinterpret_cast<LPARAM>(text.c_str())) != 0;
-    });
+    return Do([=](HWND dialog) { return SetDlgItemTextA(dialog, controlId, text.c_str()) != 0; });
 }
 
 DialogDriver& DialogDriver::Click(int controlId) {
@@ -71,16 +68,10 @@ DialogDriver& DialogDriver::Click(int controlId) {
 DialogDriver& DialogDriver::ReadText(int controlId, std::string* into) {
     return Do([controlId, into](HWND dialog) {
         char text[256] = "";
-        HWND control = GetDlgItem(dialog, controlId);
-        SendMessageA(control, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+        GetDlgItemTextA(dialog, controlId, text, sizeof text);
         *into = text;
-        return control != nullptr;
+        return GetDlgItem(dialog, controlId) != nullptr;
     });
-}
-
-DialogDriver& DialogDriver::Do(Step step) {
-    m_steps.push_back(std::move(step));
-    return *this;
 }
 
 void DialogDriver::Start(int timeoutMs) {
@@ -98,12 +89,6 @@ void DialogDriver::Start(int timeoutMs) {
     });
 }
 
-bool DialogDriver::Finish() {
-    if (m_thread.joinable())
-        m_thread.join();
-    return m_ok;
-}
-
 namespace Input {
 
 LRESULT Key(HWND window, UINT virtualKey, bool ctrl) {
@@ -116,10 +101,6 @@ LRESULT Key(HWND window, UINT virtualKey, bool ctrl) {
     keys[VK_CONTROL] = keys[VK_LCONTROL] = 0;
     SetKeyboardState(keys);
     return result;
-}
-
-LRESULT Char(HWND window, char character) {
-    return SendMessageA(window, WM_CHAR, static_cast<unsigned char>(character), 1);
 }
 
 void Pump() {

@@ -50,11 +50,11 @@ class DialogDriver {
     // Text the dialog's control had when the driver read it (after the steps before it).
     DialogDriver& ReadText(int controlId, std::string* into);
     // Any other step, given the dialog's window; false stops the script.
-    DialogDriver& Do(Step step);
+    DialogDriver& Do(Step step) { return m_steps.push_back(std::move(step)), *this; }
     // Starts the thread; it gives up after `timeoutMs` without a dialog.
     void Start(int timeoutMs = 5000);
     // Waits for the thread; true when every step was carried out.
-    bool Finish();
+    bool Finish() { return (m_thread.joinable() ? m_thread.join() : void()), m_ok; }
 
   private:
     std::vector<Step> m_steps;
@@ -66,7 +66,9 @@ class DialogDriver {
 // keyboard state, where the framework reads it.
 namespace Input {
 LRESULT Key(HWND window, UINT virtualKey, bool ctrl = false);
-LRESULT Char(HWND window, char character);
+inline LRESULT Char(HWND window, char c) {
+    return SendMessageA(window, WM_CHAR, static_cast<unsigned char>(c), 1);
+}
 // Handles the messages waiting for this thread's windows.
 void Pump();
 } // namespace Input
