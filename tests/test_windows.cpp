@@ -106,8 +106,14 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
     EXPECT_EQ(1, std::count(child.calls.begin(), child.calls.end(), "CharKey"));
 }
 
+struct Ticking : BCChildWindow {
+    using BCChildWindow::BCChildWindow;
+    LRESULT Timer(BCEvent* e) override { return ticks.push_back(e->GetTimerID()), 0; }
+    std::vector<unsigned int> ticks;
+};
+
 // A text of more lines than a 16-bit word counts: the thumb comes from the bar itself.
-TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrap) {
+TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrapAndTimersTickUntilKilled) {
     MsgRecorder recorder;
     Frame frame;
     RecordingWindow child(&frame.main);
@@ -130,27 +136,16 @@ TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrap) {
 
     BCEvent barless(frame.main.GetHandle(), WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 9), 0);
     EXPECT_TRUE(barless.GetThumbPos() == 9 && recorder.NumberedIds() == Ids{10060});
-}
 
-TEST(WindowEventTest, TimersTickUntilKilled) {
-    struct Ticking : BCChildWindow {
-        using BCChildWindow::BCChildWindow;
-        std::vector<unsigned int> ticks;
-        LRESULT Timer(BCEvent* e) override {
-            ticks.push_back(e->GetTimerID());
-            return 0;
-        }
-    };
-    Frame frame;
-    Ticking child(&frame.main, 3, &App());
-    EXPECT_EQ(0, child.SetTimer(7, 5)); // no window yet
-    ASSERT_TRUE(child.Create("ticking") && child.SetTimer(7, 5) == 1);
-    for (int i = 0; i < 400 && child.ticks.size() < 2; ++i) {
+    Ticking ticking(&frame.main, 3, &App());
+    EXPECT_EQ(0, ticking.SetTimer(7, 5)); // no window yet
+    ASSERT_TRUE(ticking.Create("ticking") && ticking.SetTimer(7, 5) == 1);
+    for (int i = 0; i < 400 && ticking.ticks.size() < 2; ++i) {
         Sleep(5);
         App().ProcessPending();
     }
-    EXPECT_EQ(Ids(2, 7), Ids(child.ticks.begin(), child.ticks.begin() + 2));
-    EXPECT_EQ((Seq{1, 0}), (Seq{child.KillTimer(7), child.KillTimer(7)}));
+    EXPECT_EQ(Ids(2, 7), Ids(ticking.ticks.begin(), ticking.ticks.begin() + 2));
+    EXPECT_EQ((Seq{1, 0}), (Seq{ticking.KillTimer(7), ticking.KillTimer(7)}));
 }
 
 TEST(WindowLifeTest, ObjectAndWindowLetGoOfEachOther) {
@@ -209,6 +204,7 @@ TEST(DialogTest, ModalDialogIsDrivenAndReturnsItsResult) {
     }
 }
 
+// Missing templates and controls are reported; boxes are answered through the sink.
 TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
     MsgRecorder recorder;
     BCModelessDialog status(BCResID(500u), nullptr, &App());
@@ -226,10 +222,7 @@ TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
     // Shown though its template is not; one window per dialog.
     EXPECT_TRUE(IsWindowVisible(status.GetHandle()) && !status.Create("again"));
     EXPECT_TRUE(status.EndDlg(2) && status.GetResult() == 2 && !status.HandleCheck());
-}
 
-TEST(DialogTest, MissingTemplatesAndControlsAreReportedAndBoxesAnswered) {
-    MsgRecorder recorder;
     for (unsigned int id : {999u, 501u}) { // no template; a control of no known class
         BCModalDialog modal(BCResID(id), nullptr, &App());
         BCModelessDialog modeless(BCResID(id), nullptr, &App());
@@ -237,8 +230,8 @@ TEST(DialogTest, MissingTemplatesAndControlsAreReportedAndBoxesAnswered) {
     }
     BCControlWindow unbound(BCResID(101u), nullptr, 31, &App());
     EXPECT_EQ(0, unbound.Create(""));
-    EXPECT_EQ((Ids{10052, 10052, 10052, 10052, 10015}), recorder.NumberedIds());
-
+    // The dialog made again, then two templates missing and two of unknown controls.
+    EXPECT_EQ((Ids{10052, 10052, 10052, 10052, 10052, 10015}), recorder.NumberedIds());
     recorder.Answer(IDNO);
     BCMsgBox box("Save changes?", "Title", MB_YESNOCANCEL, nullptr, nullptr);
     EXPECT_TRUE(box.GetResult() == IDNO && recorder.Last().text == "Save changes?" &&
@@ -302,11 +295,11 @@ TEST(CursorTest, CursorsIconsAndTheCaret) {
                 BCIcon(BC_ICON_APPLICATION).GetHandle());
 
     BCCursor wait(BC_CURSOR_WAIT);
-    EXPECT_EQ(LoadCursorA(nullptr, IDC_WAIT), wait.GetHandle());
     HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW);
     SetCursor(arrow);
-    EXPECT_TRUE(wait.Set() == arrow && GetCursor() == wait.GetHandle() && wait.Restore() &&
-                GetCursor() == arrow && !wait.Restore()); // restored once only
+    EXPECT_TRUE(wait.GetHandle() == LoadCursorA(nullptr, IDC_WAIT) && wait.Set() == arrow &&
+                GetCursor() == wait.GetHandle() && wait.Restore() && GetCursor() == arrow &&
+                !wait.Restore()); // restored once only
 
     Frame frame;
     BCChildWindow child(&frame.main, 2, &App());
@@ -332,7 +325,7 @@ TEST(CursorTest, CursorsIconsAndTheCaret) {
     }
 }
 
-TEST(ControlTest, ListBoxEntries) {
+TEST(ControlTest, ListBoxEntriesAndInterceptedControls) {
     Frame frame;
     BCListBox list(20, &frame.main, BCPosition(0, 0), BCSize(120, 100), "", &App());
     auto item = [&list](int index) {
@@ -360,10 +353,8 @@ TEST(ControlTest, ListBoxEntries) {
     EXPECT_EQ(-3, noWindow.GetCount() + noWindow.Append(gamma) + noWindow.Insert(gamma, 0) +
                       noWindow.GoTo(0) + noWindow.DeleteAll() + noWindow.Delete(0) +
                       noWindow.GetItemLen(0));
-}
 
-TEST(ControlTest, InterceptedControlsSeeTheirOwnEventsFirst) {
-    Frame frame;
+    // Intercepted controls see their own events first.
     CountingControl edit("EDIT", WS_CHILD, 30, &frame.main, BCPosition(0, 0), BCSize(99, 20), 37,
                          &App());
     ASSERT_TRUE(edit.Intercept(1) && edit.Create("ab")); // asked before the control is made

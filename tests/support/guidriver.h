@@ -39,11 +39,7 @@ HWND ShownDialog(DWORD thread);
 // loop: waits for the dialog, then performs the scripted steps as if a user had acted.
 class DialogDriver {
   public:
-    DialogDriver() = default;
     ~DialogDriver() { Finish(); }
-    DialogDriver(const DialogDriver&) = delete;
-    DialogDriver& operator=(const DialogDriver&) = delete;
-
     DialogDriver& SetText(int controlId, const std::string& text);
     // Posted: the click is handled by the dialog's own loop.
     DialogDriver& Click(int controlId);
