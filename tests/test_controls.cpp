@@ -270,8 +270,11 @@ TEST(ControlTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {
     BCCheckBox check(BCResID(1u), nullptr, &App());
     BCRadioButton radio(BCResID(1u), nullptr, &App());
     BCStaticText label(BCResID(1u), nullptr, &App());
+    BCComboBox box(BCResID(1u), nullptr, &App());
+    BCArrayList list(4, 16, 0, 0, 4, 0);
     char buffer[8] = "keep";
-    EXPECT_TRUE(line.GetText(buffer, 7) == 7 && lines.GetText(buffer, 9) == 9);
+    EXPECT_TRUE(line.GetText(buffer, 7) == 7 && lines.GetText(buffer, 9) == 9 &&
+                box.GetText(buffer, 7) == 7);
     EXPECT_STREQ("keep", buffer); // the sizes come back, the buffer is left alone
     bool gone = false;
     WatchedText data(&gone, nullptr, nullptr, nullptr, nullptr, 0, nullptr);
@@ -287,8 +290,17 @@ TEST(ControlTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {
     EXPECT_EQ(0, check.GetState() + check.SetState(1) + radio.GetState() + radio.SetState(1) +
                      check.SetText("x") + check.GetText(buffer, 8) + check.GetTextLen() +
                      label.SetText("x") + label.GetText(buffer, 8) + label.GetTextLen());
-    EXPECT_TRUE(lines.GetText() == nullptr && !gone && recorder.Count() == 0);
+    EXPECT_EQ(-6, box.Append(buffer) + box.GetCount() + box.GetCrntInd() + box.GetItemLen(0) +
+                      box.Find(buffer, 0, 0, 0) + box.Find(buffer, 0, 0, 1));
+    EXPECT_EQ(0, box.Insert(buffer, 0) + box.Delete(0) + box.DeleteAll() + box.GoTo(0) +
+                     box.GetCrntItem(buffer) + box.SetText("x") + box.GetTextLen() +
+                     box.SetCharLimit(4) + box.GetSelectedText(buffer, 8) + box.GetItem(0, buffer) +
+                     box.SetItemData(0, buffer) + box.LoadFromList(&list, BCGetTextFormat(), 0, 0) +
+                     box.SaveToList(&list, BCGetTextFormat(), 0));
+    EXPECT_TRUE(lines.GetText() == nullptr && !gone && recorder.Count() == 0 &&
+                box.GetCrntItem() == nullptr && box.GetItemData(0) == nullptr);
     EXPECT_TRUE(line.GetCrntSelection() == BCLimits(0, 0) &&
+                box.GetCrntSelection() == BCLimits(0, 0) &&
                 lines.GetFormatRect() == BCGetNullRect());
 }
 
@@ -386,24 +398,6 @@ TEST(ComboBoxTest, LoadAndSaveWorkWithEveryListKind) {
     EXPECT_EQ(1, sorted->LoadFromList(&empty, text, 0, 0));
     EXPECT_EQ(0, sorted->LoadFromList(&empty, BCGetBitmapFormat(), 0, 0) +
                      sorted->SaveToList(&empty, BCGetBitmapFormat(), 0));
-}
-
-TEST(ComboBoxTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {
-    BCComboBox box(BCResID(1u), nullptr, &App());
-    BCArrayList list(4, 16, 0, 0, 4, 0);
-    char buffer[8] = "keep";
-    MsgRecorder recorder;
-    EXPECT_EQ(7u, box.GetText(buffer, 7));
-    EXPECT_EQ(-6, box.Append(buffer) + box.GetCount() + box.GetCrntInd() + box.GetItemLen(0) +
-                      box.Find(buffer, 0, 0, 0) + box.Find(buffer, 0, 0, 1));
-    EXPECT_EQ(0, box.Insert(buffer, 0) + box.Delete(0) + box.DeleteAll() + box.GoTo(0) +
-                     box.GetCrntItem(buffer) + box.SetText("x") + box.GetTextLen() +
-                     box.SetCharLimit(4) + box.GetSelectedText(buffer, 8) + box.GetItem(0, buffer) +
-                     box.SetItemData(0, buffer) + box.LoadFromList(&list, BCGetTextFormat(), 0, 0) +
-                     box.SaveToList(&list, BCGetTextFormat(), 0));
-    EXPECT_TRUE(box.GetCrntItem() == nullptr && box.GetItemData(0) == nullptr &&
-                box.GetCrntSelection() == BCLimits(0, 0) && recorder.Count() == 0);
-    EXPECT_STREQ("keep", buffer);
 }
 
 } // namespace

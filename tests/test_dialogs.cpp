@@ -8,10 +8,6 @@ namespace {
 
 using Ending = std::pair<Step, int>; // the user's last step and the result it gives
 
-BCResID Template(unsigned int id) {
-    return BCResID(id, BCGetDLLModule2());
-}
-
 const std::string kLong(150, 'p');
 
 // Counts the control objects a dialog still holds once it has ended.
@@ -31,6 +27,11 @@ Step Key(int id, UINT key) {
                             1) != 0;
     };
 }
+// Appends "F" when the field has the focus with its whole text selected: the test template
+// has its buttons first.
+Step Focus(int id, std::string* trail) {
+    return [=](HWND dialog) { return *trail += FocusedWhole(dialog, id) ? "F" : "-", true; };
+}
 // Appends whether the button is checked, or with `enabled`, whether it is enabled.
 Step Note(int id, std::string* trail, bool enabled = false) {
     return [=](HWND dialog) {
@@ -46,14 +47,15 @@ TEST(FindDialogTest, TextsAndOptionsAsTheUserLeftThem) {
          {Ending{Key(2031, VK_RETURN), 1}, Ending{Key(2031, VK_ESCAPE), 0}, Ending{Key(0, 0), 0}}) {
         std::string shown, boxes;
         DialogDriver driver;
-        driver.ReadText(2031, &shown).Do(Note(2034, &boxes)).Do(Note(2035, &boxes));
+        driver.ReadText(2031, &shown).Do(Focus(2031, &boxes));
+        driver.Do(Note(2034, &boxes)).Do(Note(2035, &boxes));
         driver.Do(Press(2034)).Do(Note(2034, &boxes));
         driver.Do(Press(2035)).Do(Press(2035)).Do(Note(2035, &boxes));
         driver.Do(Type(2031, "\bab")).Do(c.first).Start(); // the b does not fit
-        Probe<BCFindDialog> find(Template(1021), nullptr, kLong.c_str(), 1 | 8, &App());
+        Probe<BCFindDialog> find(BCResID(510u), nullptr, kLong.c_str(), 1 | 8, &App());
         EXPECT_TRUE(driver.Finish() && c.second == find.GetResult() && find.Controls() == 0 &&
                     find.GetObjectType() == 64);
-        EXPECT_EQ(kLong.substr(0, 120) + "1000", shown + boxes);
+        EXPECT_EQ(kLong.substr(0, 120) + "F1000", shown + boxes);
         EXPECT_EQ(8u, find.GetFlags()); // toggled flags stay even when cancelled
         char buffer[121];
         EXPECT_EQ(c.second ? kLong.substr(0, 119) + "a" : shown, find.GetPattern(buffer));
@@ -78,16 +80,17 @@ TEST(ReplaceDialogTest, ResultsTextsAndOptions) {
          {Ending{Press(1), 1}, Ending{Press(2037), 2}, Ending{Press(2), 0}, Ending{Key(0, 0), 0}}) {
         std::string trail, shown;
         DialogDriver driver;
-        driver.ReadText(2033, &shown).Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
+        driver.ReadText(2033, &shown).Do(Focus(2032, &trail));
+        driver.Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
         driver.Do(Type(2033, "\b")).Do(Note(1, &trail, true)); // the replacement does not count
         driver.Do(Type(2032, "p")).Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
         for (int box : {2034, 2035, 2036, 2036})
             driver.Do(Press(box)).Do(Note(box, &trail));
         driver.Do(c.first).Start();
-        Probe<BCReplaceDialog> replace(Template(1022), nullptr, "", kLong.c_str(), 0, &App());
+        Probe<BCReplaceDialog> replace(BCResID(510u), nullptr, "", kLong.c_str(), 0, &App());
         EXPECT_TRUE(driver.Finish() && c.second == replace.GetResult() && replace.Controls() == 0 &&
                     replace.GetObjectType() == 65 && replace.GetFlags() == 3);
-        EXPECT_EQ(kLong.substr(0, 120) + "000111110", shown + trail);
+        EXPECT_EQ(kLong.substr(0, 120) + "F000111110", shown + trail);
         char buffer[121];
         EXPECT_STREQ(c.second ? "p" : "", replace.GetPattern(buffer));
         EXPECT_EQ(c.second ? kLong.substr(0, 119) : shown, replace.GetReplacement(nullptr));
@@ -110,7 +113,7 @@ TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
           Case{"abcdef", 3, "\b", Key(0, 0), 0, "11", "abc"}}) {
         std::string shown, trail;
         DialogDriver driver;
-        driver.ReadText(2013, &shown).Do(Note(1, &trail, true));
+        driver.ReadText(2013, &shown).Do(Focus(2013, &trail)).Do(Note(1, &trail, true));
         for (char typed : c.typed) // OK's state after each key
             driver.Do(Type(2013, std::string(1, typed))).Do(Note(1, &trail, true));
         driver.Do(c.end).Start();
@@ -118,7 +121,8 @@ TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
         // The controls are kept until the dialog goes.
         EXPECT_TRUE(driver.Finish() && c.result == entry.GetResult() &&
                     std::min(c.maxLen, 80u) == entry.GetMaxLen() && entry.Controls() == 2);
-        EXPECT_EQ(std::string(c.text).substr(0, entry.GetMaxLen()) + c.enabled, shown + trail);
+        EXPECT_EQ(std::string(c.text).substr(0, entry.GetMaxLen()) + "F" + c.enabled,
+                  shown + trail);
         char buffer[81];
         EXPECT_EQ(c.kept, entry.GetString(buffer));
     }
@@ -129,30 +133,6 @@ TEST(StringDialogTest, WithoutATextItWaitsForItsDerivedClass) {
     driver.Click(2).Start(300);
     BCStringDialog entry(BCResID(510u), nullptr, nullptr, 20, &App());
     EXPECT_TRUE(!driver.Finish() && !*entry.GetString(nullptr)); // no dialog came up
-}
-
-TEST(DialogFocusTest, TheFieldHasTheFocusWithItsTextSelected) {
-    std::vector<std::pair<int, std::function<void()>>> dialogs{
-        {2031, [] { BCFindDialog(BCResID(510u), nullptr, "abc", 0, &App()); }},
-        {2032, [] { BCReplaceDialog(BCResID(510u), nullptr, "abc", "de", 0, &App()); }},
-        {2013, [] { BCStringDialog(BCResID(510u), nullptr, "abc", 9, &App()); }}};
-    for (auto& [id, run] : dialogs) {
-        std::string seen;
-        DialogDriver driver;
-        driver.Do([id = id, &seen](HWND dialog) {
-            GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
-            GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-            DWORD start = 9, end = 9;
-            SendDlgItemMessageA(dialog, id, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-                                reinterpret_cast<LPARAM>(&end));
-            seen = std::to_string(info.hwndFocus == GetDlgItem(dialog, id)) + ":" +
-                   std::to_string(start) + "-" + std::to_string(end);
-            return true;
-        });
-        driver.Click(2).Start();
-        run();
-        EXPECT_TRUE(driver.Finish() && seen == "1:0-3") << id << seen;
-    }
 }
 
 TEST(MessageDialogTest, GivesTheButtonPressedAndShowsTheMessage) {

@@ -11,10 +11,6 @@ namespace {
 using Strings = std::vector<std::string>;
 using std::string;
 
-BCResID Template(unsigned int id) {
-    return BCResID(id, BCGetDLLModule2());
-}
-
 void Make(const string& path) {
     CloseHandle(CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
 }
@@ -52,7 +48,6 @@ class FileDialogTest : public ::testing::Test {
 string FileDialogTest::root, FileDialogTest::many;
 char FileDialogTest::previous[MAX_PATH];
 
-// The entries of a dialog's list box.
 Strings Listed(HWND dialog, int id) {
     Strings all;
     char entry[MAX_PATH];
@@ -168,14 +163,8 @@ Step Key(char c) {
 Step Look(string* trail) {
     return [trail](HWND dialog) {
         char text[256] = "";
-        DWORD start = 9, end = 9;
         GetDlgItemTextA(dialog, 2001, text, sizeof text);
-        SendDlgItemMessageA(dialog, 2001, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-                            reinterpret_cast<LPARAM>(&end));
-        GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
-        GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-        bool all = start == 0 && end == strlen(text) && info.hwndFocus == GetDlgItem(dialog, 2001);
-        *trail += text + string(all ? "[all]" : "") +
+        *trail += text + string(FocusedWhole(dialog, 2001) ? "[all]" : "") +
                   (IsWindowEnabled(GetDlgItem(dialog, 1)) ? "+" : "-") + "|";
         return true;
     };

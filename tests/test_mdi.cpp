@@ -83,8 +83,7 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     EXPECT_TRUE(Items(WindowMenu(), 311, 311) == "-|" && frame.GetActiveChild() == &a);
     EXPECT_TRUE(a.Destroy() == 1 && frame.GetActiveChild() == nullptr);
 
-    // An active document object that goes leaves no pointer behind.
-    {
+    { // an active document object that goes leaves no pointer behind
         BCMDIChildWindow c(frame.GetClient(), &App());
         ASSERT_TRUE(c.Create("Gamma") && frame.GetActiveChild() == &c);
     }
@@ -156,7 +155,6 @@ TEST(MdiBadInput, MissingMenusClientsAndWindowsAreReported) {
                      unmade.CloseAll());
     BCMDIClientWindow noMenu(&unmade, nullptr, 0, &App());
     BCMDIChildWindow orphan(nullptr, &App()), unplaced(&noMenu, &App());
-    // The client's frame has no window.
     EXPECT_EQ(0, noMenu.Create("") + orphan.Create("x") + unplaced.Create("y") + orphan.Destroy());
     EXPECT_EQ("MDIFRM:63 Assertion failure|MDIFRM:65 Assertion failure|MDIFRM:135 Assertion "
               "failure|MDIFRM:144 Assertion failure|MDIFRM:153 Assertion failure|MDIFRM:162 "
@@ -192,7 +190,6 @@ TEST(FontInfoTest, MetricsAreThoseOfTheDevicesFont) {
     BCMainWindow unmade(&App());
     BCFontInfo none(nullptr), noContext(&unmade);
     EXPECT_EQ("FONTINFO:24 Null pointer:  opDev|FONTINFO:25 Assertion failure|", rec.Faults());
-    // Unpaired: the failed select was given back.
     EXPECT_EQ(0, unmade.ReleaseDC() + none.GetMetrics().tmHeight + noContext.GetMetrics().tmHeight);
     EXPECT_EQ(std::vector<unsigned int>{10023}, rec.NumberedIds());
 }

@@ -130,7 +130,6 @@ TEST(FaultTest, ErrorsAndAssertionsReportFileAndLine) {
     RedirectingObject redirecting;
     EXPECT_EQ(0, BCAssert(&redirecting, 0, 293, "PRINTER", "Null pointer:  opDev"));
     EXPECT_TRUE(redirecting.last == "Null pointer:  opDev@PRINTER:293" && recorder.Count() == 2u);
-    // A type check fails on null, then on another type, at the caller's line.
     BCArrayList list(0, 4, 0, 0, 4, 0);
     EXPECT_TRUE(object.AssertType(&list, 86, "opList", 1, "MLTEDIT") &&
                 !object.AssertType(nullptr, 98, "opNewText", 170, "MLTEDIT") &&

@@ -88,9 +88,8 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
     child.calls.clear();
     InvalidateRect(w, nullptr, TRUE);
     UpdateWindow(w);
-    // The paint context went with the event.
     EXPECT_TRUE(child.calls == std::vector<std::string>{"Paint"} && child.paintHadDC &&
-                !child.GetDC());
+                !child.GetDC()); // the paint context went with the event
 
     // Ctrl with the movement keys has codes of its own; Ctrl+A is plain A.
     const UINT keys[] = {VK_HOME, VK_END, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, 'A'};
@@ -131,8 +130,7 @@ TEST(WindowEventTest, ThumbPositionsPast32767LinesDoNotWrapAndTimersTickUntilKil
     PostMessageA(bar.GetHandle(), WM_LBUTTONUP, 0, MAKELPARAM(8, 20));
     child.thumb = -1;
     SendMessageA(bar.GetHandle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, info.xyThumbTop + 2));
-    // Grabbing the thumb: the bar tells where it is held, not where it was set.
-    EXPECT_TRUE(child.thumb > 0 && child.thumb != 45000) << child.thumb;
+    EXPECT_TRUE(child.thumb > 0 && child.thumb != 45000) << child.thumb; // where it is held
 
     BCEvent barless(frame.main.GetHandle(), WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 9), 0);
     EXPECT_TRUE(barless.GetThumbPos() == 9 && recorder.NumberedIds() == Ids{10060});
@@ -198,13 +196,11 @@ TEST(DialogTest, ModalDialogIsDrivenAndReturnsItsResult) {
         DialogDriver driver;
         driver.SetText(101, "typed text").Click(button).Start();
         ASSERT_EQ(1, dialog.Create(""));
-        // The control is let go with the dialog.
         EXPECT_TRUE(driver.Finish() && dialog.GetResult() == button &&
-                    dialog.seen == "typed text" && !dialog.edit->GetHandle());
+                    dialog.seen == "typed text" && !dialog.edit->GetHandle()); // let go
     }
 }
 
-// Missing templates and controls are reported; boxes are answered through the sink.
 TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
     MsgRecorder recorder;
     BCModelessDialog status(BCResID(500u), nullptr, &App());
@@ -219,8 +215,7 @@ TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
     auto* late = new BCControlWindow(BCResID(102u), &status, 35, &App());
     ASSERT_TRUE(late->Create("Late")); // bound while the dialog runs, with a text to show
     EXPECT_TRUE(late->GetTitle(title, sizeof title) && std::string(title) == "Late");
-    // Shown though its template is not; one window per dialog.
-    EXPECT_TRUE(IsWindowVisible(status.GetHandle()) && !status.Create("again"));
+    EXPECT_TRUE(IsWindowVisible(status.GetHandle()) && !status.Create("again")); // one window
     EXPECT_TRUE(status.EndDlg(2) && status.GetResult() == 2 && !status.HandleCheck());
 
     for (unsigned int id : {999u, 501u}) { // no template; a control of no known class
@@ -230,7 +225,6 @@ TEST(DialogTest, ModelessDialogBindsItsControlsAndStaysOpenUntilEnded) {
     }
     BCControlWindow unbound(BCResID(101u), nullptr, 31, &App());
     EXPECT_EQ(0, unbound.Create(""));
-    // The dialog made again, then two templates missing and two of unknown controls.
     EXPECT_EQ((Ids{10052, 10052, 10052, 10052, 10052, 10015}), recorder.NumberedIds());
     recorder.Answer(IDNO);
     BCMsgBox box("Save changes?", "Title", MB_YESNOCANCEL, nullptr, nullptr);
@@ -256,7 +250,6 @@ TEST(MenuTest, FindEnableCheckAndExclusiveCheck) {
                 sub.GetItemCount() == 2);
     EXPECT_TRUE(BCMenu(&bar, 1, nullptr).GetItemCount() == 1 && // a wrapper leaves the menu be
                 IsMenu(GetSubMenu(bar.GetHandle(), 1)));
-    // Only the menu-opening messages carry a menu to wrap.
     BCEvent opening(nullptr, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(bar.GetHandle()), 0),
         other(nullptr, WM_COMMAND, reinterpret_cast<WPARAM>(bar.GetHandle()), 0);
     EXPECT_TRUE(opening.GetMenu() && opening.GetMenu()->GetHandle() == bar.GetHandle() &&
@@ -346,15 +339,13 @@ TEST(ControlTest, ListBoxEntriesAndInterceptedControls) {
     EXPECT_TRUE(list.Delete(-1) && item(1) + item(2) == "betanone"); // the last
     EXPECT_TRUE(list.DeleteAll() && !list.Delete(-1));               // then nothing is last
     EXPECT_TRUE(list.Append(empty) == 0 && list.GoTo(0));
-    // An empty text is no text; the system then counts no entries left.
-    EXPECT_TRUE(selected() == "0-" && list.Delete(0) == 1);
+    EXPECT_TRUE(selected() == "0-" && list.Delete(0) == 1); // an empty text is no text
 
     BCListBox noWindow(BCResID(5u), nullptr, &App());
     EXPECT_EQ(-3, noWindow.GetCount() + noWindow.Append(gamma) + noWindow.Insert(gamma, 0) +
                       noWindow.GoTo(0) + noWindow.DeleteAll() + noWindow.Delete(0) +
                       noWindow.GetItemLen(0));
 
-    // Intercepted controls see their own events first.
     CountingControl edit("EDIT", WS_CHILD, 30, &frame.main, BCPosition(0, 0), BCSize(99, 20), 37,
                          &App());
     ASSERT_TRUE(edit.Intercept(1) && edit.Create("ab")); // asked before the control is made

@@ -53,6 +53,16 @@ HWND ShownDialog(DWORD thread) {
     return found;
 }
 
+bool FocusedWhole(HWND dialog, int fieldId) {
+    DWORD start = 9, end = 9;
+    HWND field = GetDlgItem(dialog, fieldId);
+    SendMessageA(field, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+                 reinterpret_cast<LPARAM>(&end));
+    GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
+    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
+    return info.hwndFocus == field && start == 0 && end == DWORD(GetWindowTextLengthA(field));
+}
+
 DialogDriver& DialogDriver::SetText(int controlId, const std::string& text) {
     return Do([=](HWND dialog) { return SetDlgItemTextA(dialog, controlId, text.c_str()) != 0; });
 }

@@ -34,6 +34,12 @@ Step Press(int controlId);
 Step TypeInto(int controlId, const std::string& text, bool atEnd = false);
 // The visible dialog (class #32770) of `thread`, or null.
 HWND ShownDialog(DWORD thread);
+// Whether the dialog's field has the focus with its whole text selected.
+bool FocusedWhole(HWND dialog, int fieldId);
+// A dialog template of the library's own.
+inline BCResID Template(unsigned int id) {
+    return BCResID(id, BCGetDLLModule2());
+}
 
 // Acts on a modal dialog from another thread while the test's thread runs the dialog's
 // loop: waits for the dialog, then performs the scripted steps as if a user had acted.
