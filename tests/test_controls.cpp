@@ -27,20 +27,19 @@ using WatchedText = Watched<BCTextData>;
 TEST(EditControlTest, SelectionModifiedFlagUndoClipboardAndPassword) {
     Frame frame;
     BCStringEdit edit(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdef", &App());
-    edit.SetCrntSelection(BCLimits(1, 3));
-    edit.SetModified(0);
+    auto at = [&edit](long start, long end) -> BCStringEdit& {
+        return edit.SetCrntSelection(BCLimits(start, end)), edit;
+    };
+    at(1, 3).SetModified(0);
     EXPECT_EQ((Seq{1, 0, 1, 1}), // the old flag each time
               (Seq{edit.GetCrntSelection() == BCLimits(1, 3), edit.SetModified(1),
                    edit.SetModified(1), edit.SetModified(0)}));
     edit.Copy();
-    edit.SetCrntSelection(BCLimits(6, 6));
-    edit.Paste();
-    edit.SetCrntSelection(BCLimits(0, 2));
-    edit.Cut();
+    at(6, 6).Paste();
+    at(0, 2).Cut();
     EXPECT_EQ("cdefbc", TextOf(edit));
     EXPECT_TRUE(edit.CanUndo() == 1 && edit.Undo() == 1 && TextOf(edit) == "abcdefbc");
-    edit.SetCrntSelection(BCLimits(2, 4));
-    edit.DeleteSelectedText();
+    at(2, 4).DeleteSelectedText();
     EXPECT_TRUE(TextOf(edit) == "abefbc" && edit.IsModified() == 1);
     edit.SetCharLimit(7);
     edit.ReplaceSelectedText("xyz");

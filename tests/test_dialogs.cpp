@@ -128,13 +128,6 @@ TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
     }
 }
 
-TEST(StringDialogTest, WithoutATextItWaitsForItsDerivedClass) {
-    DialogDriver driver;
-    driver.Click(2).Start(300);
-    BCStringDialog entry(BCResID(510u), nullptr, nullptr, 20, &App());
-    EXPECT_TRUE(!driver.Finish() && !*entry.GetString(nullptr)); // no dialog came up
-}
-
 TEST(MessageDialogTest, GivesTheButtonPressedAndShowsTheMessage) {
     const char* query = "Replace this occurrence?";
     for (auto [id, message, button, shown] :

@@ -59,7 +59,21 @@ TEST(MessageTableTest, TextsKeepTheirSpellingAndSpacing) {
     }
 }
 
-TEST(DiagnosticTest, DumpsGoThroughTheSinkWithTheirPrefix) {
+// An entry as "id:text:task-modal bit", for the numbered messages' checks.
+std::string Shown(const MsgRecorder::Entry& e) {
+    return std::to_string(e.id) + ":" + e.text + ":" + std::to_string(e.style & MB_TASKMODAL);
+}
+
+// Dumps and numbered messages reach the installed sink, which answers for the user.
+TEST(MessageTest, SinksDumpsAndNumberedMessages) {
+    int context = 0;
+    auto sink = [](const BCMsgInfo&, void* ctx) { return ++*static_cast<int*>(ctx), IDNO; };
+    void* previousContext = &context;
+    EXPECT_TRUE(BCSetMsgSink(sink, &context, &previousContext) == BCDefaultMsgSink &&
+                !previousContext);
+    EXPECT_TRUE(BCDispMsg(10051, nullptr) == IDNO && context == 1);
+    void* ours = nullptr;
+    EXPECT_TRUE(BCSetMsgSink(nullptr, nullptr, &ours) == sink && ours == &context);
     MsgRecorder recorder;
     BCPosition pos(3, -4);
     BCObject root;
@@ -71,15 +85,7 @@ TEST(DiagnosticTest, DumpsGoThroughTheSinkWithTheirPrefix) {
     for (const MsgRecorder::Entry& e : recorder.Entries())
         EXPECT_EQ(BC_MSG_DIAGNOSTIC, e.kind);
     EXPECT_EQ(&pos, recorder.Entries()[1].object);
-}
-
-// An entry as "id:text:task-modal bit", for the numbered messages' checks.
-std::string Shown(const MsgRecorder::Entry& e) {
-    return std::to_string(e.id) + ":" + e.text + ":" + std::to_string(e.style & MB_TASKMODAL);
-}
-
-TEST(NumberedMessageTest, FormatsShowsAndAnswersThroughTheSink) {
-    MsgRecorder recorder;
+    recorder.Clear();
     recorder.Answer(IDYES);
     BCObject object;
     EXPECT_EQ(IDYES, object.DispObjectMsg(10072u, "c:\\doc.txt"));
@@ -99,17 +105,6 @@ TEST(NumberedMessageTest, FormatsShowsAndAnswersThroughTheSink) {
     // A message the tables do not hold is not shown, and its miss is not left for others.
     EXPECT_TRUE(!BCDispMsg(9999, nullptr) && recorder.Count() == 5u &&
                 !KoErrorHook::DidProcErrorOccur());
-}
-
-TEST(SinkTest, InstallingReturnsThePreviousSinkAndContext) {
-    int context = 0;
-    auto sink = [](const BCMsgInfo&, void* ctx) { return ++*static_cast<int*>(ctx), IDNO; };
-    void* previousContext = &context;
-    EXPECT_TRUE(BCSetMsgSink(sink, &context, &previousContext) == BCDefaultMsgSink &&
-                !previousContext);
-    EXPECT_TRUE(BCDispMsg(10051, nullptr) == IDNO && context == 1);
-    void* ours = nullptr;
-    EXPECT_TRUE(BCSetMsgSink(nullptr, nullptr, &ours) == sink && ours == &context);
 }
 
 TEST(FaultTest, ErrorsAndAssertionsReportFileAndLine) {
