@@ -24,7 +24,7 @@ template <class Field> std::string TextOf(Field& field) {
 
 using WatchedText = Watched<BCTextData>;
 
-TEST(EditControlTest, SelectionModifiedFlagUndoClipboardAndPassword) {
+TEST(EditControlTest, SelectionModifiedFlagUndoClipboardPasswordAndDumps) {
     Frame frame;
     BCStringEdit edit(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdef", &App());
     auto at = [&edit](long start, long end) -> BCStringEdit& {
@@ -45,10 +45,8 @@ TEST(EditControlTest, SelectionModifiedFlagUndoClipboardAndPassword) {
     edit.ReplaceSelectedText("xyz");
     EXPECT_TRUE(edit.SetPasswordChar('*') == 1 && TextOf(edit) == "abxefbc" &&
                 SendMessageA(edit.GetHandle(), EM_GETPASSWORDCHAR, 0, 0) == '*');
-}
 
-TEST(EditControlTest, SelectedTextIsCutToTheBufferSizeAndDumped) {
-    Frame frame;
+    // The selected text is cut to the buffer's size; the dumps show 15 characters.
     BCStringEdit line(30, &frame.main, BCPosition(0, 0), BCSize(200, 20), "abcdefgh", &App());
     auto lines = Lines(frame, "abcdefgh");
     for (unsigned int size : {3, 4, 9}) { // the last four; buffers of size + 1 bytes
@@ -120,35 +118,32 @@ TEST(EditControlTest, LinesTabStopsFormatRectangleLengthLimitsScrollingAndUndo) 
     edit->SetCharLimit(3);
     edit->ReplaceSelectedText("abcdef");
     EXPECT_TRUE(TextOf(*edit) == "abc" && edit->CanUndo() && edit->EmptyUndo() && !edit->CanUndo());
-}
 
-TEST(EditControlTest, TextDataIsFilledBoundAndOwnedAsDocumented) {
-    Frame frame;
+    // Text data objects are filled, bound and owned as documented.
     bool gone = false;
     WatchedText mine(&gone, nullptr, nullptr, nullptr, nullptr, 0, nullptr);
     mine.SetText("mine\r\ntext", 0, 10, 1);
     char text[16];
-    {
-        auto edit = Lines(frame, "typed");
-        edit->SetModified(1);
-        BCTextData* own = edit->GetText();
-        ASSERT_TRUE(own && own->GetText(text, 0, 16) == 5 && own->IsModified() &&
-                    std::string(text) == "typed");
-        edit->SetModified(0);
-        EXPECT_TRUE(edit->GetText() == own && !own->IsModified());           // refilled in place
-        EXPECT_TRUE(edit->SetText(&mine) == 1 && edit->SetText(&mine) == 1); // twice
-        EXPECT_TRUE(!gone && TextOf(*edit) == "mine\r\ntext" && edit->IsModified());
-        edit->SetCrntSelection(BCLimits(0, 4));
-        edit->ReplaceSelectedText("your");
-        EXPECT_TRUE(edit->GetText() == &mine && mine.GetText(text, 0, 4) == 4 &&
-                    std::string(text) == "your");
-        EXPECT_TRUE(edit->SetText(static_cast<BCTextData*>(nullptr)) == 1 &&
-                    TextOf(*edit).empty() && edit->SetText(&mine) == 1);
-    }
+    edit = Lines(frame, "typed");
+    edit->SetModified(1);
+    BCTextData* own = edit->GetText();
+    ASSERT_TRUE(own && own->GetText(text, 0, 16) == 5 && own->IsModified() &&
+                std::string(text) == "typed");
+    edit->SetModified(0);
+    EXPECT_TRUE(edit->GetText() == own && !own->IsModified());           // refilled in place
+    EXPECT_TRUE(edit->SetText(&mine) == 1 && edit->SetText(&mine) == 1); // twice
+    EXPECT_TRUE(!gone && TextOf(*edit) == "mine\r\ntext" && edit->IsModified());
+    edit->SetCrntSelection(BCLimits(0, 4));
+    edit->ReplaceSelectedText("your");
+    EXPECT_TRUE(edit->GetText() == &mine && mine.GetText(text, 0, 4) == 4 &&
+                std::string(text) == "your");
+    EXPECT_TRUE(edit->SetText(static_cast<BCTextData*>(nullptr)) == 1 && TextOf(*edit).empty() &&
+                edit->SetText(&mine) == 1);
+    edit.reset();
     EXPECT_FALSE(gone); // the caller's object outlives the control
 
-    MsgRecorder recorder;
-    auto edit = Lines(frame, "");
+    recorder.Clear();
+    edit = Lines(frame, "");
     EXPECT_TRUE(edit->SetText(reinterpret_cast<BCTextData*>(&frame.main)) == 0 && // not a text
                 recorder.Count() == 1 && recorder.Last().file == "MLTEDIT" &&
                 recorder.Last().line == 170);

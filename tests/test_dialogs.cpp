@@ -27,18 +27,17 @@ Step Key(int id, UINT key) {
                             1) != 0;
     };
 }
-// Appends "F" when the field has the focus with its whole text selected: the test template
-// has its buttons first.
-Step Focus(int id, std::string* trail) {
-    return [=](HWND dialog) { return *trail += FocusedWhole(dialog, id) ? "F" : "-", true; };
-}
-// Appends whether the button is checked, or with `enabled`, whether it is enabled.
-Step Note(int id, std::string* trail, bool enabled = false) {
+// Appends whether a button is checked or enabled, or whether a field has the focus with its
+// whole text selected (the test template has its buttons first).
+enum Seen { kChecked, kEnabled, kFocused };
+Step Note(int id, std::string* trail, Seen seen = kChecked) {
     return [=](HWND dialog) {
-        HWND button = GetDlgItem(dialog, id);
-        bool on = enabled ? IsWindowEnabled(button) : SendMessageA(button, BM_GETCHECK, 0, 0);
+        HWND control = GetDlgItem(dialog, id);
+        bool on = seen == kFocused   ? FocusedWhole(dialog, id)
+                  : seen == kEnabled ? IsWindowEnabled(control)
+                                     : SendMessageA(control, BM_GETCHECK, 0, 0) == BST_CHECKED;
         *trail += std::to_string(on);
-        return button != nullptr;
+        return control != nullptr;
     };
 }
 
@@ -47,7 +46,7 @@ TEST(FindDialogTest, TextsAndOptionsAsTheUserLeftThem) {
          {Ending{Key(2031, VK_RETURN), 1}, Ending{Key(2031, VK_ESCAPE), 0}, Ending{Key(0, 0), 0}}) {
         std::string shown, boxes;
         DialogDriver driver;
-        driver.ReadText(2031, &shown).Do(Focus(2031, &boxes));
+        driver.ReadText(2031, &shown).Do(Note(2031, &boxes, kFocused));
         driver.Do(Note(2034, &boxes)).Do(Note(2035, &boxes));
         driver.Do(Press(2034)).Do(Note(2034, &boxes));
         driver.Do(Press(2035)).Do(Press(2035)).Do(Note(2035, &boxes));
@@ -55,7 +54,7 @@ TEST(FindDialogTest, TextsAndOptionsAsTheUserLeftThem) {
         Probe<BCFindDialog> find(BCResID(510u), nullptr, kLong.c_str(), 1 | 8, &App());
         EXPECT_TRUE(driver.Finish() && c.second == find.GetResult() && find.Controls() == 0 &&
                     find.GetObjectType() == 64);
-        EXPECT_EQ(kLong.substr(0, 120) + "F1000", shown + boxes);
+        EXPECT_EQ(kLong.substr(0, 120) + "11000", shown + boxes);
         EXPECT_EQ(8u, find.GetFlags()); // toggled flags stay even when cancelled
         char buffer[121];
         EXPECT_EQ(c.second ? kLong.substr(0, 119) + "a" : shown, find.GetPattern(buffer));
@@ -67,8 +66,8 @@ TEST(FindDialogTest, TextsAndOptionsAsTheUserLeftThem) {
 TEST(FindDialogTest, FindIsEnabledOnlyWhileThePatternHoldsText) {
     std::string trail;
     DialogDriver driver;
-    driver.Do(Note(1, &trail, true)).Do(Type(2031, "x")).Do(Note(1, &trail, true));
-    driver.Do(Type(2031, "\b")).Do(Note(1, &trail, true));
+    driver.Do(Note(1, &trail, kEnabled)).Do(Type(2031, "x")).Do(Note(1, &trail, kEnabled));
+    driver.Do(Type(2031, "\b")).Do(Note(1, &trail, kEnabled));
     driver.SetText(2031, kLong).Do(Press(1)).Start(); // set past the limit by another program
     BCFindDialog find(Template(1021), nullptr, nullptr, 0, &App());
     EXPECT_TRUE(driver.Finish() && find.GetResult() == 1);
@@ -80,17 +79,17 @@ TEST(ReplaceDialogTest, ResultsTextsAndOptions) {
          {Ending{Press(1), 1}, Ending{Press(2037), 2}, Ending{Press(2), 0}, Ending{Key(0, 0), 0}}) {
         std::string trail, shown;
         DialogDriver driver;
-        driver.ReadText(2033, &shown).Do(Focus(2032, &trail));
-        driver.Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
-        driver.Do(Type(2033, "\b")).Do(Note(1, &trail, true)); // the replacement does not count
-        driver.Do(Type(2032, "p")).Do(Note(1, &trail, true)).Do(Note(2037, &trail, true));
+        driver.ReadText(2033, &shown).Do(Note(2032, &trail, kFocused));
+        driver.Do(Note(1, &trail, kEnabled)).Do(Note(2037, &trail, kEnabled));
+        driver.Do(Type(2033, "\b")).Do(Note(1, &trail, kEnabled)); // the replacement does not count
+        driver.Do(Type(2032, "p")).Do(Note(1, &trail, kEnabled)).Do(Note(2037, &trail, kEnabled));
         for (int box : {2034, 2035, 2036, 2036})
             driver.Do(Press(box)).Do(Note(box, &trail));
         driver.Do(c.first).Start();
         Probe<BCReplaceDialog> replace(BCResID(510u), nullptr, "", kLong.c_str(), 0, &App());
         EXPECT_TRUE(driver.Finish() && c.second == replace.GetResult() && replace.Controls() == 0 &&
                     replace.GetObjectType() == 65 && replace.GetFlags() == 3);
-        EXPECT_EQ(kLong.substr(0, 120) + "F000111110", shown + trail);
+        EXPECT_EQ(kLong.substr(0, 120) + "1000111110", shown + trail);
         char buffer[121];
         EXPECT_STREQ(c.second ? "p" : "", replace.GetPattern(buffer));
         EXPECT_EQ(c.second ? kLong.substr(0, 119) : shown, replace.GetReplacement(nullptr));
@@ -113,15 +112,17 @@ TEST(StringDialogTest, KeepsAtMostMaxLenUpTo80Characters) {
           Case{"abcdef", 3, "\b", Key(0, 0), 0, "11", "abc"}}) {
         std::string shown, trail;
         DialogDriver driver;
-        driver.ReadText(2013, &shown).Do(Focus(2013, &trail)).Do(Note(1, &trail, true));
+        driver.ReadText(2013, &shown)
+            .Do(Note(2013, &trail, kFocused))
+            .Do(Note(1, &trail, kEnabled));
         for (char typed : c.typed) // OK's state after each key
-            driver.Do(Type(2013, std::string(1, typed))).Do(Note(1, &trail, true));
+            driver.Do(Type(2013, std::string(1, typed))).Do(Note(1, &trail, kEnabled));
         driver.Do(c.end).Start();
         Probe<BCStringDialog> entry(BCResID(510u), nullptr, c.text, c.maxLen, &App());
         // The controls are kept until the dialog goes.
         EXPECT_TRUE(driver.Finish() && c.result == entry.GetResult() &&
                     std::min(c.maxLen, 80u) == entry.GetMaxLen() && entry.Controls() == 2);
-        EXPECT_EQ(std::string(c.text).substr(0, entry.GetMaxLen()) + "F" + c.enabled,
+        EXPECT_EQ(std::string(c.text).substr(0, entry.GetMaxLen()) + "1" + c.enabled,
                   shown + trail);
         char buffer[81];
         EXPECT_EQ(c.kept, entry.GetString(buffer));

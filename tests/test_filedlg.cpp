@@ -18,8 +18,7 @@ void Make(const string& path) {
 // One tree for the suite: nested folders, names with blanks, files with and without
 // extensions. The folder of 10,000 files costs seconds to make and to remove under Wine: it
 // is kept in the temporary folder for later runs, and a mark file says it is complete.
-class FileDialogTest : public ::testing::Test {
-  protected:
+struct FileDialogTest : ::testing::Test {
     static void SetUpTestSuite() {
         char temp[MAX_PATH];
         GetTempPathA(MAX_PATH, temp);

@@ -26,7 +26,7 @@ struct RedirectingObject : BCObject {
     std::string last;
 };
 
-TEST(TypeWordTest, CodeKeepsTenBitsAndNamesComeFromTheLibraryTable) {
+TEST(TypeWordTest, CodeKeepsTenBitsNamesAndTextsComeFromTheLibraryTables) {
     StatefulObject object(86);
     object.SetStateBits(0x2A);
     EXPECT_EQ((Seq{76, 0x3FF, 0x2A}), // 1100 & 0x3FF = 76
@@ -43,9 +43,8 @@ TEST(TypeWordTest, CodeKeepsTenBitsAndNamesComeFromTheLibraryTable) {
     EXPECT_TRUE(BCGetResString(3202, text, sizeof text, BCGetDLLModule2()) > 0 &&
                 BCGetResString(3401, other, sizeof other, nullptr) > 0);
     EXPECT_EQ("File not found:  %s|Zorvan<TM>", std::string(text) + "|" + other);
-}
 
-TEST(MessageTableTest, TextsKeepTheirSpellingAndSpacing) {
+    // Message texts keep their spelling and spacing.
     const std::pair<unsigned int, const char*> rows[] = {
         {10000, "Unable to load accelerator table %s."},
         {10079, "Internal error-MakeEmptyObject:  Unknown object type - Overload "
@@ -54,8 +53,8 @@ TEST(MessageTableTest, TextsKeepTheirSpellingAndSpacing) {
         {10088, "Internal error-Icon previously set.  SetAppIcon:  BCIcon already has been set "
                 "in class."}};
     for (const auto& [id, expected] : rows) {
-        KoString text;
-        EXPECT_TRUE(text.getResource(id) && std::string(expected) == text.c_str()) << id;
+        KoString loaded;
+        EXPECT_TRUE(loaded.getResource(id) && std::string(expected) == loaded.c_str()) << id;
     }
 }
 
@@ -195,17 +194,13 @@ TEST(ValueTypeTest, GeometryColourAndResourceIds) {
     EXPECT_EQ(Nums(1, 2), Nums(BCGetTextFormat().GetFormat(), BCGetBitmapFormat().GetFormat()));
 }
 
-TEST(StartupTest, ModuleCachesOutOfMemoryRetryAndRegisteredModules) {
+TEST(StartupTest, TheModuleOutOfMemoryRetryAndRegisteredModules) {
     BCModule* module = BCGetDLLModule2();
     ASSERT_NE(nullptr, module);
     HMODULE library = GetModuleHandleA("norlib2.dll");
     EXPECT_TRUE(module->GetObjectType() == 114u && !*module->GetName() &&
                 module->GetInstance() == library);
-    EXPECT_EQ(Nums(GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)),
-              Nums(BCGetScreenWidth2(), BCGetScreenHeight2()));
-    EXPECT_TRUE(BCGetArrowCursor2() && BCGetWindowProc2() == reinterpret_cast<void*>(&BCWndProc) &&
-                BCGetDialogProc2() == reinterpret_cast<void*>(&BCDlgWndProc) &&
-                std::get_new_handler() == &BCOutOfMemoryHandler);
+    EXPECT_EQ(std::get_new_handler(), &BCOutOfMemoryHandler);
     MsgRecorder recorder;
     recorder.Answer(IDRETRY);
     BCOutOfMemoryHandler(); // returns so that the allocation is tried again
