@@ -149,8 +149,8 @@ TEST(EditControlTest, LinesTabStopsFormatRectangleLengthLimitsScrollingAndUndo) 
                 recorder.Last().line == 170);
 }
 
-TEST(ControlTest, StylesStatesAndTexts) {
-    Frame frame;
+TEST(ControlTest, StylesStatesTextsAndPainting) {
+    Frame frame(true); // shown: the size box paints
     BCWindow* parent = &frame.main;
     BCPosition at(0, 0);
     BCSize size(80, 20);
@@ -184,6 +184,29 @@ TEST(ControlTest, StylesStatesAndTexts) {
         none(0, parent, at, size, nullptr, WS_CHILD, &App());
     EXPECT_TRUE(fromTable.GetTextLen() == 80 && !none.HandleCheck()); // the message text, cut
     EXPECT_EQ(0u, TextOf(fromTable).find("An edit control can only handle"));
+
+    // A group box deletes its background; a size box draws its edges.
+    bool gone = false;
+    {
+        BCGroupBox group(5, &frame.main, BCPosition(0, 0), BCSize(80, 40), "Group", &App());
+        group.SetBackground(new Watched<BCBrush>(&gone));
+    }
+    EXPECT_TRUE(gone);
+
+    BCSizeBox grip(9, &frame.main, BCPosition(40, 40), BCSize(20, 16), &App());
+    ASSERT_TRUE(grip.Create(""));
+    UpdateWindow(frame.main.GetHandle());
+    auto edges = [&grip] { // the line's end point is not drawn
+        HDC dc = GetDC(grip.GetHandle());
+        std::vector<COLORREF> seen{GetPixel(dc, 19, 0), GetPixel(dc, 19, 15), GetPixel(dc, 1, 15),
+                                   GetPixel(dc, 0, 15) == 0, GetPixel(dc, 1, 1) == 0};
+        ReleaseDC(grip.GetHandle(), dc);
+        return seen;
+    };
+    EXPECT_NE(0u, edges()[0] + edges()[1]);
+    BCEvent paint(grip.GetHandle(), WM_PAINT, 0, 0);
+    grip.Paint(&paint);
+    EXPECT_EQ((std::vector<COLORREF>{0, 0, 0, 0, 0}), edges());
 }
 
 struct DragCountingEdit : BCMultiStringEdit {
@@ -226,31 +249,6 @@ TEST(ControlTest, TemplateControlsAreBoundWithTheirTypes) {
     Input::Pump();
     EXPECT_EQ("\r\n", TextOf(*lines));
     dialog.EndDlg(2);
-}
-
-TEST(ControlTest, GroupBoxDeletesItsBackgroundAndSizeBoxDrawsItsEdges) {
-    Frame frame(true);
-    bool gone = false;
-    {
-        BCGroupBox group(5, &frame.main, BCPosition(0, 0), BCSize(80, 40), "Group", &App());
-        group.SetBackground(new Watched<BCBrush>(&gone));
-    }
-    EXPECT_TRUE(gone);
-
-    BCSizeBox grip(9, &frame.main, BCPosition(40, 40), BCSize(20, 16), &App());
-    ASSERT_TRUE(grip.Create(""));
-    UpdateWindow(frame.main.GetHandle());
-    auto edges = [&grip] { // the line's end point is not drawn
-        HDC dc = GetDC(grip.GetHandle());
-        std::vector<COLORREF> seen{GetPixel(dc, 19, 0), GetPixel(dc, 19, 15), GetPixel(dc, 1, 15),
-                                   GetPixel(dc, 0, 15) == 0, GetPixel(dc, 1, 1) == 0};
-        ReleaseDC(grip.GetHandle(), dc);
-        return seen;
-    };
-    EXPECT_NE(0u, edges()[0] + edges()[1]);
-    BCEvent paint(grip.GetHandle(), WM_PAINT, 0, 0);
-    grip.Paint(&paint);
-    EXPECT_EQ((std::vector<COLORREF>{0, 0, 0, 0, 0}), edges());
 }
 
 TEST(ControlTest, EveryOperationWithoutAWindowGivesItsNoWindowResult) {

@@ -133,8 +133,7 @@ TEST(MessageDialogTest, GivesTheButtonPressedAndShowsTheMessage) {
     const char* query = "Replace this occurrence?";
     for (auto [id, message, button, shown] :
          {std::make_tuple(1023u, "Hello there", 1, "Hello there"),
-          std::make_tuple(1024u, (const char*)nullptr, 6, query),
-          std::make_tuple(1024u, "Replace it?", 2, "Replace it?")}) {
+          std::make_tuple(1024u, (const char*)nullptr, 6, query)}) {
         std::string seen;
         DialogDriver driver;
         driver.ReadText(2024, &seen).Click(button).Start();

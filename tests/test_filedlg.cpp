@@ -145,9 +145,6 @@ Step Pick(int id, const char* entry, bool twice = false) {
         return Msg(0, WM_COMMAND, code, reinterpret_cast<LPARAM>(list))(dialog);
     };
 }
-Step Key(char c) {
-    return Msg(2001, WM_CHAR, static_cast<unsigned char>(c));
-}
 // Appends what the user sees: the name field, "[all]" when it has the focus with its whole
 // text selected, and whether OK is enabled.
 Step Look(string* trail) {
@@ -227,9 +224,10 @@ TEST_F(FileDialogTest, BrowsingAndChoosing) {
     driver.Do(Pick(2006, "[Sub Dir]")).Do(Look(&trail)); // the folders listed are the parent's
     driver.Do(Pick(2006, "[-c-]", true)).Do(Look(&trail));
     driver.SetText(2001, "*.*").Do(Press(1)).Do(Look(&trail));
-    driver.Do(Key('\b')).Do(Look(&trail)).Do(Key('x')).Do(Look(&trail)).Do(Key('\b'));
+    driver.Do(TypeInto(2001, "\b")).Do(Look(&trail)).Do(TypeInto(2001, "x")).Do(Look(&trail));
+    driver.Do(TypeInto(2001, "\b"));
     driver.Do(Pick(2002, "README")).Do(Look(&trail)); // choosing enables OK again
-    driver.Do(Msg(2001, EM_SETSEL, 0, -1)).Do(Key('\b')).Do(Pick(2006, "[Sub Dir]"));
+    driver.Do(Msg(2001, EM_SETSEL, 0, -1)).Do(TypeInto(2001, "\b")).Do(Pick(2006, "[Sub Dir]"));
     driver.Do(Look(&trail)).Do(Pick(2002, "a.txt")).Do([](HWND) {
         return DeleteFileA("a.txt") != 0;
     });
@@ -251,7 +249,6 @@ TEST_F(FileDialogTest, BrowsingAndChoosing) {
         trail);
     EXPECT_TRUE(files == Strings({"a.txt", "b one.TXT"}) && inSub == Strings{"in.txt"} &&
                 docs == Strings{"c.doc"} && lots == 10000 && took < std::chrono::seconds(1));
-    EXPECT_TRUE(std::find(dirs.begin(), dirs.end(), "[-c-]") != dirs.end());
     dirs.erase(std::remove_if(dirs.begin(), dirs.end(), [](auto& d) { return d[1] == '-'; }),
                dirs.end());
     EXPECT_EQ((Strings{"[..]", "[Sub Dir]"}), dirs);

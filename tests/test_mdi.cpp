@@ -28,17 +28,14 @@ HMENU MenuBar(std::vector<const char*> titles) {
     return bar;
 }
 
-// Texts of a menu's items with the given ids, "*" after a checked one; "-" for an id it
-// lacks, unless only those present are wanted.
-std::string Items(HMENU menu, unsigned int first, unsigned int last, bool present = false) {
+// Texts of the items a menu holds with ids from `first` to `last`, "*" after a checked one.
+std::string Items(HMENU menu, unsigned int first, unsigned int last) {
     std::string all;
     for (unsigned int id = first; id <= last; ++id) {
-        char text[64] = "-";
+        char text[64] = "";
         UINT state = GetMenuState(menu, id, MF_BYCOMMAND);
-        if (present && state == UINT(-1))
-            continue;
-        GetMenuStringA(menu, id, text, sizeof text, MF_BYCOMMAND);
-        all += std::string(text) + (state != UINT(-1) && (state & MF_CHECKED) ? "*|" : "|");
+        if (state != UINT(-1) && GetMenuStringA(menu, id, text, sizeof text, MF_BYCOMMAND) > 0)
+            all += std::string(text) + (state & MF_CHECKED ? "*|" : "|");
     }
     return all;
 }
@@ -65,8 +62,7 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     BCMDIChildWindow a(frame.GetClient(), &App()), b(frame.GetClient(), &App());
     ASSERT_TRUE(a.Create("Alpha") && b.Create("Beta"));
     EXPECT_EQ(310u + 311u * 1000, a.GetID() + b.GetID() * 1000);
-    const std::string listed = Items(WindowMenu(), 310, 311); // the active one checked
-    EXPECT_TRUE(listed.find("Alpha|") != listed.npos && listed.find("Beta*|") != listed.npos);
+    EXPECT_EQ("&1 Alpha|&2 Beta*|", Items(WindowMenu(), 310, 311)); // the active one checked
     auto active = [this](auto step) { return step(), frame.GetActiveChild(); };
     EXPECT_TRUE(active([] {}) == &b &&
                 active([&] { SendMessageA(frame.GetHandle(), WM_COMMAND, 310, 0); }) == &a &&
@@ -81,7 +77,7 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     EXPECT_TRUE(zoomed && (a.Restore(), !IsZoomed(a.GetHandle())));
 
     EXPECT_TRUE(b.Destroy() == 1 && !b.HandleCheck() && b.Destroy() == 0);
-    EXPECT_TRUE(Items(WindowMenu(), 311, 311) == "-|" && frame.GetActiveChild() == &a);
+    EXPECT_TRUE(Items(WindowMenu(), 311, 311).empty() && frame.GetActiveChild() == &a);
     EXPECT_TRUE(a.Destroy() == 1 && frame.GetActiveChild() == nullptr);
 
     { // an active document object that goes leaves no pointer behind
@@ -235,12 +231,12 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     EXPECT_EQ(n + (n > 19 ? n - 19 : 0), GetMenuItemCount(Sub(0)));
 
     ASSERT_EQ(1, BCInitSizeMenu(&w, &bar, 1));
-    EXPECT_EQ("10*|", Items(Sub(1), 200, 299, true));
+    EXPECT_EQ("10*|", Items(Sub(1), 200, 299));
     // A face listing each size twice shows it once.
     ASSERT_TRUE(faces->Find(const_cast<char*>("Courier")));
     ASSERT_EQ(2u, BCFontList(&w, "Courier").GetCount());
     EXPECT_EQ(1, BCSelectFont(&w, &bar, 161 + static_cast<unsigned int>(faces->GetCrntInd())));
-    EXPECT_EQ("Courier 10|10*|", Font() + "|" + Items(Sub(1), 200, 299, true));
+    EXPECT_EQ("Courier 10|10*|", Font() + "|" + Items(Sub(1), 200, 299));
     // Choosing a face clears the other checks of the face ids only.
     for (int i = 0; i < n; ++i)
         CheckMenuItem(Sub(0), i, MF_BYPOSITION | MF_CHECKED);
@@ -253,14 +249,14 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     EXPECT_EQ(std::max(1, n - 19), std::count(all.begin(), all.end(), '*')) << all;
     // The sizes of a scalable face: the usual ones, those past 33 points without a command.
     EXPECT_TRUE(BCFontMenuCommand(&w, &bar, 210) == 1 && Font() == face + " 10");
-    EXPECT_EQ("8|9|10*|11|12|14|16|18|20|22|24|26|28|36|48|72|", Items(Sub(1), 208, 272, true));
+    EXPECT_EQ("8|9|10*|11|12|14|16|18|20|22|24|26|28|36|48|72|", Items(Sub(1), 208, 272));
     EXPECT_TRUE(BCFontMenuCommand(&w, &bar, 213) == 1 && Font() == face + " 14"); // next listed
-    EXPECT_EQ("12|14*|", Items(Sub(1), 212, 214, true));
+    EXPECT_EQ("12|14*|", Items(Sub(1), 212, 214));
     EXPECT_EQ(0, BCFontMenuCommand(&w, &bar, 236));
     // Above every size nothing changes; past the commands a size is still chosen directly.
     EXPECT_TRUE(BCSelectSize(&w, &bar, 273) == 0 && Font() == face + " 14");
     EXPECT_TRUE(BCSelectSize(&w, &bar, 236) == 1 && Font() == face + " 36");
-    EXPECT_EQ("14|16|18|20|22|24|26|28|36*|", Items(Sub(1), 214, 236, true));
+    EXPECT_EQ("14|16|18|20|22|24|26|28|36*|", Items(Sub(1), 214, 236));
 
     // A face the list no longer holds: message 10078, and the window is left without font.
     BCFont* font = w.GetFont();
