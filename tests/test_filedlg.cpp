@@ -9,6 +9,7 @@
 namespace {
 
 using Strings = std::vector<std::string>;
+using Ids = std::vector<unsigned int>;
 using std::string;
 
 void Make(const string& path) {
@@ -252,8 +253,7 @@ TEST_F(FileDialogTest, BrowsingAndChoosing) {
     dirs.erase(std::remove_if(dirs.begin(), dirs.end(), [](auto& d) { return d[1] == '-'; }),
                dirs.end());
     EXPECT_EQ((Strings{"[..]", "[Sub Dir]"}), dirs);
-    EXPECT_TRUE(result == 1 && name == "b one.TXT");
-    EXPECT_EQ((std::vector<unsigned int>{3202}), recorder.NumberedIds());
+    EXPECT_TRUE(result == 1 && name == "b one.TXT" && recorder.NumberedIds() == Ids{3202});
 }
 
 // A dialog the test runs itself: its controls can be counted, and the extension changes

@@ -60,8 +60,7 @@ TEST_F(MdiTest, ChildrenAreMadeListedTrackedAndDestroyedThroughTheClient) {
     EXPECT_TRUE(!lstrcmpiA(cls, "MDICLIENT") && GetDlgCtrlID(Client()) == 43981 &&
                 frame.GetClient() == App().GetMDIClient());
     BCMDIChildWindow a(frame.GetClient(), &App()), b(frame.GetClient(), &App());
-    ASSERT_TRUE(a.Create("Alpha") && b.Create("Beta"));
-    EXPECT_EQ(310u + 311u * 1000, a.GetID() + b.GetID() * 1000);
+    ASSERT_TRUE(a.Create("Alpha") && b.Create("Beta") && a.GetID() == 310u && b.GetID() == 311u);
     EXPECT_EQ("&1 Alpha|&2 Beta*|", Items(WindowMenu(), 310, 311)); // the active one checked
     auto active = [this](auto step) { return step(), frame.GetActiveChild(); };
     EXPECT_TRUE(active([] {}) == &b &&
@@ -233,8 +232,8 @@ TEST_F(FontMenuTest, FaceAndSizeMenusFollowTheMachinesFonts) {
     ASSERT_EQ(1, BCInitSizeMenu(&w, &bar, 1));
     EXPECT_EQ("10*|", Items(Sub(1), 200, 299));
     // A face listing each size twice shows it once.
-    ASSERT_TRUE(faces->Find(const_cast<char*>("Courier")));
-    ASSERT_EQ(2u, BCFontList(&w, "Courier").GetCount());
+    ASSERT_TRUE(faces->Find(const_cast<char*>("Courier")) &&
+                BCFontList(&w, "Courier").GetCount() == 2);
     EXPECT_EQ(1, BCSelectFont(&w, &bar, 161 + static_cast<unsigned int>(faces->GetCrntInd())));
     EXPECT_EQ("Courier 10|10*|", Font() + "|" + Items(Sub(1), 200, 299));
     // Choosing a face clears the other checks of the face ids only.

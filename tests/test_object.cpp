@@ -179,7 +179,6 @@ TEST(ValueTypeTest, GeometryColourAndResourceIds) {
     copy = BCResID(1021);
     EXPECT_TRUE(std::string(byName.GetResName()) == "MAINMENU" && !copy.GetResName() &&
                 copy.GetResNum() == 1021u && copy.GetResource() == MAKEINTRESOURCEA(1021));
-    EXPECT_EQ(Nums(1, 2), Nums(BCGetTextFormat().GetFormat(), BCGetBitmapFormat().GetFormat()));
 }
 
 TEST(StartupTest, TheModuleOutOfMemoryRetryAndRegisteredModules) {

@@ -69,7 +69,6 @@ TEST(WindowEventTest, EachHandlerIsReachedByItsMessageOnly) {
         {WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(6, 6), "MouseDblClk"},
         {WM_SIZE, SIZE_RESTORED, MAKELPARAM(200, 100), "ReSize"},
         {WM_SETFOCUS, 0, 0, "Focus"},
-        {WM_KILLFOCUS, 0, 0, "Focus"},
         {WM_VSCROLL, SB_LINEDOWN, 0, "VertScroll"},
         {WM_HSCROLL, SB_PAGEUP, 0, "HorizScroll"},
         {WM_COMMAND, MAKEWPARAM(42, 0), 0, "MenuCommand"},
