@@ -131,7 +131,7 @@ struct WrappingData : BCRenderableData {
     explicit WrappingData(BCRenderableData* inner) : BCRenderableData(151, 0) { SetChained(inner); }
 };
 
-TEST(RenderableDataTest, FlagsKeyModifiedChainCopiesAndRecord) {
+TEST(DataTest, RenderableDataAndValueTypes) {
     BCRenderableData inner(155, BC_FLAG_NOT_OWNED);
     WrappingData middle(&inner), outer(&middle);
     EXPECT_EQ(BC_FLAG_NOT_OWNED, inner.SetFlags(BC_FLAG_NOTIFY, 1));
@@ -161,9 +161,8 @@ TEST(RenderableDataTest, FlagsKeyModifiedChainCopiesAndRecord) {
     EXPECT_TRUE(LoadFrom(loaded, record) &&
                 loaded.GetFlags() == (BC_FLAG_MODIFIED | BC_FLAG_NOTIFY) &&
                 !LoadFrom(loaded, record.substr(0, 6)));
-}
 
-TEST(ValueTypeTest, GeometryColourAndResourceIds) {
+    // Geometry, colours and resource ids.
     BCRectangle rect(BCPosition(10, 20), BCSize(30, 5));
     RECT platform;
     rect.ToRECT(&platform);
@@ -171,10 +170,10 @@ TEST(ValueTypeTest, GeometryColourAndResourceIds) {
                 !rect.Contains(BCPosition(40, 20)) && platform.bottom == 25 &&
                 BCRectangle::FromRECT(&platform) == rect && BCGetNullRect().IsEmpty() &&
                 BCLimits(9, 4).GetLength() == 5u && !BCLimits(9, 4).IsEmpty());
-    BCColor color(0x11, 0x22, 0x33), loaded;
+    BCColor color(0x11, 0x22, 0x33), read;
     EXPECT_EQ(LE32(8) + LE32(0x332211), RecordOf(color));
-    EXPECT_TRUE(color.GetCOLORREF() == 0x332211ul && LoadFrom(loaded, RecordOf(color)) &&
-                loaded == color && BCColor(BC_COLOR_CONSTANTS) == BCColor()); // no stock: black
+    EXPECT_TRUE(color.GetCOLORREF() == 0x332211ul && LoadFrom(read, RecordOf(color)) &&
+                read == color && BCColor(BC_COLOR_CONSTANTS) == BCColor()); // no stock: black
     BCResID byName("MAINMENU", BCGetDLLModule2()), copy(byName);
     copy = BCResID(1021);
     EXPECT_TRUE(std::string(byName.GetResName()) == "MAINMENU" && !copy.GetResName() &&
