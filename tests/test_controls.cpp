@@ -376,6 +376,15 @@ TEST(ComboBoxTest, LoadAndSaveWorkWithEveryListKind) {
         Refusing() : BCDoubleLinkedList(0x0800, 16) {}
         int Append(void*, void*) override { return 0; }
     } full;
+    struct Unreadable : BCDoubleLinkedList { // holds an item it cannot render
+        Unreadable() : BCDoubleLinkedList(0, 16) {}
+        unsigned long GetItemData(void*, void*, void*, unsigned long, BCFormat&) override {
+            return 0;
+        }
+    } unreadable;
+    char item[] = "kept";
+    ASSERT_TRUE(unreadable.SetItemData(item, 4, text) && unreadable.GetCount() == 1u);
+    EXPECT_TRUE(sorted->LoadFromList(&unreadable, text, 0, 0) == 0 && sorted->GetCount() == 3);
     EXPECT_EQ(0, sorted->SaveToList(&full, text, 1));
     ASSERT_TRUE(sorted->SaveToList(&pointers, text, 1) && pointers.GetCount() == 3u);
     pointers.Home();
