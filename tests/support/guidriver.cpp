@@ -42,7 +42,7 @@ Step TypeInto(int controlId, const std::string& text, bool atEnd) {
         if (atEnd)
             SendMessageA(field, WM_KEYDOWN, VK_END, 1);
         for (char c : text)
-            SendMessageA(field, WM_CHAR, static_cast<unsigned char>(c), 1);
+            Input::Char(field, c);
         return field != nullptr;
     };
 }
@@ -53,11 +53,18 @@ HWND ShownDialog(DWORD thread) {
     return found;
 }
 
+bool FocusedWhole(HWND dialog, int fieldId) {
+    DWORD start = 9, end = 9;
+    HWND field = GetDlgItem(dialog, fieldId);
+    SendMessageA(field, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+                 reinterpret_cast<LPARAM>(&end));
+    GUITHREADINFO info = {sizeof info, 0, {}, {}, {}, {}, {}, {}, {}};
+    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
+    return info.hwndFocus == field && start == 0 && end == DWORD(GetWindowTextLengthA(field));
+}
+
 DialogDriver& DialogDriver::SetText(int controlId, const std::string& text) {
-    return Do([=](HWND dialog) {
-        return SendDlgItemMessageA(dialog, controlId, WM_SETTEXT, 0,
-                                   reinterpret_cast<LPARAM>(text.c_str())) != 0;
-    });
+    return Do([=](HWND dialog) { return SetDlgItemTextA(dialog, controlId, text.c_str()) != 0; });
 }
 
 DialogDriver& DialogDriver::Click(int controlId) {
@@ -71,16 +78,10 @@ DialogDriver& DialogDriver::Click(int controlId) {
 DialogDriver& DialogDriver::ReadText(int controlId, std::string* into) {
     return Do([controlId, into](HWND dialog) {
         char text[256] = "";
-        HWND control = GetDlgItem(dialog, controlId);
-        SendMessageA(control, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+        GetDlgItemTextA(dialog, controlId, text, sizeof text);
         *into = text;
-        return control != nullptr;
+        return GetDlgItem(dialog, controlId) != nullptr;
     });
-}
-
-DialogDriver& DialogDriver::Do(Step step) {
-    m_steps.push_back(std::move(step));
-    return *this;
 }
 
 void DialogDriver::Start(int timeoutMs) {
@@ -98,12 +99,6 @@ void DialogDriver::Start(int timeoutMs) {
     });
 }
 
-bool DialogDriver::Finish() {
-    if (m_thread.joinable())
-        m_thread.join();
-    return m_ok;
-}
-
 namespace Input {
 
 LRESULT Key(HWND window, UINT virtualKey, bool ctrl) {
@@ -116,10 +111,6 @@ LRESULT Key(HWND window, UINT virtualKey, bool ctrl) {
     keys[VK_CONTROL] = keys[VK_LCONTROL] = 0;
     SetKeyboardState(keys);
     return result;
-}
-
-LRESULT Char(HWND window, char character) {
-    return SendMessageA(window, WM_CHAR, static_cast<unsigned char>(character), 1);
 }
 
 void Pump() {
