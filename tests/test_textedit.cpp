@@ -281,7 +281,9 @@ TEST_F(Edit, PagesAndScrollingKeepTheCaretInView) {
     for (UINT key : {VK_RIGHT, VK_LEFT, VK_END, VK_HOME, VK_DOWN, VK_UP})
         EXPECT_EQ(1u, TopAfter(key)) << key; // the caret stays on the page: the page stays
     EXPECT_EQ(0u, TopAfter(VK_CLEAR));       // the caret's line three below the top
-    e.SetTextPos(LineOfs(2), 0);             // on the page, put at the top
+    const short y = e.GetCaretPos().GetY();  // Ctrl+Down: the caret moves up with its line
+    EXPECT_TRUE(TopAfter(VK_DOWN | kCtrl) == 1 && e.GetCaretPos().GetY() == y - h.GetHeight());
+    e.SetTextPos(LineOfs(2), 0); // on the page, put at the top
     SendMessageA(H(), WM_VSCROLL, SB_LINEDOWN, 0);
     EXPECT_EQ(-1, e.GetCaretPos().GetX()); // the caret's line went off the page
     EXPECT_TRUE(TopAfter(VK_HOME) == 2 && e.GetCaretPos().GetX() == e.GetTextRect().GetLeft());

@@ -13,7 +13,7 @@ inline std::string Join(std::initializer_list<std::string> parts) {
     return all;
 }
 
-constexpr int kCtrl = 0x1000;
+constexpr int kCtrl = 0x1000; // with a key code: pressed with Ctrl
 
 class EditFixture : public ::testing::Test {
   public:
@@ -42,7 +42,6 @@ class EditFixture : public ::testing::Test {
         return s;
     }
     std::string Undone() { return edit->Undo(), Text(); }
-    // `key` with kCtrl: pressed with Ctrl.
     void Key(UINT key, bool ctrl = false) { Input::Key(H(), key & ~kCtrl, ctrl || (key & kCtrl)); }
     // The first line shown once `key` is pressed.
     unsigned long TopAfter(UINT key) { return Key(key), edit->GetFirstLine(); }
