@@ -13,7 +13,7 @@ inline std::string Join(std::initializer_list<std::string> parts) {
     return all;
 }
 
-constexpr int kCtrl = 0x1000;
+constexpr int kCtrl = 0x1000; // with a key code: pressed with Ctrl
 
 class EditFixture : public ::testing::Test {
   public:
@@ -25,8 +25,8 @@ class EditFixture : public ::testing::Test {
     }
     // A 300 x 200 editor (client) holding `text`, with the focus.
     BCTextEdit& Make(const char* text, unsigned int mode = 0, unsigned int depth = 64,
-                     short height = 200) {
-        edit.reset(new BCTextEdit(5, &main, BCPosition(0, 0), BCSize(300, height), nullptr, nullptr,
+                     const char* file = nullptr) {
+        edit.reset(new BCTextEdit(5, &main, BCPosition(0, 0), BCSize(300, 200), nullptr, file,
                                   nullptr, &App(), mode, depth));
         edit->SetStyle(WS_VSCROLL, 1);
         EXPECT_TRUE(edit->Create(""));
@@ -42,13 +42,9 @@ class EditFixture : public ::testing::Test {
         return s;
     }
     std::string Undone() { return edit->Undo(), Text(); }
-    std::string Redone() { return edit->Redo(), Text(); }
-    // `key` with kCtrl: pressed with Ctrl.
     void Key(UINT key, bool ctrl = false) { Input::Key(H(), key & ~kCtrl, ctrl || (key & kCtrl)); }
     // The first line shown once `key` is pressed.
-    unsigned long TopAfter(UINT key, bool ctrl = false) {
-        return Key(key, ctrl), edit->GetFirstLine();
-    }
+    unsigned long TopAfter(UINT key) { return Key(key), edit->GetFirstLine(); }
     unsigned long LineOfs(unsigned long line) { return edit->GetText()->GetLineOfs(line); }
     void Type(const char* text) {
         for (; *text; ++text)
