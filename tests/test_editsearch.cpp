@@ -80,7 +80,18 @@ TEST_F(Search, ClipboardAndFileCommands) {
     EXPECT_TRUE(Command(H(), 103) == 1 && !e.IsModified() && e.CanUndo());
     EXPECT_EQ((Seq{1, 0, 0, 0}), // New: saved, so nothing to ask
               (Seq{Command(H(), 101), e.GetTextLen(), e.GetCaretOfs(), e.CanUndo()}));
+    // Save As and Open name the file in the file dialogs.
+    const std::string other = name + ".new";
+    e.SetText("saved as");
+    DialogDriver saveAs, open;
+    saveAs.SetText(2013, other).Click(IDOK).Start();
+    EXPECT_TRUE(Command(H(), 104) == 1 && saveAs.Finish() && !e.IsModified());
+    e.SetText("");
+    e.SetModified(0);
+    open.SetText(2001, other).Click(IDOK).Start();
+    EXPECT_TRUE(Command(H(), 102) == 1 && open.Finish() && Text() == "saved as");
     std::remove(name.c_str());
+    std::remove(other.c_str());
 }
 
 // Presses `button` in the next dialog once the one answered before (`last`) has gone.
