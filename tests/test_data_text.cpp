@@ -39,57 +39,24 @@ TEST(DataClassesTest, TypeCodesFormatsAndTextForms) {
     EXPECT_EQ("153 10110 3 42|154 10110 9 2.500000|156 10111 3 ab|155 00110 0 |", got);
 }
 
-TEST(TextTest, SearchFoldsOnlyLettersAndFindsWholeWords) {
-    BCText text(Str("ab"), 0);
-    char out[8];
-    EXPECT_EQ("0 ", Nums(text.GetText(out, 9, 2)) + out);
-
-    BCText words(Str("other the"), 0); // "the" is inside "other" too
-    EXPECT_EQ(Nums(1, 6, 6, kNone, kNone, kNone),
-              Nums(Find(words, "the", 0, 1, 0), Find(words, "the", 0, 1, 1),
-                   Find(words, "THE", 0, 0, 1), Find(words, "THE", 0, 1, 0),
-                   Find(words, "", 0, 0, 0), Find(words, "thex", 0, 1, 0)));
-    unsigned long at = 2; // a failed search leaves the position
-    EXPECT_TRUE(!words.Search("xyz", at, 0, 0) && at == 2ul);
-
-    // Only a-z fold; '_' is no word character, a digit is; the text's edges are word edges.
-    BCText edges(Str("the_x\r\n[\xe9]1the2 THE"), 0);
-    EXPECT_EQ(Nums(0, 16, kNone, 7),
-              Nums(Find(edges, "tHe", 0, 0, 1), Find(edges, "the", 1, 0, 1),
-                   Find(edges, "[\xc9]", 0, 0, 0), Find(edges, "[\xe9]", 0, 0, 0)));
+// What the random edits and searches below do not reach: reading past the end, the empty
+// pattern, a failed search's position, text without a NUL, empty text and far moves.
+TEST(TextTest, SearchAndLineEdges) {
+    BCText text(Str("ab\r\ncdef\r\ng"), 0), empty;
+    char past[4], cut[4], whole[16], none[16];
+    EXPECT_EQ((Seq{0, 3, 2, 0}),
+              (Seq{text.GetText(past, 20, 2), text.GetTextLine(1, cut, 3),
+                   text.GetTextLine(2, whole, 16), text.GetTextLine(3, none, 16)}));
+    EXPECT_EQ("|cde|g|", std::string(past) + "|" + cut + "|" + whole + "|" + none);
+    unsigned long at = 2;
+    EXPECT_TRUE(!text.Search("xyz", at, 0, 0) && at == 2ul && !text.Search("", at, 0, 0));
     BCText bare;
     bare.SetText("to the", 0, 6, 1); // no NUL: the match ends the bytes
-    EXPECT_EQ(3ul, Find(bare, "the", 0, 1, 1));
-}
-
-TEST(TextTest, LineArithmeticOnCrLfText) {
-    BCText text(Str("ab\r\ncdef\r\ng"), 0); // 12 bytes with the NUL
-    BCText empty;
-    EXPECT_EQ(Nums(0, 4, 10, kNone, 0, kNone),
-              Nums(text.GetLineOfs(0), text.GetLineOfs(1), text.GetLineOfs(2), text.GetLineOfs(3),
-                   empty.GetLineOfs(0), empty.GetLineOfs(1)));
-
-    EXPECT_EQ(Nums(2, 0, 1, 0), Nums(text.GetNumLines(0, 1000), text.GetNumLines(4, 9),
-                                     text.GetNumLines(4, 10), empty.GetNumLines(0, 10)));
-
-    // Same column on a long enough line, else the line's end; the text's ends hold, and
-    // past the end counts as the end.
-    struct Move {
-        unsigned long offset;
-        long lines;
-        unsigned long result;
-    };
-    const Move moves[] = {{1, 1, 5},  {7, -1, 2},  {5, 1, 11},      {11, -2, 1},
-                          {6, 0, 6},  {7, 5, 12},  {5, -9, 1},      {0, 2, 10},
-                          {0, -1, 0}, {50, -1, 6}, {5, LONG_MIN, 1}};
-    for (const Move& m : moves)
-        EXPECT_EQ(m.result, text.GetLineRelOfs(m.offset, m.lines)) << m.offset << " " << m.lines;
-    EXPECT_EQ(0ul, empty.GetLineRelOfs(3, 1));
-
-    char out[16];
-    EXPECT_EQ("3 cde", Nums(text.GetTextLine(1, out, 3)) + out);
-    EXPECT_EQ(2u, text.GetTextLine(2, out, 100)); // "g" and the NUL
-    EXPECT_EQ("0 ", Nums(text.GetTextLine(3, out, 100)) + out);
+    EXPECT_EQ(Nums(3, 0, 0, kNone, 0, 0, 1, 6, 12),
+              Nums(Find(bare, "the", 0, 1, 1), text.GetLineOfs(0), empty.GetLineOfs(0),
+                   empty.GetLineOfs(1), empty.GetNumLines(0, 10), empty.GetLineRelOfs(3, 1),
+                   text.GetLineRelOfs(5, LONG_MIN), text.GetLineRelOfs(50, -1),
+                   text.GetLineRelOfs(7, 5)));
 }
 
 TEST(TextTest, RecordIsThePlainBytes) {
