@@ -45,47 +45,16 @@ void DrawAndFree(BCGraphicList& list) {
 TEST(CorruptRecordTest, GraphicScenesOfTextBitmapsAndCompounds) {
     MsgRecorder recorder;
     BCBitmap picture(6, 4);
-    BCGraphicList inner;
+    BCGraphicList inner, middle, scene;
     inner.Append(nullptr, new BCTextGraphic(1, BCPosition(0, 0), BCSize(20, 10), "inner"));
     inner.Append(nullptr, new BCBitmapGraphic(2, BCPosition(3, 3), BCSize(6, 4), &picture, 15));
-    BCGraphicList middle;
     middle.Append(nullptr, new BCCompoundGraphic(3, BCPosition(2, 2), BCSize(30, 30), &inner));
-    BCGraphicList scene;
     scene.Append(nullptr, new BCTextGraphic(4, BCPosition(1, 1), BCSize(40, 12), "a\ttab"));
     scene.Append(nullptr, new BCCompoundGraphic(5, BCPosition(8, 8), BCSize(40, 40), &middle));
     scene.Append(nullptr, new BCBitmapGraphic(6, BCPosition(30, 2), BCSize(12, 8), &picture, 1));
-    const std::string record = RecordOf(scene);
-
-    unsigned loaded = LoadEveryMutant<BCGraphicList>(
-        record, 1, [] { return new BCGraphicList; }, DrawAndFree);
-    EXPECT_GT(loaded, 0u); // some damage (to text or pixels) still loads
-    EXPECT_LT(loaded, kMutants);
-}
-
-// Pens, brushes and point lists load what they save only as far as their record allows; the
-// point is survival.
-TEST(CorruptRecordTest, PensBrushesAndPointLists) {
-    MsgRecorder recorder;
-    Pieces pieces;
-    auto paint = [](BCPen* pen, BCBrush* brush, BCPolyline* line) {
-        BCMemoryDevice dev(16, 16);
-        dev.SetPen(pen);
-        dev.SetBrush(brush);
-        dev.PutRect(BCRectangle(1, 1, 12, 12), BC_DRAW_FILLED);
-        if (line)
-            dev.PutPolygon(line, BCPosition(0, 0));
-        dev.SetPen(nullptr);
-        dev.SetBrush(nullptr);
-    };
-    LoadEveryMutant<BCPen>(
-        RecordOf(pieces.wide), 3, [] { return new BCPen(1, 1, BCGetBlack()); },
-        [&](BCPen& loaded) { paint(&loaded, nullptr, nullptr); });
-    LoadEveryMutant<BCBrush>(
-        RecordOf(pieces.hatch), 4, [] { return new BCBrush(); },
-        [&](BCBrush& loaded) { paint(nullptr, &loaded, nullptr); });
-    LoadEveryMutant<BCPolyline>(
-        RecordOf(pieces.line), 5, [] { return new BCPolyline(); },
-        [&](BCPolyline& loaded) { paint(nullptr, nullptr, &loaded); });
+    const unsigned loaded = LoadEveryMutant<BCGraphicList>(
+        RecordOf(scene), 1, [] { return new BCGraphicList; }, DrawAndFree);
+    EXPECT_TRUE(loaded > 0u && loaded < kMutants) << loaded; // damaged text or pixels still load
 }
 
 // What a loaded list must still do: find, grow, walk within its count and clear.

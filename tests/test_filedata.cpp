@@ -46,6 +46,18 @@ bool Exists(const std::string& path) {
     return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+// A folder of the user's with a blank in its name, made once, as a full path ending in '\\'.
+const std::string& UserFolder() {
+    static const std::string folder = [] {
+        char temp[MAX_PATH];
+        GetTempPathA(sizeof temp, temp);
+        std::string path = std::string(temp) + "norlib documents\\";
+        CreateDirectoryA(path.c_str(), nullptr);
+        return path;
+    }();
+    return folder;
+}
+
 // Records the codes a data object sends.
 struct CodeRecorder : BCUpdater {
     CodeRecorder() : BCUpdater(145, nullptr) {}
@@ -99,7 +111,9 @@ TEST(FileDataTest, QuestionAnsweredYesNoAndCancel) {
 
     doc.Type("draft");
     boxes.Answer(IDCANCEL);
-    EXPECT_TRUE(!doc.data.CloseFile() && doc.data.GetTextLen() == 5u); // nothing lost
+    boxes.Answer(IDCANCEL);
+    EXPECT_TRUE(!doc.data.OpenFile() && !doc.data.CloseFile() &&
+                doc.data.GetTextLen() == 5u); // no dialog, nothing lost
     EXPECT_EQ("Save current changes?35", boxes.Last().text + std::to_string(boxes.Last().style));
 
     // An error left behind by others does not spoil the question, and none is left behind.
@@ -208,12 +222,16 @@ TEST(FileDataTest, FailedWritesKeepThePreviousFileAndFailedReadsAreShown) {
               messages.Texts());
     EXPECT_EQ((Codes{10074, 10075}), messages.NumberedIds());
 
-    // A target that cannot be written leads to save-as (cancelled here), silently.
+    // A target that cannot be written leads to save-as, silently; where the write fails again,
+    // the new name stays.
     messages.Clear();
     data.SetFileName((path + "-dir\\x.txt").c_str());
-    FileDialogUser cancels(kSaveAsField, {""});
-    EXPECT_EQ(0, data.SaveFile());
-    EXPECT_TRUE(cancels.Done() && messages.Count() == 0u);
+    const std::string other = UserFolder() + "failed.dat";
+    FileDialogUser user(kSaveAsField, {other});
+    EXPECT_TRUE(!data.SaveFile() && user.Done() && !Exists(other));
+    EXPECT_EQ(other + "|1",
+              data.GetFileName() + std::string("|") + std::to_string(messages.Count()));
+    EXPECT_EQ((Codes{10074}), messages.NumberedIds());
     std::remove(path.c_str());
 }
 
@@ -300,18 +318,6 @@ TEST(ListDataTest, ChangesThroughTheDocumentAreReported) {
     EXPECT_EQ(0, none.Append(Key(1), nullptr) + none.Insert(Key(1), nullptr));
 }
 
-// A folder of the user's with a blank in its name, made once, as a full path ending in '\\'.
-const std::string& UserFolder() {
-    static const std::string folder = [] {
-        char temp[MAX_PATH];
-        GetTempPathA(sizeof temp, temp);
-        std::string path = std::string(temp) + "norlib documents\\";
-        CreateDirectoryA(path.c_str(), nullptr);
-        return path;
-    }();
-    return folder;
-}
-
 // A text document, or a list document whose file is the list's record; `filled` puts
 // something in it, bytes a text-mode write or read would spoil among them.
 std::unique_ptr<BCFileData> MakeDocument(int kind, bool filled) {
@@ -356,45 +362,28 @@ TEST(FileDialogsTest, EveryKindOfDocumentSavesUnderANewNameAndOpensAgain) {
     EXPECT_EQ(0u, messages.Count());
 }
 
-TEST(FileDialogsTest, OpenAsksFirstAndOffersTheExtension) {
-    MsgRecorder boxes;
-    Document doc;
-    doc.Type("draft");
-    boxes.Answer(IDCANCEL); // keep the changes: no dialog, nothing lost
-    EXPECT_TRUE(!doc.data.OpenFile() && doc.data.GetTextLen() == 5u && doc.data.IsModified());
-
-    // The open dialog lists the document's extension, or every file without one.
-    for (const char* ext : {".txt", static_cast<const char*>(nullptr)}) {
-        doc.data.SetFileExt(ext);
-        boxes.Answer(IDNO);
-        std::string shown;
-        DialogDriver driver;
-        driver.ReadText(kOpenField, &shown).Click(IDCANCEL).Start();
-        EXPECT_TRUE(!doc.data.OpenFile() && driver.Finish());
-        EXPECT_EQ(0, lstrcmpiA(ext ? "*.txt" : "*.*", shown.c_str())) << shown;
-    }
-}
-
-TEST(FileDialogsTest, SaveAsOffersTheNameAndKeepsTheNewOneWhenTheWriteFails) {
-    // A name the dialog cannot hold is offered by its file part; Cancel keeps the name.
+// The open dialog lists the document's extension, or every file without one; save-as offers
+// the name, by its file part where the dialog cannot hold it. Cancel keeps the name.
+TEST(FileDialogsTest, TheDialogsOfferTheExtensionAndTheName) {
     const std::string deep = "C:\\" + std::string(60, 'd') + "\\letter.txt";
-    for (const std::string& name : {std::string("C:\\x\\letter.txt"), deep}) {
-        Document doc(name.c_str());
+    const struct {
+        const char* ext;
+        std::string name, shown;
+        int field;
+    } cases[] = {{".txt", "a.txt", "*.txt", kOpenField},
+                 {nullptr, "a.txt", "*.*", kOpenField},
+                 {".txt", "C:\\x\\letter.txt", "C:\\x\\letter.txt", kSaveAsField},
+                 {".txt", deep, "letter.txt", kSaveAsField}};
+    for (const auto& c : cases) {
+        Document doc(c.name.c_str());
+        doc.data.SetFileExt(c.ext);
         std::string shown;
         DialogDriver driver;
-        driver.ReadText(kSaveAsField, &shown).Click(IDCANCEL).Start();
-        EXPECT_TRUE(!doc.data.SaveAsFile() && driver.Finish());
-        EXPECT_EQ((name == deep ? "letter.txt" : name) + "|" + name,
-                  shown + "|" + doc.data.GetFileName());
+        driver.ReadText(c.field, &shown).Click(IDCANCEL).Start();
+        EXPECT_FALSE(c.field == kOpenField ? doc.data.OpenFile() : doc.data.SaveAsFile());
+        EXPECT_TRUE(driver.Finish() && !lstrcmpiA(c.shown.c_str(), shown.c_str())) << shown;
+        EXPECT_EQ(c.name, doc.data.GetFileName());
     }
-
-    MsgRecorder messages;
-    BCFileData data(new FailingData, nullptr, nullptr, nullptr, 0, nullptr);
-    const std::string path = UserFolder() + "failed.dat";
-    FileDialogUser user(kSaveAsField, {path});
-    EXPECT_TRUE(!data.SaveAsFile() && user.Done() && !Exists(path));
-    EXPECT_EQ(path, data.GetFileName());
-    EXPECT_EQ((Codes{10074}), messages.NumberedIds());
 }
 
 } // namespace

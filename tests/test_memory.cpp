@@ -12,12 +12,8 @@
 
 namespace {
 
-bool AllZero(const void* memory, size_t n) {
-    const unsigned char* p = static_cast<const unsigned char*>(memory);
-    for (size_t i = 0; i < n; ++i)
-        if (p[i])
-            return false;
-    return true;
+bool AllZero(const char* memory, size_t n) {
+    return std::string(memory, n) == std::string(n, '\0');
 }
 
 TEST(FarMemTest, AllocatesZeroedMovableBlocksAndKeepsContentsOnRealloc) {
@@ -68,15 +64,11 @@ TEST(MemHelperTest, CopiesAndBoundedStrings) {
     EXPECT_STREQ("ababcdef", text);
 
     // Copied and cut to the buffer; no text is an empty one; a buffer of no bytes is left.
-    const std::pair<const char*, const char*> copies[] = {
-        {"truncated", "trunc"}, {"ok", "ok"}, {nullptr, ""}};
-    char out[6];
-    for (const auto& [from, to] : copies)
-        EXPECT_TRUE(BCCopyLimStr(out, from, sizeof out) == std::strlen(to) &&
-                    std::string(out) == to)
-            << to;
-    out[0] = 'x';
-    EXPECT_TRUE(BCCopyLimStr(out, "abc", 0) == 0u && out[0] == 'x');
+    char cut[6], ok[6], none[6] = "x", untouched[6] = "x";
+    EXPECT_EQ((Seq{5, 2, 0, 0}),
+              (Seq{BCCopyLimStr(cut, "truncated", 6), BCCopyLimStr(ok, "ok", 6),
+                   BCCopyLimStr(none, nullptr, 6), BCCopyLimStr(untouched, "abc", 0)}));
+    EXPECT_EQ("trunc|ok||x", std::string(cut) + "|" + ok + "|" + none + "|" + untouched);
     EXPECT_EQ(Nums(0, 3), Nums(BCGetStrLen(nullptr), BCGetStrLen("abc")));
 
     char buffer[136], small[8];

@@ -32,29 +32,6 @@ bool NeverWaitOnFaults() {
     return true;
 }
 
-std::string LE32(std::uint32_t value) {
-    std::string s(4, '\0');
-    for (int i = 0; i < 4; ++i)
-        s[i] = static_cast<char>((value >> (8 * i)) & 0xFF);
-    return s;
-}
-
-std::string LE16(std::uint16_t value) {
-    return std::string{static_cast<char>(value & 0xFF), static_cast<char>(value >> 8)};
-}
-
-std::string Bytes(std::initializer_list<unsigned char> bytes) {
-    return std::string(bytes.begin(), bytes.end());
-}
-
-std::istringstream InStream(const std::string& bytes) {
-    return std::istringstream(bytes, std::ios::in | std::ios::binary);
-}
-
-std::ostringstream OutStream() {
-    return std::ostringstream(std::ios::out | std::ios::binary);
-}
-
 std::string RecordOf(BCObject& object) {
     std::ostringstream os = OutStream();
     const int saved = object.Save(os);
@@ -67,9 +44,7 @@ std::vector<std::string> Mutants(const std::string& record, unsigned count, unsi
                                            0x10000u};
     std::mt19937 random(seed);
     std::vector<std::string> mutants;
-    if (record.empty())
-        return mutants;
-    for (unsigned n = 0; n < count; ++n) {
+    for (unsigned n = 0; n < count && !record.empty(); ++n) {
         std::string bytes = record;
         for (unsigned places = 1 + random() % 3; places; --places) {
             size_t at = random() % bytes.size();
@@ -77,9 +52,8 @@ std::vector<std::string> Mutants(const std::string& record, unsigned count, unsi
                 bytes[at] = static_cast<char>(random());
                 continue;
             }
-            std::string word = LE32(absurd[random() % 5]);
-            bytes.replace(at, std::min<size_t>(4, bytes.size() - at), word, 0,
-                          std::min<size_t>(4, bytes.size() - at));
+            const size_t width = std::min<size_t>(4, bytes.size() - at);
+            bytes.replace(at, width, LE32(absurd[random() % 5]), 0, width);
         }
         if (random() % 4 == 0)
             bytes.resize(random() % bytes.size());

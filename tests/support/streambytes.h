@@ -3,18 +3,27 @@
 
 #include <cstdint>
 #include <initializer_list>
-#include <iosfwd>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
 
 // Building and reading expected stream bytes.
-std::string LE32(std::uint32_t value);
-std::string LE16(std::uint16_t value);
-std::string Bytes(std::initializer_list<unsigned char> bytes);
-std::istringstream InStream(const std::string& bytes);
-std::ostringstream OutStream();
+inline std::string LE16(std::uint16_t value) {
+    return std::string{static_cast<char>(value & 0xFF), static_cast<char>(value >> 8)};
+}
+inline std::string LE32(std::uint32_t value) {
+    return LE16(value & 0xFFFF) + LE16(value >> 16);
+}
+inline std::string Bytes(std::initializer_list<unsigned char> bytes) {
+    return std::string(bytes.begin(), bytes.end());
+}
+inline std::istringstream InStream(const std::string& bytes) {
+    return std::istringstream(bytes, std::ios::in | std::ios::binary);
+}
+inline std::ostringstream OutStream() {
+    return std::ostringstream(std::ios::out | std::ios::binary);
+}
 
 class BCObject;
 // The record `object` saves, which it must; empty when Save fails.
