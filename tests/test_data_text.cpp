@@ -33,9 +33,14 @@ TEST(DataClassesTest, TypeCodesFormatsAndTextForms) {
     BCText text(Str("ab"), 0);
     BCMemoryData memory(nullptr, 0, 0);
     std::string got;
+    // The type code, whether it renders in the formats 1, 2, 0x8001, 0x8002, 0x8003, its text.
     for (BCRenderableData* data :
-         std::initializer_list<BCRenderableData*>{&integer, &real, &text, &memory})
-        got += TypeAndFormats(*data) + " " + Nums(data->GetLen(gText)) + TextForm(*data) + "|";
+         std::initializer_list<BCRenderableData*>{&integer, &real, &text, &memory}) {
+        got += Nums(data->GetObjectType());
+        for (unsigned int number : {1u, 2u, 0x8001u, 0x8002u, 0x8003u})
+            got += data->IsRenderable(*std::make_unique<BCFormat>(number)) ? '1' : '0';
+        got += " " + Nums(data->GetLen(gText)) + TextForm(*data) + "|";
+    }
     EXPECT_EQ("153 10110 3 42|154 10110 9 2.500000|156 10111 3 ab|155 00110 0 |", got);
 }
 
@@ -61,7 +66,7 @@ TEST(TextTest, SearchAndLineEdges) {
 
 TEST(TextTest, RecordIsThePlainBytes) {
     BCText text(Str("hi\r\n"), 0);
-    EXPECT_EQ(std::string("hi\r\n", 5), Saved(text)); // the NUL the length counts goes too
+    EXPECT_EQ(std::string("hi\r\n", 5), RecordOf(text)); // the NUL the length counts goes too
     std::ostringstream lines; // LF-only lines: a lone CR is written as it is
     ASSERT_EQ(1, BCText(Str("a\rb\r\nc"), 0).SaveLines(lines, 1));
     EXPECT_EQ(std::string("a\rb\nc", 6), lines.str());
@@ -151,13 +156,13 @@ TEST(NumberDataTest, FloatFormsAndCopies) {
 
 TEST(NumberDataTest, RecordsAndCorruptRecords) {
     BCFloat real(0.5);
-    const std::string record = Saved(real);
+    const std::string record = RecordOf(real);
     EXPECT_EQ(LE32(154) + DoubleBytes(0.5) + LE32(3) + "%lf", record);
     real = BCFloat(9.0);
     EXPECT_TRUE(LoadFrom(real, record) && real.GetValue() == 0.5);
 
     BCInteger number(-3);
-    EXPECT_EQ(LE32(153) + LE32(0xFFFFFFFD) + LE32(3) + "%ld", Saved(number));
+    EXPECT_EQ(LE32(153) + LE32(0xFFFFFFFD) + LE32(3) + "%ld", RecordOf(number));
     BCInteger loaded(1);
     std::istringstream in = InStream(LE32(153) + LE32(77) + LE32(3) + "%3d" + "tail");
     ASSERT_EQ(1, loaded.Load(in));

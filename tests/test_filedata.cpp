@@ -339,7 +339,7 @@ TEST(FileDialogsTest, EveryKindOfDocumentSavesUnderANewNameAndOpensAgain) {
     for (int kind = 0; kind < 2; ++kind) {
         std::unique_ptr<BCFileData> doc = MakeDocument(kind, true);
         const std::string record =
-            kind ? Saved(*static_cast<BCListData&>(*doc).GetList()) : Saved(*doc);
+            kind ? RecordOf(*static_cast<BCListData&>(*doc).GetList()) : RecordOf(*doc);
         FileDialogUser saver(kSaveAsField, {UserFolder() + "doc " + std::to_string(kind)});
         ASSERT_EQ(1, doc->SaveAsFile()) << kind;
         EXPECT_TRUE(saver.Done() && !doc->IsModified());
