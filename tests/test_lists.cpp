@@ -1,7 +1,6 @@
 // The list protocol, run over every list kind; then what each kind does beyond it.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -671,56 +670,6 @@ TEST(StackQueueTest, PopAndOutFollowTheirDisciplinesAndPopTheFirstEqualKey) {
         stack.Push(Key(i), &g_values[i]);
     ASSERT_TRUE(stack.Home());
     EXPECT_EQ((Seq{1, 3}), (Seq{ItemNo(stack.Pop()), ItemNo(stack.Pop())})); // the node moved to
-}
-
-// ---- damaged records ----
-
-// Documents come from disks and networks: lists of every kind load thousands of damaged copies
-// of a good record. A load may succeed or fail, but it must end, not crash or take absurd
-// memory, and what it leaves must still be usable and freeable.
-// NORLIB_MUTANTS lets a long local run go further than the suite.
-const unsigned kMutants =
-    std::getenv("NORLIB_MUTANTS") ? std::atoi(std::getenv("NORLIB_MUTANTS")) : 1500;
-
-// What a loaded list must still do: find, grow, walk within its count and clear.
-void UseLoadedList(BCList& loaded) {
-    int probe[2] = {10, 0};
-    loaded.Find(probe);
-    if ((loaded.GetFlags() & BC_FLAG_ARRAY) && loaded.GetItemSize() <= sizeof probe)
-        loaded.Append(probe, probe); // array items are copied bytes
-    unsigned seen = 0;
-    for (int more = loaded.Home(); more && seen <= loaded.GetCount(); more = loaded.Next())
-        ++seen;
-    EXPECT_LE(seen, loaded.GetCount());
-    loaded.End();
-    loaded.Prev();
-    loaded.Clear(1);
-}
-
-TEST(CorruptRecordTest, ListsOfEveryKindWithOwnedItemsAndKeys) {
-    MsgRecorder recorder;
-    const std::function<BCList*()> makers[] = {
-        [] { return new BCDoubleLinkedList(BC_FLAG_STRING_KEY | BC_FLAG_SORTED, 6); },
-        [] { return new BCSingleLinkedList(BC_FLAG_BLOCK_KEY, 4); },
-        [] { return new BCHashList(7, BC_FLAG_STRING_KEY, 4); },
-        [] { return new BCArrayList(4, 8, 0, 4, 4, BC_FLAG_SORTED); },
-    };
-    char keys[5][3] = {"ak", "bk", "ck", "dk", "ek"};
-    for (unsigned kind = 0; kind < 4; ++kind) {
-        std::unique_ptr<BCList> list(makers[kind]());
-        for (int i = 0; i < 5; ++i) {
-            int record[2] = {i * 5, -i};
-            list->Insert(kind == 3 ? static_cast<void*>(record) : keys[i],
-                         kind == 3 ? record : std::memcpy(new char[8], "item", 5));
-        }
-        unsigned loaded = 0; // some must load, or the damage never got past the header
-        for (const std::string& bytes : Mutants(RecordOf(*list), kMutants, 6 + kind)) {
-            std::unique_ptr<BCList> object(makers[kind]());
-            loaded += LoadFrom(*object, bytes) != 0;
-            UseLoadedList(*object);
-        }
-        EXPECT_GT(loaded, 0u) << kind;
-    }
 }
 
 } // namespace

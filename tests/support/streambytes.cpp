@@ -2,10 +2,8 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <fstream>
-#include <random>
 
 #include "norlib1.h"
 
@@ -37,29 +35,6 @@ std::string RecordOf(BCObject& object) {
     const int saved = object.Save(os);
     EXPECT_TRUE(saved);
     return saved ? os.str() : std::string();
-}
-
-std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed) {
-    static const std::uint32_t absurd[] = {0xFFFFFFFFu, 0x7FFFFFFFu, 0x80000000u, 0x00FFFFFFu,
-                                           0x10000u};
-    std::mt19937 random(seed);
-    std::vector<std::string> mutants;
-    for (unsigned n = 0; n < count && !record.empty(); ++n) {
-        std::string bytes = record;
-        for (unsigned places = 1 + random() % 3; places; --places) {
-            size_t at = random() % bytes.size();
-            if (random() % 2) {
-                bytes[at] = static_cast<char>(random());
-                continue;
-            }
-            const size_t width = std::min<size_t>(4, bytes.size() - at);
-            bytes.replace(at, width, LE32(absurd[random() % 5]), 0, width);
-        }
-        if (random() % 4 == 0)
-            bytes.resize(random() % bytes.size());
-        mutants.push_back(bytes);
-    }
-    return mutants;
 }
 
 std::string TempFile(const char* prefix, const std::string& bytes) {

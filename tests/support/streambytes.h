@@ -85,11 +85,6 @@ inline bool operator==(const Seq& a, const Seq& b) {
 inline std::ostream& operator<<(std::ostream& os, const Seq& row) {
     return os << row.text;
 }
-// `count` damaged copies of a record, the same for the same seed: each has one to three
-// places overwritten with random bytes or with values that make counts and lengths absurd,
-// and one in four is also cut short.
-std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed);
-
 // Makes a crash end the test program at once with a failure and answers every message box
 // at once with OK, so that a fault fails the run instead of stalling it in a dialog. Call it
 // once, at start-up: `[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();`.
