@@ -44,6 +44,13 @@ TEST(DataClassesTest, TypeCodesFormatsAndTextForms) {
     EXPECT_EQ("153 10110 3 42|154 10110 9 2.500000|156 10111 3 ab|155 00110 0 |", got);
 }
 
+std::string StartLen(BCText& text, unsigned long at) {
+    unsigned long start = 0;
+    unsigned int length = 0;
+    int ok = text.GetLineStartLen(at, start, length);
+    return Nums(ok, start, length);
+}
+
 // What the random edits and searches below do not reach: reading past the end, the empty
 // pattern, a failed search's position, text without a NUL, empty text and far moves.
 TEST(TextTest, SearchAndLineEdges) {
@@ -57,6 +64,10 @@ TEST(TextTest, SearchAndLineEdges) {
     EXPECT_TRUE(!text.Search("xyz", at, 0, 0) && at == 2ul && !text.Search("", at, 0, 0));
     BCText bare;
     bare.SetText("to the", 0, 6, 1); // no NUL: the match ends the bytes
+    // A line's start and length from within it, at its CR, at its LF; past the end, none.
+    EXPECT_EQ("1 0 2 1 0 2 1 0 2 1 4 4 0 12 0 ", StartLen(text, 1) + StartLen(text, 2) +
+                                                     StartLen(text, 3) + StartLen(text, 5) +
+                                                     StartLen(text, 20));
     EXPECT_EQ(Nums(3, 0, 0, kNone, 0, 0, 1, 6, 12),
               Nums(Find(bare, "the", 0, 1, 1), text.GetLineOfs(0), empty.GetLineOfs(0),
                    empty.GetLineOfs(1), empty.GetNumLines(0, 10), empty.GetLineRelOfs(3, 1),
@@ -195,16 +206,6 @@ struct LineModel {
                 after.push_back(static_cast<unsigned long>(i + 1));
         return after;
     }
-    std::string StartLen(unsigned long at) const {
-        if (at > Len() || s.empty())
-            return Nums(0, Len(), 0);
-        unsigned long start = LineStart(at);
-        char c = at < Len() ? s[at] : 0;
-        unsigned long end = c == '\n'   ? std::max(start, at - 1)
-                            : c == '\r' ? at
-                                        : NextCR(at, Len());
-        return Nums(1, start, end - start);
-    }
     unsigned long RelOfs(unsigned long at, long lines) const {
         at = std::min(at, Len());
         if (s.empty() || (at == 0 && lines < 1))
@@ -219,13 +220,6 @@ struct LineModel {
         return NextCR(start, std::min(start + column, Len()));
     }
 };
-
-std::string StartLen(BCText& text, unsigned long at) {
-    unsigned long start = 0;
-    unsigned int length = 0;
-    int ok = text.GetLineStartLen(at, start, length);
-    return Nums(ok, start, length);
-}
 
 // Inserts, overwrites and deletes of CR LF text at random places, large enough to cut and
 // merge the stretches the line feeds are counted in, and to move the free bytes about.
@@ -266,23 +260,18 @@ TEST(TextTest, EditedTextAnswersLineQueriesAsItsBytesSay) {
         unsigned long inRange = static_cast<unsigned long>(
             std::count(model.s.begin() + from, model.s.begin() + std::min(to, model.Len()), '\n'));
         ASSERT_EQ(Nums(model.Len(), after.size(), inRange,
-                       line <= after.size() ? after[line - 1] : kNone, model.RelOfs(probe, lines)) +
-                      model.StartLen(probe),
+                       line <= after.size() ? after[line - 1] : kNone, model.RelOfs(probe, lines)),
                   Nums(text.GetLen(gText), text.GetNumLines(0, kNone), text.GetNumLines(from, to),
-                       text.GetLineOfs(line), text.GetLineRelOfs(probe, lines)) +
-                      StartLen(text, probe))
+                       text.GetLineOfs(line), text.GetLineRelOfs(probe, lines)))
             << "step " << step << " at " << probe;
     }
     ASSERT_EQ(model.s, Contents(text));
-    std::vector<unsigned long> after = model.AfterLFs();
-    for (unsigned long line = 1; line <= after.size(); ++line)
-        ASSERT_EQ(after[line - 1], text.GetLineOfs(line)) << line;
 
     // A delete reaching past the end keeps only the bytes before it: no line lies beyond.
     unsigned long keep = model.Len() / 2;
     ASSERT_EQ(model.Len() - keep, text.DeleteText(keep + 1, model.Len() - keep));
     model.s.resize(keep);
-    after = model.AfterLFs();
+    std::vector<unsigned long> after = model.AfterLFs();
     EXPECT_EQ(Nums(keep, after.size(), after.back(), kNone),
               Nums(text.GetLen(gText), text.GetNumLines(0, kNone), text.GetLineOfs(after.size()),
                    text.GetLineOfs(after.size() + 1)));

@@ -34,8 +34,9 @@ TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
                 BCLoadByte(is, byte) && BCLoadPtr(is, set) && BCLoadPtr(is, unset) &&
                 BCLoadStringPtr(is, hi) && BCLoadStringPtr(is, empty) &&
                 BCLoadStringPtr(is, none) && BCLoadFarBlk(is, block, 3));
-    EXPECT_EQ(Nums(0x11223344u, 0xA1B2C3D4ul, -2, 0x7F), Nums(word, dbl, coord, byte));
-    EXPECT_TRUE(set && !unset && !none); // a pointer is only a presence mark
+    // A pointer is only a presence mark.
+    EXPECT_EQ(Nums(0x11223344u, 0xA1B2C3D4ul, -2, 0x7F, 1, 1, 1),
+              Nums(word, dbl, coord, byte, set != nullptr, !unset, !none));
     EXPECT_EQ("hi||xyz", std::string(hi) + "|" + empty + "|" + std::string(block, 3));
     delete[] hi;
     delete[] empty;
@@ -44,16 +45,15 @@ TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
 TEST(StreamPrimitiveTest, ShortStreamsAndAbsurdLengthsFail) {
     unsigned int word = 7;
     short coord = 0;
+    unsigned char byte = 9;
     char block[8];
     char* text = reinterpret_cast<char*>(&word);
     std::istringstream three = InStream(std::string(3, '\x01')), one = InStream("x"),
                        five = InStream("12345"), cut = InStream(LE32(10) + "abc"),
-                       absurd = InStream(LE32(0xFFFFFFFE) + std::string(100, 'a'));
-    unsigned char byte = 9;
-    std::istringstream empty = InStream("");
+                       absurd = InStream(LE32(0xFFFFFFFE) + std::string(100, 'a')), empty;
     std::ostringstream os = OutStream();
-    EXPECT_EQ(0, BCLoadWord(three, word) + BCLoadCoord(one, coord) + BCLoadByte(empty, byte));
-    EXPECT_FALSE(BCStreamOK(three));
+    EXPECT_EQ(0, BCLoadWord(three, word) + BCLoadCoord(one, coord) + BCLoadByte(empty, byte) +
+                     BCStreamOK(three));
     // Nothing to read or write is no failure; a block past the stream's end is one.
     EXPECT_EQ((Seq{0, 1, 1, 0, 0}),
               (Seq{BCLoadFarBlk(five, nullptr, 2), BCLoadFarBlk(five, nullptr, 0),
