@@ -560,27 +560,6 @@ TEST(IteratorTest, IteratorsWalkIndependentlyAndChangeAtTheirOwnPosition) {
                 none.GetCrntInd() == 0xFFFFFFFFul); // an iterator of no list
 }
 
-TEST(IteratorTest, ArrayIndexesAreNotCorrectedAndTheRecordIsTheLists) {
-    BCArrayList list(0, sizeof(int), 0, sizeof(int), 4, 0);
-    for (int v : {10, 20, 30, 40})
-        ASSERT_TRUE(list.Append(Key(v), &v));
-    BCIterator early(&list), late(&list);
-    ASSERT_TRUE(early.Home() && late.End() && early.DeleteCrnt());
-    EXPECT_TRUE(late.GetCrntInd() == 3u && !late.GetCrntItem()); // past the end, read nowhere
-    EXPECT_EQ(RecordOf(list), RecordOf(late));
-}
-
-TEST(DoubleLinkedListTest, InsertWithoutCurrentAppendsAndLinksStayTwoWay) {
-    BCDoubleLinkedList list(0, 0);
-    Fill<StackKind>(list, {1, 2, 3});
-    // Deleting the current node leaves none current; deleting another keeps it.
-    ASSERT_TRUE(list.Delete(Key(3)) && list.Insert(Key(4), &g_values[4]) && list.Home() &&
-                list.Delete(Key(2)));
-    EXPECT_EQ(1, ItemNo(list.GetCrntItem()));
-    EXPECT_TRUE(Walk(list) == std::vector<int>({1, 4}) &&
-                Walk(list, true) == std::vector<int>({4, 1}));
-}
-
 TEST(DoubleLinkedListTest, SortedListsRelocateAndDropWhatInstallRefuses) {
     Hooked<BCDoubleLinkedList> list(BC_FLAG_SORTED, 0u);
     Fill<StackKind>(list, {3, 1, 2});

@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <string>
-#include <utility>
 
 #include "msgrecorder.h"
 #include "norlib2.h"

