@@ -4,8 +4,7 @@
 
 namespace {
 
-// Logs "<name><code>/<length of the source's data>", "!" when the source was not marked as
-// notifying, then gives its answer.
+// Logs "<name><code>/<source's length>", "!" when the source is not notifying; gives its answer.
 struct Probe : BCUpdater {
     Probe(BCObject* target, std::string* log, char name, int answer = 1, int* gone = nullptr)
         : BCUpdater(145, target), log(log), name(name), answer(answer), gone(gone) {}
@@ -18,8 +17,7 @@ struct Probe : BCUpdater {
     }
     std::string* log;
     char name;
-    int answer;
-    int* gone;
+    int answer, *gone;
 };
 
 // A dependent data object that logs the codes a data updater passes on to it.
@@ -76,8 +74,7 @@ TEST(DependentDataTest, CodesComeAfterChangesAndBeforeClearing) {
     data.SetModified(0);
     delete data.SetObject(new BCText(Str("ab"), 0)); // the caller owns the old object
     EXPECT_TRUE(data.IsModified() && data.Clear(1) == 1 && !(data.GetFlags() & BC_FLAG_NOTIFYING));
-    // Without the notify flag nobody hears of a change; without a wrapped object the
-    // results are 0, but notifying still happens.
+    // Without the notify flag nobody hears; without a wrapped object results are 0, yet notified.
     data.SetFlags(BC_FLAG_NOTIFY, 0);
     EXPECT_EQ(2u, data.SetData(Str("z"), 2, gText));
     BCDependentData empty(nullptr, BC_FLAG_NOTIFY, &list);
@@ -165,8 +162,8 @@ TEST(MemoryDataTest, GrowsShrinksAndMovesBytesByTheStepRule) {
     // As many as the length: everything goes.
     EXPECT_TRUE(small.DeleteData(3, 8) == 8ul && !small.GetDataPtr(gText) && small.IsModified());
 
-    // Deleting past the end subtracts the full count, but nothing reads past the bytes, and
-    // a change that cannot be held empties the object, which works on afterwards.
+    // Deleting past the end subtracts the full count yet reads nothing past the bytes; a change
+    // that cannot be held empties the object, which works on.
     small.SetData(Str("0123456789"), 10, gText);
     char out[64];
     EXPECT_EQ(

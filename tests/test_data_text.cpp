@@ -32,8 +32,7 @@ TEST(DataClassesTest, TypeCodesFormatsAndTextForms) {
     BCFloat real(2.5);
     BCText text(Str("ab"), 0);
     BCMemoryData memory(nullptr, 0, 0);
-    std::string got;
-    // The type code, whether it renders in the formats 1, 2, 0x8001, 0x8002, 0x8003, its text.
+    std::string got; // the type code, whether it renders in 1, 2, 0x8001-0x8003, its text
     for (BCRenderableData* data :
          std::initializer_list<BCRenderableData*>{&integer, &real, &text, &memory}) {
         got += Nums(data->GetObjectType());
@@ -79,8 +78,8 @@ TEST(TextTest, RecordIsThePlainBytes) {
     BCText text(Str("hi\r\n"), 0);
     EXPECT_EQ(std::string("hi\r\n", 5), RecordOf(text)); // the NUL the length counts goes too
     std::ostringstream lines; // LF-only lines: a lone CR is written as it is
-    ASSERT_EQ(1, BCText(Str("a\rb\r\nc"), 0).SaveLines(lines, 1));
-    EXPECT_EQ(std::string("a\rb\nc", 6), lines.str());
+    EXPECT_TRUE(BCText(Str("a\rb\r\nc"), 0).SaveLines(lines, 1) == 1 &&
+                lines.str() == std::string("a\rb\nc", 6));
     BCText loaded(Str("old"), 0);
     std::istringstream in = InStream("line one\r\nline two");
     EXPECT_TRUE(loaded.Load(in) && BCStreamOK(in)); // reaching the end is how the record ends
@@ -117,8 +116,8 @@ TEST(NumberDataTest, IntegerTextAndBinaryForms) {
     EXPECT_EQ("   7   7   7", TextForm(number) + TextForm(copy) + TextForm(assigned));
     EXPECT_EQ(5ul, SetBinary(number, LE32(9) + std::string(1, '\0'))); // format kept
     EXPECT_EQ("   9", TextForm(number));
-    // Its own 8-byte form has nothing at offset 8: the format comes out empty, and a format
-    // that is not one integer conversion prints as the default.
+    // Its own 8-byte form has no format at offset 8, and a format that is not one integer
+    // conversion prints as the default.
     EXPECT_EQ(8ul, SetBinary(number, Binary(number, 8).substr(2)));
     EXPECT_EQ("9", std::string(number.GetFormat()) + TextForm(number));
     EXPECT_EQ(9ul, SetBinary(number, LE32(5) + "\x04xxx%s%n"));
@@ -145,10 +144,8 @@ TEST(NumberDataTest, FloatFormsAndCopies) {
     EXPECT_EQ(Nums(0, 12), Nums(number.GetData(&value, 8, bitmap) + number.GetLen(bitmap),
                                 number.GetLen(gBinary)));
     EXPECT_EQ("12:" + DoubleBytes(2.5) + "\x03%lf", Binary(number, 32));
-    EXPECT_EQ(8ul, number.SetData(Str("3.75xyz"), 7, gText));
-    EXPECT_EQ(3.75, number.GetValue());
-    // The format at its own place.
-    EXPECT_EQ(14ul, SetBinary(number, DoubleBytes(0.25) + "\x05%.2lf"));
+    EXPECT_TRUE(number.SetData(Str("3.75xyz"), 7, gText) == 8ul && number.GetValue() == 3.75);
+    EXPECT_EQ(14ul, SetBinary(number, DoubleBytes(0.25) + "\x05%.2lf")); // the format in place
     EXPECT_EQ("0.25", TextForm(number));
 
     // Copies take their own copy of an owned format.
@@ -288,8 +285,7 @@ bool Word(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0;
 }
 
-// Every match, worked out naively: a-z folded to A-Z and nothing else; a whole word has no
-// letter or digit beside it.
+// Every match, naively: only a-z fold to A-Z; a whole word has no letter or digit beside it.
 std::vector<unsigned long> NaiveMatches(const std::string& s, const std::string& p, bool matchCase,
                                         bool wholeWord) {
     auto fold = [&](std::string t) {

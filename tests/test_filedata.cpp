@@ -10,8 +10,7 @@ namespace {
 
 using Codes = std::vector<unsigned int>;
 
-// The user of the next file dialog: types each entry into the name field and presses OK, the
-// last one ending the dialog; an empty last entry cancels.
+// The next file dialog's user: types each entry into the field and presses OK; "" cancels.
 class FileDialogUser {
   public:
     FileDialogUser(int field, const std::vector<std::string>& entries) {
@@ -46,16 +45,13 @@ bool Exists(const std::string& path) {
     return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-// A folder of the user's with a blank in its name, made once, as a full path ending in '\\'.
-const std::string& UserFolder() {
-    static const std::string folder = [] {
-        char temp[MAX_PATH];
-        GetTempPathA(sizeof temp, temp);
-        std::string path = std::string(temp) + "norlib documents\\";
-        CreateDirectoryA(path.c_str(), nullptr);
-        return path;
-    }();
-    return folder;
+// A folder of the user's with a blank in its name, as a full path ending in '\\'.
+std::string UserFolder() {
+    char temp[MAX_PATH];
+    GetTempPathA(sizeof temp, temp);
+    const std::string path = std::string(temp) + "norlib documents\\";
+    CreateDirectoryA(path.c_str(), nullptr);
+    return path;
 }
 
 // Records the codes a data object sends.
@@ -87,7 +83,7 @@ struct Document : Doc<BCTextData> {
     void Type(const char* text) { data.SetText(text, data.GetTextLen(), std::strlen(text), 1); }
 };
 
-TEST(TextDataTest, EditsAreForwardedAndReported) {
+TEST(TextDataTest, EditsAreForwardedAndReportedAndPicturesLetGo) {
     Document doc;
     EXPECT_STREQ("BCTextData", doc.data.GetObjectTypeStr());
     doc.Type("one\r\ntwo\r\n");
@@ -101,6 +97,12 @@ TEST(TextDataTest, EditsAreForwardedAndReported) {
     delete empty.SetObject(new BCMemoryData(nullptr, 0, 0));
     EXPECT_EQ(nullptr, empty.GetTextObject()); // not a text: forwarding gives nothing
     EXPECT_EQ(Nums(0, 0xFFFFFFFF), Nums(empty.SetText("x", 0, 1, 1), empty.GetLineOfs(0)));
+    // A new picture document lets go of the picture.
+    auto* picture = new BCBitmap(3, 2);
+    BCBitmapData document(picture, nullptr, ".bmd", nullptr, 0, nullptr);
+    EXPECT_STREQ("BCBitmapData", document.GetObjectTypeStr());
+    ASSERT_EQ(picture, document.GetBitmap());
+    EXPECT_TRUE(document.NewFile() && picture->IsEmpty());
 }
 
 TEST(FileDataTest, QuestionAnsweredYesNoAndCancel) {
@@ -250,8 +252,7 @@ TEST(FileDataTest, TheWindowGetsAnUpdaterAtTheEnd) {
     window.codes.clear();
     ASSERT_TRUE(list && data.SetText("abc", 0, 3, 1) && window.codes == Codes{4});
 
-    // Another document on the list adds none for the same window, and one for another at
-    // the end whatever the list's position.
+    // Another document adds none for the same window; one for another, at the list's end.
     BCTextData second(nullptr, &window, ".txt", nullptr, BC_FLAG_NOTIFY, list);
     EXPECT_EQ(1u, list->GetCount());
     list->InsertUpdater(new CodeRecorder, 1);
@@ -261,14 +262,6 @@ TEST(FileDataTest, TheWindowGetsAnUpdaterAtTheEnd) {
     auto* last = static_cast<BCUpdater*>(list->GetCrntItem());
     EXPECT_TRUE(&other == last->GetTarget() && last->GetObjectType() == 146u);
     delete list; // the documents never own their list
-}
-
-TEST(BitmapDataTest, ANewPictureDocumentLetsGoOfThePicture) {
-    auto* picture = new BCBitmap(3, 2);
-    BCBitmapData document(picture, nullptr, ".bmd", nullptr, 0, nullptr);
-    EXPECT_STREQ("BCBitmapData", document.GetObjectTypeStr());
-    ASSERT_EQ(picture, document.GetBitmap());
-    EXPECT_TRUE(document.NewFile() && picture->IsEmpty());
 }
 
 // A list of eight-byte owned items that counts its own end.

@@ -30,8 +30,8 @@ struct Pair {
     int value, key;
 };
 
-// What the typed cases need to know of each kind.
-// The stack and queue hold the caller's items (size 0), are never sorted and never saved.
+// What the typed cases need to know of each kind. The stack and queue hold the caller's items
+// (size 0), are never sorted and never saved.
 template <class L, unsigned Type, bool Owns = true> struct Kind {
     using List = L;
     static constexpr unsigned kType = Type;
@@ -93,13 +93,11 @@ template <class K> std::vector<int> Values(BCList& list, bool backward = false) 
     return out;
 }
 
-// The caller's items in walking order.
 std::vector<int> Walk(BCList& list, bool backward = false) {
     return Values<StackKind>(list, backward);
 }
 
-// Install can be told to refuse; records what reaches DeleteItem and whether flag 0x0800 was
-// set then.
+// Install can be told to refuse; records whether flag 0x0800 was set at each DeleteItem.
 template <class Base> class Hooked : public Base {
   public:
     template <class... Args> explicit Hooked(Args... args) : Base(args...) {}
@@ -114,7 +112,6 @@ template <class Base> class Hooked : public Base {
     std::vector<bool> keepFlagSeen;
 };
 
-// Block keys of three bytes.
 template <class Base> struct BlockKeyed : Base {
     template <class... Args> explicit BlockKeyed(Args... args) : Base(args...) {
         this->dwKeySize = 3;
@@ -202,11 +199,9 @@ TYPED_TEST(ListProtocolTest, ClearLetsDeleteItemFreeOnlyWhenAsked) {
     }
 }
 
-// Saving, measuring and rendering walk the list; the position they found must survive,
-// also none (an unsorted insert then still appends).
+// Saving and measuring (as rendering) walk the list; the position they found must survive.
 TYPED_TEST(ListProtocolTest, SaveLengthAndRenderingKeepThePosition) {
     if constexpr (TypeParam::kOwns) {
-        // Rendering walks as measuring does.
         const std::function<void(BCList&)> walks[] = {
             [](BCList& l) { RecordOf(l); }, [](BCList& l) { l.GetLen(BCGetTextFormat()); }};
         for (const auto& walk : walks) {
@@ -278,8 +273,6 @@ TYPED_TEST(ListProtocolTest, RecordsLoadBackAndShortOnesFail) {
     }
 }
 
-// ---- the base list and the single-linked list's own cases ----
-
 TEST(ListBaseTest, CmpKeyForEachKeyKindAndTheBaseListHoldsNothing) {
     BlockKeyed<BCSingleLinkedList> values(0u, 0u), strings(BC_FLAG_STRING_KEY, 0u),
         blocks(BC_FLAG_BLOCK_KEY, 0u);
@@ -327,9 +320,10 @@ TEST(ListBaseTest, NodeItemsChangeInPlaceAndSingleLinkedRelocationSorts) {
 }
 
 TEST(ListBaseTest, OwnedItemsRenderAsLinesOfText) {
-    BCSingleLinkedList list(0, 8);
+    BCSingleLinkedList list(0, 8), foreign(0, 0); // items of size 0 are not the list's to render
     BCFormat& text = BCGetTextFormat();
-    EXPECT_FALSE(list.IsRenderable(BCGetBitmapFormat()));
+    EXPECT_FALSE(list.IsRenderable(BCGetBitmapFormat()) || foreign.IsRenderable(text) ||
+                 foreign.SetItemData(const_cast<char*>("x"), 1, text));
     const char source[] = "one\r\ntwo\nlonger-than-eight\r\n";
     ASSERT_EQ(sizeof source - 1, list.SetData(const_cast<char*>(source), sizeof source - 1, text));
     EXPECT_TRUE(list.GetCount() == 3u && list.IsModified());
@@ -340,10 +334,6 @@ TEST(ListBaseTest, OwnedItemsRenderAsLinesOfText) {
                    list.GetData(small, sizeof small, text),
                    list.GetData(seven, sizeof seven, text)));
     EXPECT_EQ(expected + "|one\r\n|one\r\nt", std::string(buffer) + "|" + small + "|" + seven);
-    // Items of size 0 are not the list's to render.
-    BCSingleLinkedList foreign(0, 0);
-    EXPECT_FALSE(foreign.IsRenderable(text) ||
-                 foreign.SetItemData(const_cast<char*>("x"), 1, text));
 }
 
 TEST(ListStreamTest, ItemRecordsCarryValueStringAndBlockKeys) {
@@ -359,9 +349,8 @@ TEST(ListStreamTest, ItemRecordsCarryValueStringAndBlockKeys) {
     strings.Append(name, std::memcpy(new char[2], "p", 2));
     strings.Append(nullptr, std::memcpy(new char[2], "n", 2));
     blocks.Append(name, std::memcpy(new char[2], "b", 2));
-    const std::string head = LE32(0) + LE32(2) + LE32(2);
-    EXPECT_EQ(LE32(87) + LE32(BC_FLAG_STRING_KEY) + head + LE32(4) + "pear" + std::string("p", 2) +
-                  LE32(0xFFFFFFFF) + std::string("n", 2),
+    EXPECT_EQ(LE32(87) + LE32(BC_FLAG_STRING_KEY) + LE32(0) + LE32(2) + LE32(2) + LE32(4) + "pear" +
+                  std::string("p", 2) + LE32(0xFFFFFFFF) + std::string("n", 2),
               RecordOf(strings));
     EXPECT_EQ(LE32(87) + LE32(BC_FLAG_BLOCK_KEY) + LE32(0) + LE32(1) + LE32(2) + LE32(3) + "pea" +
                   std::string("b", 2),
@@ -386,8 +375,6 @@ TEST(ListStreamTest, ShortAndAbsurdRecordsFailAndLeaveTheListUsable) {
         EXPECT_STREQ("ok", static_cast<char*>(list.Find(key)));
     }
 }
-
-// ---- the array list ----
 
 BCArrayList MakeList(unsigned flags = 0, unsigned length = 0, unsigned growBy = 4) {
     return BCArrayList(length, sizeof(Pair), 4, sizeof(int), growBy, flags);
@@ -450,12 +437,11 @@ TEST(ArrayListTest, LockNestingAndTheUnbalancedUnlockMessage) {
     ASSERT_TRUE(list.LockList() && list.LockList());
     AppendAll(list, {{1, 1}, {2, 2}}); // operations under a lock keep the count balanced
     EXPECT_EQ(2u, list.GetLockCount());
-    ASSERT_TRUE(list.UnlockList() && list.UnlockList());
-    EXPECT_TRUE(!recorder.Count() && !list.UnlockList()); // one unlock too many is reported
+    // One unlock too many is reported.
+    EXPECT_TRUE(list.UnlockList() && list.UnlockList() && !recorder.Count() && !list.UnlockList());
     EXPECT_TRUE(recorder.NumberedIds() == std::vector<unsigned>{10068} &&
                 recorder.Last().object == &list);
     EXPECT_EQ("Internal error-Array List:UnlockList nesting error.|", recorder.Texts());
-    EXPECT_EQ((std::vector<int>{1, 2}), Values<ArrayKind>(list));
 }
 
 TEST(ArrayListTest, StringKeysComeBackInTheKeyBufferAndKeylessItemsCompareAsZero) {
@@ -523,8 +509,6 @@ TEST(ArrayListStreamTest, CorruptRecordsFailAndLeaveTheListUsable) {
     }
 }
 
-// ---- iterators and the other kinds ----
-
 // Two iterators walk the list in opposite directions, interleaved; neither disturbs the
 // other nor the list's own current item, and each starts where the list is.
 void ExpectIndependentWalks(BCList& list) {
@@ -582,9 +566,6 @@ TEST(HashListTest, KeysLandInTheirBucketsAndDownwardWalksStopAt0xFFFF) {
     EXPECT_EQ(Nums((97 + 98) % 10, 41 % 10, 0x5678 % 1000, 0), // none: nowhere to put anything
               Nums(strings.Hash(ab), strings.Hash(high), values.Hash(Key(0x12345678)),
                    none.Hash(Key(5))));
-    ASSERT_TRUE(strings.Insert(ab, &g_values[1]) && values.Append(Key(0x12345678), &g_values[2]));
-    EXPECT_TRUE(strings.GetBucketHead(5)->lpItem == &g_values[1] &&
-                values.GetCrntBucket() == 0x5678u % 1000);
     EXPECT_EQ(
         (Seq{0, 0, 0, 0, 0, 0, 1}),
         (Seq{none.Insert(Key(1), &g_values[1]), none.Append(Key(1), &g_values[1]), none.Home(),
@@ -634,16 +615,11 @@ TEST(StackQueueTest, PopAndOutFollowTheirDisciplinesAndPopTheFirstEqualKey) {
         popped += Nums(ItemNo(stack.Pop())), out += Nums(ItemNo(queue.Out()));
     EXPECT_EQ("3 2 1 -1 |1 2 3 -1 |0 ",
               popped + "|" + out + "|" + Nums(stack.GetCount() + queue.GetCount()));
-    // Pop removes the first equal key and follows the current node: the newer item comes
-    // back, but the older node went.
+    // Pop removes the first equal key: the newer item comes back, but the older node went.
     stack.Push(Key(7), &g_values[1]);
     stack.Push(Key(7), &g_values[2]);
     EXPECT_EQ((Seq{2, 2, 2}),
               (Seq{ItemNo(stack.Pop()), ItemNo(stack.GetHead()->lpItem), ItemNo(stack.Pop())}));
-    for (int i : {1, 2, 3})
-        stack.Push(Key(i), &g_values[i]);
-    ASSERT_TRUE(stack.Home());
-    EXPECT_EQ((Seq{1, 3}), (Seq{ItemNo(stack.Pop()), ItemNo(stack.Pop())})); // the node moved to
 }
 
 } // namespace

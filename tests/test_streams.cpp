@@ -25,8 +25,7 @@ TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
     unsigned long dbl = 0;
     short coord = 0;
     unsigned char byte = 0;
-    void* set = nullptr;
-    void* unset = &word;
+    void *set = nullptr, *unset = &word;
     char *hi = nullptr, *empty = nullptr, *none = &reinterpret_cast<char&>(byte);
     char block[3];
     ASSERT_TRUE(BCLoadWord(is, word) && BCLoadDblWord(is, dbl) && BCLoadCoord(is, coord) &&
