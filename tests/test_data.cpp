@@ -104,8 +104,7 @@ TEST(DependentDataTest, ModifiedChainCopiesOwnershipAndRecord) {
                 data.IsModified()); // a change inside shows
 
     // Copies wrap their own duplicate and share the updater list.
-    BCDependentData copy(data);
-    BCDependentData assigned(nullptr, BC_FLAG_NOT_OWNED, nullptr);
+    BCDependentData copy(data), assigned(nullptr, BC_FLAG_NOT_OWNED, nullptr);
     assigned = data;
     for (BCDependentData* other : {&copy, &assigned}) {
         auto* duplicate = static_cast<BCText*>(other->GetDataObject());
@@ -153,8 +152,8 @@ TEST(MemoryDataTest, GrowsShrinksAndMovesBytesByTheStepRule) {
     small.SetData(2, "XY", 2, 1);
     small.SetData(0, "Z", 1, 0);
     EXPECT_EQ(3ul, small.DeleteData(1, 3));
-    small.SetData(1, static_cast<char*>(small.GetDataPtr(gText)) + 2, 3, 1); // its own bytes
-    EXPECT_TRUE(Contents(small) == "Zdefcdef" && !small.DeleteData(8, 1));
+    small.SetData(1, small.GetDataPtr(gText), 3, 1); // its own bytes, from the first
+    EXPECT_TRUE(Contents(small) == "ZZcdcdef" && !small.DeleteData(8, 1));
     small.SetModified(0);
     EXPECT_TRUE(small.Clear(1) && small.IsModified());
     small.SetData(Str("Zdefcdef"), 8, gText);
@@ -181,15 +180,16 @@ TEST(MemoryDataTest, BorrowingAndCopies) {
         BCMemoryData lent(buffer, 8, BC_FLAG_BORROW);
         lent.SetData(0, "B", 1, 0);
         BCMemoryData sharer(lent);
-        EXPECT_EQ(buffer, sharer.GetDataPtr(gText));
         // The caller's buffer cannot grow: the bytes move into a block of the object's own.
-        EXPECT_TRUE(lent.SetData(8, "!", 1, 1) == 1ul && lent.GetDataPtr(gText) != buffer &&
-                    !(lent.GetFlags() & BC_FLAG_BORROW));
+        EXPECT_TRUE(sharer.GetDataPtr(gText) == buffer && lent.SetData(8, "!", 1, 1) == 1ul &&
+                    lent.GetDataPtr(gText) != buffer && !(lent.GetFlags() & BC_FLAG_BORROW));
         EXPECT_EQ("Borrowed!", Contents(lent));
         sharer.Clear(1);
         std::string big(5000, 'b'); // a borrowed block never shrinks: it is not ours
+        big[1010] = 'X';
         BCMemoryData large(&big[0], 5000, BC_FLAG_BORROW);
-        EXPECT_TRUE(large.DeleteData(0, 1000) == 1000ul && large.GetDataPtr(gText) == &big[0]);
+        EXPECT_TRUE(large.DeleteData(10, 1000) == 1000ul && large.GetDataPtr(gText) == &big[0] &&
+                    big[10] == 'X');
     }
     EXPECT_EQ("Borrowed|", std::string(buffer) + "|" + recorder.Texts());
     // A length without bytes holds nothing, borrowed or not.

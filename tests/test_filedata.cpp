@@ -108,8 +108,8 @@ TEST(TextDataTest, EditsAreForwardedAndReportedAndPicturesLetGo) {
 TEST(FileDataTest, QuestionAnsweredYesNoAndCancel) {
     MsgRecorder boxes;
     Document doc;
-    EXPECT_TRUE(doc.data.NewFile() && !boxes.Count()); // not modified: no question
-    EXPECT_EQ((Codes{6, 7}), doc.Taken());
+    // Not modified: no question.
+    EXPECT_TRUE(doc.data.NewFile() && !boxes.Count() && doc.Taken() == (Codes{6, 7}));
 
     doc.Type("draft");
     boxes.Answer(IDCANCEL);
@@ -125,15 +125,13 @@ TEST(FileDataTest, QuestionAnsweredYesNoAndCancel) {
     doc.Taken();
     EXPECT_TRUE(doc.data.CloseFile() == 1 && !KoErrorHook::DidProcErrorOccur());
     EXPECT_EQ("Save changes to letter.txt?", boxes.Last().text);
-    EXPECT_FALSE(doc.data.GetFileName() || doc.data.IsModified());
-    EXPECT_EQ((Codes{6, 10}), doc.Taken());
+    EXPECT_TRUE(!doc.data.GetFileName() && !doc.data.IsModified() && doc.Taken() == (Codes{6, 10}));
 
     // Yes saves: as, when unnamed (cancelled here), else under the name.
     doc.Type("more");
     boxes.Answer(IDYES);
     FileDialogUser cancels(kSaveAsField, {""});
-    EXPECT_EQ(0, doc.data.NewFile());
-    EXPECT_TRUE(cancels.Done() && doc.data.IsModified());
+    EXPECT_TRUE(!doc.data.NewFile() && cancels.Done() && doc.data.IsModified());
     std::string path = TempFile("nyes");
     doc.data.SetFileName(path.c_str());
     boxes.Answer(IDYES);
