@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <string>
-#include <utility>
 
 #include "msgrecorder.h"
 #include "norlib2.h"
@@ -12,12 +11,8 @@
 
 namespace {
 
-bool AllZero(const void* memory, size_t n) {
-    const unsigned char* p = static_cast<const unsigned char*>(memory);
-    for (size_t i = 0; i < n; ++i)
-        if (p[i])
-            return false;
-    return true;
+bool AllZero(const char* memory, size_t n) {
+    return std::string(memory, n) == std::string(n, '\0');
 }
 
 TEST(FarMemTest, AllocatesZeroedMovableBlocksAndKeepsContentsOnRealloc) {
@@ -29,8 +24,7 @@ TEST(FarMemTest, AllocatesZeroedMovableBlocksAndKeepsContentsOnRealloc) {
 
     std::memcpy(block, "payload", 8);
     char* grown = static_cast<char*>(BCReallocFarMem(block, 100000));
-    ASSERT_NE(nullptr, grown);
-    EXPECT_TRUE(std::string(grown) == "payload" && AllZero(grown + 100, 100000 - 100) &&
+    ASSERT_TRUE(grown && std::string(grown) == "payload" && AllZero(grown + 100, 100000 - 100) &&
                 GlobalSize(GlobalHandle(grown)) >= 100000u);
 
     SetLastError(ERROR_ACCESS_DENIED); // an earlier call's failure is not the free's
@@ -50,9 +44,8 @@ TEST(FarMemTest, NullArgumentsAreReportedWithTheirMessages) {
 TEST(FarMemTest, UnlockingCountsDownAndReportsAnUnlockedBlock) {
     MsgRecorder recorder;
     void* block = BCAllocFarMem(16);
-    ASSERT_NE(nullptr, block);
-    HGLOBAL handle = GlobalHandle(block);
-    ASSERT_EQ(block, BCLockFarMem(handle)); // a second lock
+    HGLOBAL handle = block ? GlobalHandle(block) : nullptr;
+    ASSERT_TRUE(handle && BCLockFarMem(handle) == block); // a second lock
     // Still locked once, then unlocked, then nothing is left to unlock, which is reported.
     EXPECT_EQ((Seq{1, 0, 0, 0, 1}),
               (Seq{BCUnlockFarMem(block), BCUnlockFarMem(block), recorder.Count(),
@@ -68,16 +61,12 @@ TEST(MemHelperTest, CopiesAndBoundedStrings) {
     EXPECT_STREQ("ababcdef", text);
 
     // Copied and cut to the buffer; no text is an empty one; a buffer of no bytes is left.
-    const std::pair<const char*, const char*> copies[] = {
-        {"truncated", "trunc"}, {"ok", "ok"}, {nullptr, ""}};
-    char out[6];
-    for (const auto& [from, to] : copies)
-        EXPECT_TRUE(BCCopyLimStr(out, from, sizeof out) == std::strlen(to) &&
-                    std::string(out) == to)
-            << to;
-    out[0] = 'x';
-    EXPECT_TRUE(BCCopyLimStr(out, "abc", 0) == 0u && out[0] == 'x');
-    EXPECT_EQ(Nums(0, 3), Nums(BCGetStrLen(nullptr), BCGetStrLen("abc")));
+    char cut[6], ok[6], none[6] = "x", untouched[6] = "x";
+    EXPECT_EQ((Seq{5, 2, 0, 0, 0, 3}),
+              (Seq{BCCopyLimStr(cut, "truncated", 6), BCCopyLimStr(ok, "ok", 6),
+                   BCCopyLimStr(none, nullptr, 6), BCCopyLimStr(untouched, "abc", 0),
+                   BCGetStrLen(nullptr), BCGetStrLen("abc")}));
+    EXPECT_EQ("trunc|ok||x", std::string(cut) + "|" + ok + "|" + none + "|" + untouched);
 
     char buffer[136], small[8];
     EXPECT_EQ((Seq{22, 7, 0}),

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 
 #include "norlib2.h"
@@ -26,34 +25,33 @@ TEST(StreamPrimitiveTest, FixedWidthsInLittleEndianOrder) {
     unsigned long dbl = 0;
     short coord = 0;
     unsigned char byte = 0;
-    void* set = nullptr;
-    void* unset = &word;
+    void *set = nullptr, *unset = &word;
     char *hi = nullptr, *empty = nullptr, *none = &reinterpret_cast<char&>(byte);
     char block[3];
     ASSERT_TRUE(BCLoadWord(is, word) && BCLoadDblWord(is, dbl) && BCLoadCoord(is, coord) &&
                 BCLoadByte(is, byte) && BCLoadPtr(is, set) && BCLoadPtr(is, unset) &&
                 BCLoadStringPtr(is, hi) && BCLoadStringPtr(is, empty) &&
                 BCLoadStringPtr(is, none) && BCLoadFarBlk(is, block, 3));
-    EXPECT_EQ(Nums(0x11223344u, 0xA1B2C3D4ul, -2, 0x7F), Nums(word, dbl, coord, byte));
-    EXPECT_TRUE(set && !unset && !none); // a pointer is only a presence mark
+    // A pointer is only a presence mark.
+    EXPECT_EQ(Nums(0x11223344u, 0xA1B2C3D4ul, -2, 0x7F, 1, 1, 1),
+              Nums(word, dbl, coord, byte, set != nullptr, !unset, !none));
     EXPECT_EQ("hi||xyz", std::string(hi) + "|" + empty + "|" + std::string(block, 3));
     delete[] hi;
     delete[] empty;
 }
 
-TEST(StreamPrimitiveTest, ShortStreamsAndAbsurdLengthsFail) {
+TEST(StreamPrimitiveTest, ShortStreamsAndAbsurdLengthsFailAndLongStringsLoadWhole) {
     unsigned int word = 7;
     short coord = 0;
+    unsigned char byte = 9;
     char block[8];
     char* text = reinterpret_cast<char*>(&word);
     std::istringstream three = InStream(std::string(3, '\x01')), one = InStream("x"),
                        five = InStream("12345"), cut = InStream(LE32(10) + "abc"),
-                       absurd = InStream(LE32(0xFFFFFFFE) + std::string(100, 'a'));
-    unsigned char byte = 9;
-    std::istringstream empty = InStream("");
+                       absurd = InStream(LE32(0xFFFFFFFE) + std::string(100, 'a')), empty;
     std::ostringstream os = OutStream();
-    EXPECT_EQ(0, BCLoadWord(three, word) + BCLoadCoord(one, coord) + BCLoadByte(empty, byte));
-    EXPECT_FALSE(BCStreamOK(three));
+    EXPECT_EQ(0, BCLoadWord(three, word) + BCLoadCoord(one, coord) + BCLoadByte(empty, byte) +
+                     BCStreamOK(three));
     // Nothing to read or write is no failure; a block past the stream's end is one.
     EXPECT_EQ((Seq{0, 1, 1, 0, 0}),
               (Seq{BCLoadFarBlk(five, nullptr, 2), BCLoadFarBlk(five, nullptr, 0),
@@ -62,14 +60,11 @@ TEST(StreamPrimitiveTest, ShortStreamsAndAbsurdLengthsFail) {
     // More bytes claimed than follow, or absurdly many: refused at the end, not allocated.
     for (std::istringstream* in : {&cut, &absurd})
         EXPECT_TRUE(!BCLoadStringPtr(*in, text) && !text);
-}
-
-TEST(StreamPrimitiveTest, LongStringsLoadWholeAndSeekableStreamsTellWhatRemains) {
+    // Long strings load whole; seekable streams tell what remains.
     std::string big(300000, 'q');
-    std::ostringstream os = OutStream();
-    ASSERT_TRUE(BCSaveStringPtr(os, big.c_str()));
-    char* text = nullptr;
-    std::istringstream in = InStream(os.str());
+    std::ostringstream longer = OutStream();
+    ASSERT_TRUE(BCSaveStringPtr(longer, big.c_str()));
+    std::istringstream in = InStream(longer.str());
     EXPECT_TRUE(BCLoadStringPtr(in, text) && big == text);
     delete[] text;
     std::istringstream is = InStream("abcdef");

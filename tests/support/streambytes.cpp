@@ -2,10 +2,8 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <fstream>
-#include <random>
 
 #include "norlib1.h"
 
@@ -32,60 +30,11 @@ bool NeverWaitOnFaults() {
     return true;
 }
 
-std::string LE32(std::uint32_t value) {
-    std::string s(4, '\0');
-    for (int i = 0; i < 4; ++i)
-        s[i] = static_cast<char>((value >> (8 * i)) & 0xFF);
-    return s;
-}
-
-std::string LE16(std::uint16_t value) {
-    return std::string{static_cast<char>(value & 0xFF), static_cast<char>(value >> 8)};
-}
-
-std::string Bytes(std::initializer_list<unsigned char> bytes) {
-    return std::string(bytes.begin(), bytes.end());
-}
-
-std::istringstream InStream(const std::string& bytes) {
-    return std::istringstream(bytes, std::ios::in | std::ios::binary);
-}
-
-std::ostringstream OutStream() {
-    return std::ostringstream(std::ios::out | std::ios::binary);
-}
-
 std::string RecordOf(BCObject& object) {
     std::ostringstream os = OutStream();
     const int saved = object.Save(os);
     EXPECT_TRUE(saved);
     return saved ? os.str() : std::string();
-}
-
-std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed) {
-    static const std::uint32_t absurd[] = {0xFFFFFFFFu, 0x7FFFFFFFu, 0x80000000u, 0x00FFFFFFu,
-                                           0x10000u};
-    std::mt19937 random(seed);
-    std::vector<std::string> mutants;
-    if (record.empty())
-        return mutants;
-    for (unsigned n = 0; n < count; ++n) {
-        std::string bytes = record;
-        for (unsigned places = 1 + random() % 3; places; --places) {
-            size_t at = random() % bytes.size();
-            if (random() % 2) {
-                bytes[at] = static_cast<char>(random());
-                continue;
-            }
-            std::string word = LE32(absurd[random() % 5]);
-            bytes.replace(at, std::min<size_t>(4, bytes.size() - at), word, 0,
-                          std::min<size_t>(4, bytes.size() - at));
-        }
-        if (random() % 4 == 0)
-            bytes.resize(random() % bytes.size());
-        mutants.push_back(bytes);
-    }
-    return mutants;
 }
 
 std::string TempFile(const char* prefix, const std::string& bytes) {

@@ -3,18 +3,27 @@
 
 #include <cstdint>
 #include <initializer_list>
-#include <iosfwd>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
 
 // Building and reading expected stream bytes.
-std::string LE32(std::uint32_t value);
-std::string LE16(std::uint16_t value);
-std::string Bytes(std::initializer_list<unsigned char> bytes);
-std::istringstream InStream(const std::string& bytes);
-std::ostringstream OutStream();
+inline std::string LE16(std::uint16_t value) {
+    return std::string{static_cast<char>(value & 0xFF), static_cast<char>(value >> 8)};
+}
+inline std::string LE32(std::uint32_t value) {
+    return LE16(value & 0xFFFF) + LE16(value >> 16);
+}
+inline std::string Bytes(std::initializer_list<unsigned char> bytes) {
+    return std::string(bytes.begin(), bytes.end());
+}
+inline std::istringstream InStream(const std::string& bytes) {
+    return std::istringstream(bytes, std::ios::in | std::ios::binary);
+}
+inline std::ostringstream OutStream() {
+    return std::ostringstream(std::ios::out | std::ios::binary);
+}
 
 class BCObject;
 // The record `object` saves, which it must; empty when Save fails.
@@ -76,11 +85,6 @@ inline bool operator==(const Seq& a, const Seq& b) {
 inline std::ostream& operator<<(std::ostream& os, const Seq& row) {
     return os << row.text;
 }
-// `count` damaged copies of a record, the same for the same seed: each has one to three
-// places overwritten with random bytes or with values that make counts and lengths absurd,
-// and one in four is also cut short.
-std::vector<std::string> Mutants(const std::string& record, unsigned count, unsigned seed);
-
 // Makes a crash end the test program at once with a failure and answers every message box
 // at once with OK, so that a fault fails the run instead of stalling it in a dialog. Call it
 // once, at start-up: `[[maybe_unused]] const bool g_neverWait = NeverWaitOnFaults();`.
