@@ -145,3 +145,5 @@ NORLIB2_API void BCEndDrawingRecords(std::ios_base& stream);
 NORLIB2_API int BCIsDrawingRecords(std::ios_base& stream);
 // Hands `made` to the stream's keeper, when it has one.
 NORLIB2_API void BCKeepLoaded(std::ios_base& stream, BCObject* made);
+// The stream's keeper, or null: what loads make is then theirs to free.
+NORLIB2_API BCLoadKeeper* BCGetLoadKeeper(std::ios_base& stream);

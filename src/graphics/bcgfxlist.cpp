@@ -241,7 +241,11 @@ int BCGraphicList::LoadItem(std::istream& is) {
     if (!MakeEmptyObject(code, obj))
         return 0;
     if (!obj->Load(is) || !Append(nullptr, obj)) {
-        DiscardLoaded(obj);
+        // The stream's keeper holds what the load made, and frees it: only the object goes.
+        if (BCGetLoadKeeper(is))
+            delete obj;
+        else
+            DiscardLoaded(obj);
         return 0;
     }
     return 1;

@@ -60,8 +60,12 @@ int BCIsDrawingRecords(std::ios_base& stream) {
     return stream.iword(DrawingSlot()) ? 1 : 0;
 }
 
+BCLoadKeeper* BCGetLoadKeeper(std::ios_base& stream) {
+    return static_cast<BCLoadKeeper*>(stream.pword(DrawingSlot()));
+}
+
 void BCKeepLoaded(std::ios_base& stream, BCObject* made) {
-    if (auto* keeper = static_cast<BCLoadKeeper*>(stream.pword(DrawingSlot())); keeper && made)
+    if (BCLoadKeeper* keeper = BCGetLoadKeeper(stream); keeper && made)
         keeper->Keep(made);
 }
 
