@@ -106,7 +106,7 @@ TEST(DamagedRecordTest, ListsOfEveryKindWithOwnedItemsAndKeys) {
     }
 }
 
-TEST(DamagedRecordTest, DataObjectsPicturesToolsAndPointLists) {
+TEST(DamagedRecordTest, DataObjectsAndPatternBrushes) {
     MsgRecorder recorder;
     BCMemoryData memory(const_cast<char*>("0123456789abcdef"), 16, 0);
     BCInteger integer(-1234567);
@@ -123,30 +123,18 @@ TEST(DamagedRecordTest, DataObjectsPicturesToolsAndPointLists) {
                                           std::ostringstream os = OutStream();
                                           data.Save(os);
                                       });
-    BCMemoryDevice dev(16, 16);
-    BCBitmap picture(7, 5);
-    LoadDamaged<BCBitmap>(
-        RecordOf(picture), 12, [] { return new BCBitmap; },
-        [&](BCBitmap& bitmap) { dev.PutBitmap(BCPosition(0, 0), BCSize(8, 8), &bitmap, 1); });
-    Pieces pieces;
-    LoadDamaged<BCPolyline>(
-        RecordOf(pieces.line), 5, [] { return new BCPolyline(); },
-        [&](BCPolyline& line) { dev.PutPolygon(&line, BCPosition(0, 0)); });
-    auto paint = [&](BCPen* pen, BCBrush* brush) {
-        dev.SetPen(pen);
-        dev.SetBrush(brush);
-        dev.PutRect(BCRectangle(1, 1, 12, 12), BC_DRAW_FILLED);
-        dev.SetPen(nullptr);
-        dev.SetBrush(nullptr);
-    };
-    LoadDamaged<BCPen>(
-        RecordOf(pieces.wide), 3, [] { return new BCPen(1, 1, BCGetBlack()); },
-        [&](BCPen& pen) { paint(&pen, nullptr); });
-    BCBrush pattern(pieces.picture.get());
-    for (BCBrush* brush : {&pieces.hatch, &pattern})
-        LoadDamaged<BCBrush>(
-            RecordOf(*brush), 4, [] { return new BCBrush(); },
-            [&](BCBrush& loaded) { paint(nullptr, &loaded); });
+    // Pens, brushes, pictures and point lists travel in drawings; a pattern brush carries a
+    // whole picture record of its own.
+    std::unique_ptr<BCBitmap> picture(Solid(6, 4, 0x00FF00));
+    BCBrush pattern(picture.get());
+    LoadDamaged<BCBrush>(
+        RecordOf(pattern), 4, [] { return new BCBrush(); },
+        [](BCBrush& loaded) {
+            BCMemoryDevice dev(16, 16);
+            dev.SetBrush(&loaded);
+            dev.PutRect(BCRectangle(1, 1, 12, 12), BC_DRAW_FILLED);
+            dev.SetBrush(nullptr);
+        });
 }
 
 } // namespace

@@ -10,18 +10,8 @@
 namespace {
 
 LONG WINAPI EndOnCrash(EXCEPTION_POINTERS* info) {
-    // Where: the module and the offset into it, for addr2line on that module.
-    void* at = info->ExceptionRecord->ExceptionAddress;
-    HMODULE module = nullptr;
-    char name[MAX_PATH] = "?";
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       static_cast<LPCSTR>(at), &module);
-    GetModuleFileNameA(module, name, sizeof name);
-    std::fprintf(
-        stderr, "crash: exception %08lx in %s+%#llx\n",
-        static_cast<unsigned long>(info->ExceptionRecord->ExceptionCode), name,
-        static_cast<unsigned long long>(static_cast<char*>(at) - reinterpret_cast<char*>(module)));
+    std::fprintf(stderr, "crash: exception %08lx\n",
+                 static_cast<unsigned long>(info->ExceptionRecord->ExceptionCode));
     std::fflush(stderr);
     TerminateProcess(GetCurrentProcess(), 3);
     return EXCEPTION_EXECUTE_HANDLER;
