@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 
@@ -17,23 +16,17 @@ void Make(const string& path) {
 }
 
 // One tree for the suite: nested folders, names with blanks, files with and without
-// extensions. The folder of 10,000 files costs seconds to make and to remove under Wine: it
-// is kept in the temporary folder for later runs, and a mark file says it is complete.
+// extensions. (How fast a folder of 10,000 files lists is measured by bench/filebench.)
 struct FileDialogTest : ::testing::Test {
     static void SetUpTestSuite() {
         char temp[MAX_PATH];
         GetTempPathA(MAX_PATH, temp);
         GetCurrentDirectoryA(MAX_PATH, previous);
         root = temp + ("nlfdlg" + std::to_string(GetCurrentProcessId()));
-        many = temp + string("nlfdlg-10000");
-        for (const string& dir : {root, root + "\\Sub Dir", root + "\\Sub Dir\\D", many})
+        for (const string& dir : {root, root + "\\Sub Dir", root + "\\Sub Dir\\D"})
             CreateDirectoryA(dir.c_str(), nullptr);
         for (const char* file : {"a.txt", "b one.TXT", "README", "c.doc", "Sub Dir\\in.txt"})
             Make(root + "\\" + file);
-        bool made = GetFileAttributesA((many + "\\complete").c_str()) != INVALID_FILE_ATTRIBUTES;
-        for (int i = 0; !made && i < 10000; ++i)
-            Make(many + "\\f" + std::to_string(i) + ".dat");
-        Make(many + "\\complete");
     }
     static void TearDownTestSuite() {
         SetCurrentDirectoryA(previous);
@@ -41,7 +34,7 @@ struct FileDialogTest : ::testing::Test {
     }
     // Every dialog starts in the tree's top folder: browsing moves the current directory.
     void SetUp() override { SetCurrentDirectoryA(root.c_str()); }
-    static inline string root, many;
+    static inline string root;
     static inline char previous[MAX_PATH];
     MsgRecorder recorder;
 };
@@ -208,12 +201,10 @@ TEST_F(FileDialogTest, TypedNamesAreAcceptedOrRefusedWithTheirMessage) {
     }
 }
 
-// Folders, the parent, patterns and a drive; a file chosen and then deleted; 10,000 files.
+// Folders, the parent, patterns and a drive; a file chosen and then deleted.
 TEST_F(FileDialogTest, BrowsingAndChoosing) {
     string trail;
     Strings files, dirs, inSub, docs;
-    LRESULT lots = 0;
-    std::chrono::steady_clock::duration took{};
     DialogDriver driver;
     driver.Do(Look(&trail)).Do(List(2002, &files)).Do(List(2006, &dirs));
     driver.Do(Pick(2006, "[Sub Dir]", true)).Do(Look(&trail)).Do(List(2002, &inSub));
@@ -233,12 +224,6 @@ TEST_F(FileDialogTest, BrowsingAndChoosing) {
         return DeleteFileA("a.txt") != 0;
     });
     driver.Do(Press(1)).Do(Look(&trail)); // vanished since it was listed
-    driver.SetText(2001, many + "\\*.dat").Do([&took, &lots](HWND dialog) {
-        auto begin = std::chrono::steady_clock::now();
-        Press(1)(dialog);
-        took = std::chrono::steady_clock::now() - begin;
-        return lots = SendDlgItemMessageA(dialog, 2002, LB_GETCOUNT, 0, 0), true;
-    });
     driver.SetText(2001, root + "\\*.*").Do(Press(1));
     driver.Do(Pick(2002, "b one.TXT", true));
     auto [result, name] = RunDialog<BCOpenDialog>(driver, 1012);
@@ -249,7 +234,7 @@ TEST_F(FileDialogTest, BrowsingAndChoosing) {
         "a.txt[all]+|",
         trail);
     EXPECT_TRUE(files == Strings({"a.txt", "b one.TXT"}) && inSub == Strings{"in.txt"} &&
-                docs == Strings{"c.doc"} && lots == 10000 && took < std::chrono::seconds(1));
+                docs == Strings{"c.doc"});
     dirs.erase(std::remove_if(dirs.begin(), dirs.end(), [](auto& d) { return d[1] == '-'; }),
                dirs.end());
     EXPECT_EQ((Strings{"[..]", "[Sub Dir]"}), dirs);
