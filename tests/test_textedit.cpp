@@ -36,6 +36,12 @@ void RunKeys(EditFixture& f, std::initializer_list<KeyCase> cases) {
 
 TEST_F(Edit, KeysMoveAndEditRespectingLineBreaksUnlessReadOnlyOrOverwriting) {
     Make("");
+    // Its own text given again: the bar still spans one line. Input without text is refused.
+    int low = -1, high = -1;
+    EXPECT_EQ(1, edit->SetText(edit->GetText()));
+    GetScrollRange(H(), SB_VERT, &low, &high);
+    EXPECT_EQ((Seq{0, 1, 0, 0}),
+              (Seq{low, high, edit->InputText(nullptr, 0, 3, 1), edit->GetTextLen()}));
     // Backspace at a line's start and Delete at its end join the lines; typing is 7-bit only.
     RunKeys(*this, {{7, VK_BACK, 5, "ab cdxyz\r\n\r\nlast"},
                     {4, VK_BACK, 3, "ab d\r\nxyz\r\n\r\nlast"},
